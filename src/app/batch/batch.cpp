@@ -1,0 +1,140 @@
+#include "app/batch/batch.h"
+
+#include <cstdio>
+#include <optional>
+#include <string>
+
+#include "app/batch/batch_window.h"
+#include "app/batch/exit_status.h"
+#include "app/batch/interrupt.h"
+#include "app/batch/options.h"
+#include "app/batch/output_clash.h"
+#include "app/edit_field.h"
+#include "app/load_settings.h"
+#include "app/session.h"
+#include "core/fault.h"
+#include "core/files.h"
+#include "jobs/clicks.h"
+
+namespace sondrix {
+namespace {
+
+void Complain(const std::string& text) { std::fprintf(stderr, "sondrix-batch: %s\n", text.c_str()); }
+
+std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
+
+void PrintFields() {
+  const auto print = [](std::string_view name, std::string_view value, std::string_view meaning) {
+    std::printf("%-10.*s  %-7.*s  %.*s\n", static_cast<int>(name.size()), name.data(),
+                static_cast<int>(value.size()), value.data(), static_cast<int>(meaning.size()),
+                meaning.data());
+  };
+  print("FIELD", "DEFAULT", "MEANING");
+  for (const Field& field : Fields()) print(field.name, field.defaultText, field.meaning);
+}
+
+// Each of these returns what is wrong, as a text for the user.
+
+std::optional<std::string> LoadIni(Session& session, const std::string& iniFile) {
+  try {
+    InputFile(std::string_view(iniFile)).Close();
+  } catch (const Fault& fault) {
+    return iniFile + ": " + std::string(fault.Description());
+  }
+  const auto fault = LoadSettings(session, iniFile);
+  if (!fault) return std::nullopt;
+  return iniFile + ": " + std::string(fault->key) + ": " + std::to_string(fault->fault.Number()) + ". " +
+         std::string(fault->fault.Description());
+}
+
+// The separator behind a folder makes the click create the folder itself.
+std::string AsFolder(std::string path) {
+  const bool isBareDrive = PathSeparator == '\\' && path.size() == 2 && path[1] == ':';
+  if (!path.empty() && !IsSeparator(path.back()) && !isBareDrive) path += PathSeparator;
+  return path;
+}
+
+std::optional<std::string> ApplyEdit(Session& session, const FieldEdit& edit) {
+  switch (EditField(session, edit.name, edit.value)) {
+    case EditResult::NoField:
+      return "there is no field " + Quoted(edit.name) + "; --list-fields shows them all";
+    case EditResult::BadValue:
+      return edit.name + " takes " + std::string(AllowedValues(*FindField(edit.name))) + ", not " +
+             Quoted(edit.value);
+    case EditResult::Disabled:
+      Complain(edit.name + " is disabled while MakeGraf is clear: ignored");
+      return std::nullopt;
+    case EditResult::Done:
+      return std::nullopt;
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string> ApplyOptions(Session& session, BatchOptions& options) {
+  if (!options.iniFile.empty()) {
+    if (auto wrong = LoadIni(session, options.iniFile)) return wrong;
+  }
+  if (options.targetPath) EditField(session, "TargetPath", AsFolder(*options.targetPath));
+  bool editsSource = false;
+  for (const FieldEdit& edit : options.edits) {
+    if (auto wrong = ApplyEdit(session, edit)) return wrong;
+    if (edit.name == "Source") editsSource = true;
+  }
+  const std::string& edited = session.settings.Source;
+  if (options.sources.empty() && editsSource && !edited.empty()) options.sources = {edited};
+  if (options.sources.empty()) return "no source is given; --help tells how";
+  if (const auto clash = OutputClash(session.settings, options.sources)) {
+    return Quoted(clash->first) + " and " + Quoted(clash->second) + " would write the same output";
+  }
+  return std::nullopt;
+}
+
+bool ConvertSource(Session& session, BatchWindow& window, const std::string& source) {
+  const std::string_view name = FileNameOf(source);
+  EditField(session, "Source", source);
+  window.BeginSource(name.empty() ? std::string_view(source) : name);
+  GoClick(session.run);
+  window.EndSource();
+  return EndedWell(window.Att(), session.messages) && !Interrupted();
+}
+
+}  // namespace
+
+int RunBatch(int argc, const char* const* argv) {
+  ParsedOptions parsed = ParseOptions(argc, argv);
+  if (parsed.exitStatus == ExitUsage) {
+    Complain(parsed.text);
+    return ExitUsage;
+  }
+  if (parsed.exitStatus) {
+    std::fputs(parsed.text.c_str(), stdout);
+    return *parsed.exitStatus;
+  }
+  BatchOptions& options = parsed.options;
+  if (options.listFields) {
+    PrintFields();
+    return ExitWell;
+  }
+
+  BatchWindow window(options.verbose, options.answer);
+  Session session(window);
+  ApplyLanguage(session, LangEnglish);
+  if (const auto wrong = ApplyOptions(session, options)) {
+    Complain(*wrong);
+    return ExitUsage;
+  }
+  // What a click of an edit reported, as a map program that can't be reached.
+  if (!window.Att().empty()) Complain(std::string(window.Att()));
+
+  const InterruptGuard guard;
+  window.SetRun(&session.run);
+  bool allWell = true;
+  for (const std::string& source : options.sources) {
+    if (Interrupted()) break;
+    if (!ConvertSource(session, window, source)) allWell = false;
+  }
+  if (session.link.IsOpen) session.link.CloseApi();
+  return allWell && !Interrupted() ? ExitWell : ExitFailed;
+}
+
+}  // namespace sondrix

@@ -1,0 +1,124 @@
+#include "app/batch/batch_window.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "app/batch/interrupt.h"
+#include "core/code_page.h"
+#include "jobs/clicks.h"
+
+#ifdef _WIN32
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
+
+namespace sondrix {
+namespace {
+
+constexpr std::size_t ProgressWidth = 79;  // characters, so that a terminal doesn't wrap
+constexpr auto ProgressPace = std::chrono::milliseconds(100);
+constexpr unsigned PumpsPerLook = 64;  // at the clock
+
+bool IsTerminal(std::FILE* file) {
+#ifdef _WIN32
+  return _isatty(_fileno(file)) != 0;
+#else
+  return isatty(fileno(file)) != 0;
+#endif
+}
+
+void Put(std::string_view text, std::FILE* file) { std::fwrite(text.data(), 1, text.size(), file); }
+
+}  // namespace
+
+BatchWindow::BatchWindow(bool isVerbose, bool answer)
+    : isVerbose_(isVerbose),
+      answer_(answer),
+      showsProgress_(!isVerbose && IsTerminal(stderr)),
+      disabled_{"RunSet", "RunEnd", "UseMet", "UseRad"} {}
+
+void BatchWindow::BeginSource(std::string_view name) {
+  inSource_ = true;
+  name_ = name;
+  hasPrinted_ = false;
+  noted_.clear();
+}
+
+void BatchWindow::EndSource() {
+  EraseProgress();
+  if (!hasPrinted_ || printed_ != att_) PrintLine(att_);
+  std::fflush(stdout);
+  inSource_ = false;
+}
+
+void BatchWindow::SetAtt(std::string_view text) {
+  if (att_ == text) return;
+  att_ = text;
+  if (isVerbose_ && inSource_ && !att_.empty()) PrintLine(att_);
+}
+
+void BatchWindow::RepaintAtt() {
+  if (showsProgress_) ShowProgress();
+}
+
+void BatchWindow::SetEnabled(std::string_view control, bool enabled) {
+  if (!enabled) {
+    disabled_.emplace(control);
+  } else if (const auto found = disabled_.find(control); found != disabled_.end()) {
+    disabled_.erase(found);
+  }
+}
+
+bool BatchWindow::IsEnabled(std::string_view control) const { return !disabled_.contains(control); }
+
+void BatchWindow::Pump() {
+  if (Interrupted() && run_) StopClick(*run_);
+  if (showsProgress_ && ++pumps_ % PumpsPerLook == 0) ShowProgress();
+}
+
+bool BatchWindow::Ask(std::string_view text, std::string_view title) {
+  Note(std::string(title) + ": " + std::string(text) + (answer_ ? " yes\n" : " no\n"));
+  return answer_;
+}
+
+void BatchWindow::Inform(std::string_view text, std::string_view title) {
+  Note(std::string(title) + ": " + std::string(text) + "\n");
+}
+
+void BatchWindow::PrintLine(std::string_view text) {
+  Put(name_ + ":" + std::string(text) + "\n", stdout);
+  printed_ = text;
+  hasPrinted_ = true;
+}
+
+// A question may come with every frame: it is shown once.
+void BatchWindow::Note(const std::string& line) {
+  if (line == noted_) return;
+  noted_ = line;
+  EraseProgress();
+  Put(line, stderr);
+}
+
+void BatchWindow::ShowProgress() {
+  const Clock::time_point now = Clock::now();
+  if (!inSource_ || now - shownAt_ < ProgressPace) return;
+  shownAt_ = now;
+  const std::string line = name_ + ":" + att_;
+  const std::size_t dropped = FromCharacter(line, ProgressWidth).size();
+  const std::string_view shown = std::string_view(line).substr(0, line.size() - dropped);
+  const std::size_t width = CharacterCount(shown);
+  const std::size_t blanks = shownWidth_ > width ? shownWidth_ - width : 0;
+  Put("\r" + std::string(shown) + std::string(blanks, ' '), stderr);
+  std::fflush(stderr);
+  shownWidth_ = width;
+}
+
+void BatchWindow::EraseProgress() {
+  if (shownWidth_ == 0) return;
+  Put("\r" + std::string(shownWidth_, ' ') + "\r", stderr);
+  std::fflush(stderr);
+  shownWidth_ = 0;
+}
+
+}  // namespace sondrix

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "core/run.h"
+#include "core/window.h"
+
+namespace sondrix {
+
+// A window without a toolkit: it keeps the texts, answers questions by a fixed answer, and turns Ctrl-C into
+// a stop. The lines of a source go to standard output, everything else to standard error.
+class BatchWindow : public Window {
+ public:
+  BatchWindow(bool isVerbose, bool answer);
+
+  // The run whose flags Ctrl-C sets; null for none.
+  void SetRun(Run* run) { run_ = run; }
+
+  // Between these two, lines belong to a source of that name. The end prints the last one, unless it was the
+  // last that was printed already.
+  void BeginSource(std::string_view name);
+  void EndSource();
+
+  void SetAtt(std::string_view text) override;
+  std::string_view Att() const override { return att_; }
+  void RepaintAtt() override;
+  void SetSpd(std::string_view text) override { spd_ = text; }
+  std::string_view Spd() const override { return spd_; }
+  void ShowField(std::string_view) override {}
+  void SetEnabled(std::string_view control, bool enabled) override;
+  bool IsEnabled(std::string_view control) const override;
+  void SetCaption(std::string_view, std::string_view) override {}
+  void SetBusy(bool) override {}
+  void Pump() override;
+  void Wait(int) override {}
+  void Beep() override {}
+  bool Ask(std::string_view text, std::string_view title) override;
+  void Inform(std::string_view text, std::string_view title) override;
+
+ private:
+  using Clock = std::chrono::steady_clock;
+
+  void PrintLine(std::string_view text);
+  void Note(const std::string& line);
+  void ShowProgress();
+  void EraseProgress();
+
+  bool isVerbose_, answer_, showsProgress_;
+  Run* run_ = nullptr;
+  bool inSource_ = false;
+  std::string name_, att_, spd_;
+  std::string printed_;  // the last line of the source on standard output
+  bool hasPrinted_ = false;
+  std::string noted_;  // the last question or information of the source
+  std::set<std::string, std::less<>> disabled_;
+  unsigned pumps_ = 0;
+  Clock::time_point shownAt_;
+  std::size_t shownWidth_ = 0;  // characters of progress on the terminal
+};
+
+}  // namespace sondrix

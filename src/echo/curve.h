@@ -1,0 +1,13 @@
+#pragma once
+
+#include "echo/picture.h"
+
+namespace sondrix {
+
+// Leaves nothing to be drawn on SMPL and forgets the frame.
+void DropCurve(Pictures& pictures);
+
+// A line on SMPL, drawn when somebody looks.
+void AddLine(Pictures& pictures, float x1, float y1, float x2, float y2, Colour colour);
+
+}  // namespace sondrix

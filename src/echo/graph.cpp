@@ -1,0 +1,59 @@
+#include <algorithm>
+#include <iterator>
+#include <span>
+#include <vector>
+
+#include "core/files.h"
+#include "echo/face.h"
+#include "echo/views.h"
+#include "formats/bmp.h"
+
+namespace sondrix {
+namespace {
+
+constexpr int StandardHeight = 420;  // of the panels, where a pixel of the face is one pixel
+
+void Copy(const Picture& from, Picture& to, int left) {
+  const int first = std::max(left, 0);
+  const int last = std::min(left + from.Width(), to.Width());
+  const int height = std::min(from.Height(), to.Height());
+  for (int y = 0; y < height && first < last; ++y)
+    std::copy(from.Row(y) + first - left, from.Row(y) + last - left, to.Row(y) + first);
+}
+
+}  // namespace
+
+void ComposeGraph(Pictures& pictures) {
+  Refresh(pictures);
+  const Picture* panels[] = {&pictures.ECHO, &pictures.SMPL, &pictures.METR};
+  // The panels overlap by one column each, and the echogram's oldest column is left out.
+  int lefts[std::size(panels)];
+  int left = -1;
+  int height = 0;
+  for (std::size_t i = 0; i < std::size(panels); ++i) {
+    lefts[i] = left;
+    left += panels[i]->Width() - 1;
+    height = std::max(height, panels[i]->Height());
+  }
+  Picture& bmp = pictures.BMP;
+  bmp.Resize(left + 1, height);
+  bmp.Clear();
+  const int zoom = std::max(1, height / StandardHeight);
+  for (std::size_t i = 0; i < std::size(panels); ++i) {
+    Copy(*panels[i], bmp, lefts[i]);
+    PaintTexts(*panels[i], bmp, lefts[i], 0, zoom);
+  }
+}
+
+void SaveGraph(Pictures& pictures, std::string_view path) {
+  ComposeGraph(pictures);
+  const Picture& bmp = pictures.BMP;
+  const auto pixels = static_cast<std::size_t>(bmp.Stride()) * static_cast<std::size_t>(bmp.Height());
+  const std::vector<std::uint8_t> bytes =
+      BmpBytes({bmp.Row(0), pixels}, bmp.Width(), bmp.Height(), bmp.Stride());
+  OutputFile file(path);
+  file.Write(bytes);
+  file.Close();
+}
+
+}  // namespace sondrix

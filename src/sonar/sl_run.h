@@ -1,0 +1,52 @@
+#pragma once
+
+#include "core/date_time.h"
+#include "core/files.h"
+#include "sonar/sl_format.h"
+#include "sonar/sl_source.h"
+#include "sonar/track_point.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace sondrix {
+
+struct Run;
+
+// The state of one run of JobSl.
+struct SlRun {
+  explicit SlRun(Run& theRun) : run(theRun) {}
+
+  Run& run;
+  std::optional<SlSource> source;
+  OutputFile csv;
+  SlFormat format;
+  SlLeadFields lead;  // of the current frame, with the effective sample count
+  std::int32_t FirstIndex = 0, LastIndex = 0;
+  std::int32_t FrameCounter = 0;  // accepted frames
+  std::optional<DateSeconds> RunDate;
+  std::int64_t ScanCount = 0;    // bytes searched for the marker
+  std::int32_t DefectLevel = 1;  // centimetres
+  std::string CsvBuffer, BadLog;
+  TrackState track;
+  std::string line;  // the log line under construction
+};
+
+// The target's path with its name and a suffix.
+std::string TargetFile(const SlRun& sl, std::string_view suffix);
+
+// Whole percent of the source that lie before a file position, at the end of text.
+void AppendPercent(std::string& text, const SlRun& sl, std::int64_t filePosition);
+
+// Waits while the pause is on; false with aborted in the log line if the run is to stop.
+bool MayGoOn(SlRun& sl, std::string_view aborted);
+
+// Puts the line for a fault of the recording at a file position into the log line and pumps.
+void ShowLogError(SlRun& sl, std::int64_t filePosition);
+
+// Looks for the next frame behind a bad one by the marker of its head and puts Pos there. False if the run
+// closes. Fault 9 if the search reaches the end of the array.
+bool Resynchronise(SlRun& sl);
+
+}  // namespace sondrix

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "core/files.h"
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+#include <vector>
+
+namespace sondrix {
+
+// The bytes of an echogram, read through a window that moves forward. They are addressed as an array of
+// at most ChunkLength + 1 bytes that begins at BaseOffset of the file; the reader starts a new chunk near its
+// end, which is what gives the seam its frame processed twice.
+class SlSource {
+ public:
+  static constexpr std::int64_t ChunkLength = 200'000'000;
+  // Large enough to spread the cost of a read, small enough to stay in a processor's cache.
+  static constexpr std::size_t DefaultBlock = 256 * 1024;
+
+  explicit SlSource(std::string_view path, std::size_t blockSize = DefaultBlock);
+
+  std::int64_t FileLength() const { return file_.Length(); }
+  std::int64_t FilePosition() const { return BaseOffset + Pos; }
+
+  // count bytes from an index of the array, valid until the next call. One zero byte stands behind the end of
+  // the file; beyond it is fault 9. A file that has become shorter since it was opened is fault 62.
+  std::span<const std::uint8_t> Bytes(std::int64_t index, std::size_t count) {
+    const std::int64_t from = BaseOffset + index;
+    if (from < windowStart_ || from + static_cast<std::int64_t>(count) > windowEnd_) Refill(from, count);
+    return {window_.data() + (from - windowStart_), count};
+  }
+
+  // Fault 9 if count bytes from an index aren't all there: for bytes that nobody reads.
+  void Require(std::int64_t index, std::int64_t count) const;
+
+  void Close() { file_.Close(); }
+
+  std::int64_t BaseOffset = 0;    // file offset of index 0
+  std::int64_t Pos = FirstFrame;  // index of the current frame
+  static constexpr std::int64_t FirstFrame = 8;
+
+ private:
+  void Refill(std::int64_t from, std::size_t count);
+
+  InputFile file_;
+  std::size_t blockSize_;
+  std::vector<std::uint8_t> window_;
+  std::int64_t windowStart_ = 0, windowEnd_ = 0;  // file offsets of what the window holds
+};
+
+}  // namespace sondrix

@@ -1,0 +1,39 @@
+#include "core/code_page.h"
+
+#include <gtest/gtest.h>
+
+namespace sondrix {
+namespace {
+
+TEST(CodePage, EveryByteSurvivesTheWayThere) {
+  std::string bytes;
+  for (int i = 0; i < 256; ++i) bytes += static_cast<char>(i);
+  EXPECT_EQ(ToCodePage(FromCodePage(bytes)), bytes);
+  EXPECT_EQ(CharacterCount(FromCodePage(bytes)), 256U);
+}
+
+TEST(CodePage, WritesLettersOfBothPages) {
+  const char* const rows[][2] = {
+      {"plain", "plain"},
+      {"Глубина ё №", "\xC3\xEB\xF3\xE1\xE8\xED\xE0 \xB8 \xB9"},
+      {"äöüßÄÖÜ", "\xE4\xF6\xFC\xDF\xC4\xD6\xDC"},
+      {"Šœé", "\x8A\x9C\xE9"},
+      {"€„“", "\x88\x84\x93"},
+      {"×½水😀", "????"},
+      {"a\xFFz", "a?z"},
+      {"\xC0\x80\xED\xA0\x80", "?????"},  // overlong, surrogate
+      {"\xF4\x90\x80\x80", "????"},       // beyond the last character
+      {"\xE2\x82", "??"},                 // cut off
+  };
+  for (const auto& row : rows) EXPECT_EQ(ToCodePage(row[0]), row[1]) << row[0];
+}
+
+TEST(CodePage, CountsCharacters) {
+  EXPECT_EQ(CharacterCount("aяü€😀\xFF"), 6U);
+  EXPECT_EQ(FromCharacter("aяü€", 2), "ü€");
+  EXPECT_EQ(FromCharacter("aя", 0), "aя");
+  EXPECT_EQ(FromCharacter("aя", 5), "");
+}
+
+}  // namespace
+}  // namespace sondrix

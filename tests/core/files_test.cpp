@@ -1,0 +1,173 @@
+#include "core/files.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <fstream>
+#include <iterator>
+#include <new>
+
+#include "fault_in.h"
+#include "test_window.h"
+
+#ifndef _WIN32
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
+namespace sondrix {
+namespace {
+
+namespace fs = std::filesystem;
+
+// A folder of its own for each test.
+class Files : public testing::Test {
+ protected:
+  Files() {
+    const std::string name = testing::UnitTest::GetInstance()->current_test_info()->name();
+    folder_ = fs::temp_directory_path() / ("sondrix.files." + name);
+    fs::remove_all(folder_);
+    fs::create_directories(folder_);
+  }
+  ~Files() override { fs::remove_all(folder_); }
+
+  std::string At(std::string_view name) const {
+    const std::u8string text = (folder_ / PathOf(name)).u8string();
+    return {text.begin(), text.end()};
+  }
+  std::string Bytes(std::string_view name) const {
+    std::ifstream file(folder_ / PathOf(name), std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+  void Put(std::string_view name, std::string_view bytes) const {
+    std::ofstream(folder_ / PathOf(name), std::ios::binary) << bytes;
+  }
+
+  fs::path folder_;
+};
+
+TEST_F(Files, ReadsAtAnyPosition) {
+  Put("Глубина.sl2", "0123456789");
+  InputFile file(At("Глубина.sl2"));
+  EXPECT_EQ(file.Length(), 10);
+  const struct {
+    std::int64_t offset;
+    const char* bytes;
+  } rows[] = {{0, "0123"}, {4, "4567"}, {8, "89"}, {10, ""}, {99, ""}, {2, "2345"}, {6, "6789"}, {10, ""}};
+  for (const auto& row : rows) {
+    std::array<std::uint8_t, 4> target{};
+    const std::size_t count = file.ReadAt(row.offset, target);
+    EXPECT_EQ(std::string(target.begin(), target.begin() + count), row.bytes) << row.offset;
+  }
+  EXPECT_EQ(ReadWhole(At("Глубина.sl2")), "0123456789");
+}
+
+TEST_F(Files, ReadsBeyondFourGigabytes) {
+  Put("big", "x");
+  std::error_code error;
+  fs::resize_file(folder_ / "big", 5'000'000'000, error);
+  if (error) GTEST_SKIP() << error.message();
+  InputFile file(At("big"));
+  EXPECT_EQ(file.Length(), 5'000'000'000);
+  std::array<std::uint8_t, 8> target{};
+  EXPECT_EQ(file.ReadAt(4'999'999'995, target), 5U);
+}
+
+TEST_F(Files, RefusalsHaveTheirNumbers) {
+  Put("file", "x");
+  fs::create_directory(folder_ / "dir");
+  const struct {
+    const char* name;
+    int read, write;
+  } rows[] = {{"none", 53, 0}, {"none/x", 76, 76}, {"file/x", 76, 76}, {"dir", 75, 75}, {"file", 0, 0}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(FaultIn([&] { InputFile file(At(row.name)); }), row.read) << row.name;
+    EXPECT_EQ(FaultIn([&] { OutputFile file(At(row.name)); }), row.write) << row.name;
+    fs::remove(folder_ / "none");
+  }
+  EXPECT_EQ(FaultIn([&] { InputFile file(At(std::string(300, 'n'))); }), 52);
+}
+
+#ifndef _WIN32
+TEST_F(Files, PipesAndDevicesDontHang) {
+  ASSERT_EQ(mkfifo(At("pipe").c_str(), 0600), 0);
+  EXPECT_EQ(FaultIn([&] { InputFile file(At("pipe")); }), 52);
+  EXPECT_EQ(FaultIn([&] { OutputFile file(At("pipe")); }), 52);
+  EXPECT_EQ(FaultIn([&] { InputFile file("/dev/zero"); }), 52);
+  fs::create_symlink("loop", folder_ / "loop");
+  EXPECT_EQ(FaultIn([&] { InputFile file(At("loop")); }), 52);
+  if (geteuid() == 0) return;
+  Put("locked", "x");
+  fs::permissions(folder_ / "locked", fs::perms::none);
+  EXPECT_EQ(FaultIn([&] { InputFile file(At("locked")); }), 70);
+  EXPECT_EQ(FaultIn([&] { OutputFile file(At("locked")); }), 70);
+}
+
+TEST_F(Files, AFullDiskIsNoticed) {
+  if (!fs::exists("/dev/full")) GTEST_SKIP();
+  for (const std::size_t size : {std::size_t{1}, std::size_t{100000}}) {
+    EXPECT_EQ(FaultIn([&] {
+                OutputFile file("/dev/full");
+                file.Write(std::string(size, 'x'));
+                file.Close();
+              }),
+              61);
+  }
+  TestWindow window;
+  WriteF("/dev/full", "x", window);
+  EXPECT_EQ(window.Att(), "ошибка WriteF: 61. Disk full");
+}
+#endif
+
+TEST_F(Files, WriteFEndsTheTextWithOneLineEnd) {
+  TestWindow window;
+  Put("a.txt", "longer than what replaces it");
+  WriteF(At("a.txt"), "Яма\r\n", window);
+  EXPECT_EQ(Bytes("a.txt"), "\xDF\xEC\xE0\r\n\r\n");
+  WriteF(At("b.txt"), "", window);
+  EXPECT_EQ(Bytes("b.txt"), "\r\n");
+  EXPECT_EQ(window.Att(), "");
+  WriteF(At("none/c.txt"), "x", window);
+  EXPECT_EQ(window.Att(), "ошибка WriteF: 76. Path not found");
+  EXPECT_FALSE(fs::exists(folder_ / "none"));
+}
+
+TEST_F(Files, MakesFoldersUpToTheLastSeparator) {
+  EXPECT_TRUE(MakeFolders(At("a/b/c")));
+  EXPECT_TRUE(fs::is_directory(folder_ / "a" / "b"));
+  EXPECT_FALSE(fs::exists(folder_ / "a" / "b" / "c"));
+  EXPECT_TRUE(MakeFolders(At("a/b/")));
+  EXPECT_TRUE(MakeFolders("x"));
+  EXPECT_TRUE(MakeFolders(""));
+  EXPECT_TRUE(MakeFolders("/"));
+  Put("file", "x");
+  EXPECT_FALSE(MakeFolders(At("file/")));
+  EXPECT_FALSE(MakeFolders(At("file/b/")));
+}
+
+TEST_F(Files, DeletesAndComparesByFile) {
+  Put("a", "x");
+  Put("b", "x");
+  fs::create_hard_link(folder_ / "a", folder_ / "link");
+  EXPECT_TRUE(SameFile(At("a"), At("link")));
+  EXPECT_FALSE(SameFile(At("a"), At("b")));
+  EXPECT_FALSE(SameFile(At("none"), At("none")));
+  DeleteIfThere(At("a"));
+  DeleteIfThere(At("a"));
+  EXPECT_FALSE(fs::exists(folder_ / "a"));
+  EXPECT_EQ(FaultIn([&] { DeleteIfThere(At(".")); }), 75);
+  EXPECT_EQ(FileNameOf("dir/name.ext"), "name.ext");
+  EXPECT_EQ(FileNameOf("name"), "name");
+}
+
+TEST(Fault, NamesWhatWasCaught) {
+  EXPECT_EQ(FaultIn([] { throw std::bad_alloc(); }), 7);
+  EXPECT_EQ(FaultIn([] { throw fs::filesystem_error("", std::make_error_code(std::errc::io_error)); }), 57);
+  EXPECT_EQ(FaultIn([] { throw Fault(FaultNumber::Subscript); }), 9);
+  EXPECT_THROW(FaultIn([] { throw 1; }), int);
+  EXPECT_EQ(FaultLine("JobSl", Fault(FaultNumber::TypeMismatch)), " ! error JobSl: 13. Type mismatch");
+  EXPECT_STREQ(Fault(FaultNumber::InvalidProperty).what(), "Invalid property value");
+}
+
+}  // namespace
+}  // namespace sondrix

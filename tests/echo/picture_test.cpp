@@ -1,0 +1,136 @@
+#include "echo/picture.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "echo/echo_run.h"
+#include "echo/face.h"
+
+namespace sondrix {
+namespace {
+
+using Raster = std::vector<std::string>;
+
+TEST(Picture, DrawsInItsLogicalScale) {
+  Picture picture(8, 6);
+  picture.SetScale(16, 60);
+  picture.SetScaleWidth(0);
+  picture.DrawLine(0, 0, 15, 0, Black);
+  picture.DrawLine(0, 59, 15, 15, Red);
+  picture.DrawDot(14, 29.9, Blue);
+  EXPECT_EQ(Letters(picture), (Raster{"########",  //
+                                      ".......R",  //
+                                      ".....RRB",  //
+                                      "...RR...",  //
+                                      ".RR.....",  //
+                                      "R......."}));
+  EXPECT_EQ(picture.DeviceX(-0.1), -1);
+  EXPECT_EQ(picture.DeviceY(60), 6);
+}
+
+TEST(Picture, DrawsRoundCircles) {
+  Picture picture(9, 9);
+  picture.DrawCircle(4, 4, 2, Black);
+  picture.DrawCircle(0, 8, 4, Blue);
+  EXPECT_EQ(Letters(picture), (Raster{".........",  //
+                                      ".........",  //
+                                      "...###...",  //
+                                      "..#...#..",  //
+                                      "BB#...#..",  //
+                                      "..B...#..",  //
+                                      "...B##...",  //
+                                      "....B....",  //
+                                      "....B...."}));
+}
+
+TEST(Picture, ClipsWithoutBendingLines) {
+  Picture near(8, 8), far(8, 8);
+  near.DrawLine(0, 0, 7, 7, Black);
+  far.DrawLine(-1e9, -1e9, 1e9, 1e9, Black);
+  EXPECT_EQ(Letters(far), Letters(near));
+  far.Clear();
+  const double huge = std::numeric_limits<double>::max(), none = std::numeric_limits<double>::quiet_NaN();
+  for (const double x : {-1e9, 1e18, huge, -huge, none, std::numeric_limits<double>::infinity()}) {
+    far.DrawDot(x, 2, Black);
+    far.DrawDot(2, x, Black);
+    far.DrawLine(x, -5, x, 5, Black);
+    far.DrawLine(-3, x, 3, x, Black);
+    far.DrawCircle(x, x, 3, Black);
+    far.PrintAt(x, 3, "1");
+  }
+  far.DrawCircle(4, 4, 1e15, Black);
+  far.DrawCircle(4, 4, none, Black);
+  EXPECT_EQ(Letters(far), Raster(8, "........"));
+  EXPECT_TRUE(far.Texts().empty());
+  far.DrawCircle(-1e6, 4, 1e6 + 3, Black);  // its right edge only
+  EXPECT_EQ(Letters(far), Raster(8, "...#...."));
+}
+
+TEST(Picture, ScrollsBeyondItsBuffer) {
+  Picture picture(5, 2);
+  const Colour colours[] = {Black, Red, Blue, White};
+  std::string top = ".....";
+  for (int step = 0; step < 47; ++step) {
+    picture.ScrollLeft();
+    picture.DrawDot(4, 0, colours[step % 4]);
+    top = top.substr(1) + LetterOf(colours[step % 4]);
+    ASSERT_EQ(Letters(picture), (Raster{top, "....."})) << step;
+  }
+  picture.PrintAt(3, 1, "x");
+  picture.ScrollLeft();
+  EXPECT_EQ(picture.Texts().at(0).x, 2);
+}
+
+TEST(Picture, WritesNumbersWithBlanks) {
+  Picture picture(10, 10);
+  picture.PrintAt(0, 0, 3.05F);
+  picture.PrintAt(0, 0, -0.5F);
+  picture.PrintAt(0, 0, 0.0F);
+  picture.PrintAt(0, 0, 30);
+  std::vector<std::string> texts;
+  for (const PictureText& text : picture.Texts()) texts.push_back(text.text);
+  EXPECT_EQ(texts, (std::vector<std::string>{" 3.05 ", "-0.5 ", " 0 ", " 30 "}));
+  picture.Clear();
+  EXPECT_TRUE(picture.Texts().empty());
+}
+
+TEST(Picture, ResizesItsContent) {
+  Picture echo(4, 2), curve(4, 2);
+  for (Picture* picture : {&echo, &curve}) {
+    picture->DrawLine(3, 0, 3, 1, Black);
+    picture->DrawDot(2, 1, Red);
+    picture->PrintAt(2, 1, "x");
+  }
+  echo.Resize(6, 4, Picture::Columns::Keep);
+  curve.Resize(8, 4);
+  EXPECT_EQ(Letters(echo), (Raster{".....#", ".....#", "....R#", "....R#"}));
+  EXPECT_EQ(Letters(curve), (Raster{"......##", "......##", "....RR##", "....RR##"}));
+  EXPECT_EQ(echo.Texts().at(0).x, 4);
+  EXPECT_EQ(curve.Texts().at(0).y, 2);
+  echo.SetScale(6, 4);
+  echo.DrawDot(0, 3, Blue);  // twice as high as at first
+  EXPECT_EQ(Runs(echo, 0), "2. 2B");
+  echo.Resize(2, 2, Picture::Columns::Keep);
+  EXPECT_EQ(Letters(echo), (Raster{".#", "R#"}));
+}
+
+TEST(Face, PaintsInsideThePicture) {
+  Picture texts(9, 8), target(16, 8);
+  texts.PrintAt(0, 0, -1.5F);
+  PaintTexts(texts, target, 2, 0, 1);
+  EXPECT_EQ(Letters(target), (Raster{"........#.......",  //
+                                     ".......##.......",  //
+                                     "........#.......",  //
+                                     "..###...#.......",  //
+                                     "........#.......",  //
+                                     "........#.......",  //
+                                     ".......###......",  //
+                                     "................"}));
+  const TextFrame all = {0, 0, 16, 8};
+  EXPECT_EQ(PaintText(target, all, 0, 0, "Датчик", Black, 1), 32);
+  EXPECT_EQ(PaintText(target, all, -9, -3, "GPS\xD0", Black, 2), 36);
+}
+
+}  // namespace
+}  // namespace sondrix

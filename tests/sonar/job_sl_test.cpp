@@ -1,0 +1,329 @@
+#include "sonar/job_sl.h"
+
+#include "samples/damage.h"
+#include "samples/echogram.h"
+#include "test_run.h"
+
+#ifdef __linux__
+#include <sys/resource.h>
+#endif
+
+#include <cmath>
+#include <csignal>
+#include <cstdio>
+#include <fstream>
+#include <map>
+
+namespace sondrix {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+// A small recording: scans with a frame of Primary and one of Downscan each, a step of 2 m between two.
+std::vector<SampleFrame> Scans(int count) {
+  std::vector<SampleFrame> frames;
+  for (int scan = 0; scan < count; ++scan) {
+    for (const int channel : {0, 2}) {
+      frames.push_back(Frame(channel, 10.0F + static_cast<float>(scan), 4'105'000 + 2 * scan));
+      frames.back().FrameIndex = scan + 1;
+    }
+  }
+  return frames;
+}
+
+TEST(JobSl, WritesALineForEachFrameOfTheChannel) {
+  TestRun test;
+  test.Source("lake.sl2", EchogramBytes(2, Scans(10)));
+  EXPECT_EQ(test.Click(), " 100%  scan 10 ^00:00:09 * done");
+  const auto lines = test.OutLines("lake.csv");
+  ASSERT_EQ(lines.size(), 10U);
+  EXPECT_EQ(lines[0], "55.999628436,36.999896059,3.05,2016-05-25T14:00:00");
+  EXPECT_EQ(lines[9], "55.999628436,37.0000583,5.79,2016-05-25T14:00:09");
+  EXPECT_TRUE(test.Out("lake.csv").ends_with("\r\n\r\n"));
+  EXPECT_FALSE(test.HasOut("lake_bad.txt"));
+  EXPECT_EQ(test.settings.TargetName, "");
+  EXPECT_TRUE(test.window.IsEnabled("DistDiff"));
+}
+
+TEST(JobSl, IntervalIsByFrameIndex) {
+  struct Row {
+    const char *skip, *cut;
+    std::size_t count;
+    const char* end;
+  };
+  const std::vector<Row> rows = {
+      {"4", "", 7, " 100%  scan 11 ^00:00:09 * done"},
+      {"4", "6", 3, " 100%  scan 7 * done"},
+      {"", "3", 3, " 100%  scan 3 * done"},
+      {"99", "", 0, " 100ip scan # 10 * done"},
+      {"4", "4", 0, " ! selected interval # is incorrect..."},
+      {"x", "", 0, " ! error JobSl: 13. Type mismatch"},
+  };
+  for (const Row& row : rows) {
+    TestRun test;
+    test.settings.ScanSkip = row.skip;
+    test.settings.ScanCut = row.cut;
+    test.Source("lake.sl2", EchogramBytes(2, Scans(10)));
+    EXPECT_EQ(test.Click(), row.end) << row.skip << " to " << row.cut;
+    EXPECT_EQ(test.HasOut("lake.csv") ? test.OutLines("lake.csv").size() : 0, row.count) << row.skip;
+    EXPECT_TRUE(test.window.IsEnabled("ScanSkip"));
+  }
+}
+
+// A search passes over parts of a hundredth of the source, so these sources are long enough for it to see the
+// next frame's head.
+TEST(JobSl, BadFrameIsReportedAndTheNextMarkerFound) {
+  auto frames = Scans(40);
+  frames[9].SampleCount = 1900;  // the fifth of Downscan
+  TestRun test;
+  test.Source("lake.sl2", EchogramBytes(2, frames));
+  EXPECT_EQ(test.Click(), " 100%  scan 39 ^00:00:39 * done");
+  EXPECT_EQ(test.OutLines("lake.csv").size(), 39U);
+  EXPECT_EQ(test.Out("lake.csv").find("2016-05-25T14:00:04"), std::string::npos);
+  EXPECT_EQ(test.OutLines("lake_bad.txt"), std::vector<std::string>{" ! log-file error 11% offset 18584..."});
+}
+
+TEST(JobSl, SilentlyBadFramesLeaveNoTrace) {
+  auto frames = Scans(40);
+  frames[3].WaterDepth = 1500.5F;
+  frames[7].WaterDepth = 1500.0F;
+  frames[11].LowerLimit = 0.01F;
+  frames[15].WaterDepth = -1;
+  frames[19].WaterDepth = std::nanf("");
+  frames[23].WaterDepth = 0;  // accepted, but there is nothing to write
+  TestRun test;
+  test.Source("lake.sl2", EchogramBytes(2, frames));
+  // Four are bad; the third search starts late in its hundredth, so it passes over one more.
+  EXPECT_EQ(test.Click(), " 100%  scan 35 ^00:00:39 * done");
+  const auto lines = test.OutLines("lake.csv");
+  ASSERT_EQ(lines.size(), 34U);
+  EXPECT_EQ(lines[2], "55.999628436,36.99995014,457.2,2016-05-25T14:00:03");
+  EXPECT_FALSE(test.HasOut("lake_bad.txt"));
+}
+
+TEST(JobSl, Sl3EndsAtItsFirstReportedBadFrame) {
+  auto frames = Scans(10);
+  frames[5].SampleCount = 1900;
+  TestRun test;
+  test.Source("lake.sl3", EchogramBytes(3, frames));
+  EXPECT_EQ(test.Click(), " * process stopped");
+  EXPECT_EQ(test.OutLines("lake.csv").size(), 2U);
+  EXPECT_EQ(test.OutLines("lake_bad.txt").size(), 1U);
+}
+
+TEST(JobSl, DamagedSourcesEndInOrder) {
+  struct Row {
+    std::string end;
+    std::size_t lines;  // of the CSV
+  };
+  const std::string pastEnd = " ! error JobSl: 9. Subscript out of range";
+  const std::string unread = " 100gin processing... * done";
+  const std::string oneLost = " 100%  scan 39 ^00:00:39 * done";
+  const std::map<std::string_view, Row> rows = {
+      {"empty", {pastEnd, 0}},
+      {"1-byte", {unread, 0}},
+      {"2-bytes", {unread, 0}},
+      {"3-bytes", {unread, 0}},
+      {"4-bytes", {unread, 0}},
+      {"5-bytes", {unread, 0}},
+      {"6-bytes", {unread, 0}},
+      {"7-bytes", {unread, 0}},
+      {"8-bytes", {unread, 0}},
+      {"9-bytes", {pastEnd, 0}},
+      {"format-word", {" ! error JobSl: 6. Overflow", 0}},
+      {"cut-in-lead", {pastEnd, 39}},
+      {"cut-in-header", {pastEnd, 39}},
+      {"cut-in-samples", {pastEnd, 39}},
+      {"frame-size-zero", {oneLost, 39}},
+      {"frame-size-negative", {oneLost, 39}},
+      {"sample-count-zero", {oneLost, 39}},
+      {"noise", {" 100%  scan 38 ^00:00:39 * done", 38}},
+      {"noise-to-end", {pastEnd, 20}},
+      {"sl3-bad-frame", {" * process stopped", 20}},
+      {"sl3-frame-size-zero", {" * process stopped", 20}},
+      {"sl3-noise", {" * process stopped", 20}},
+  };
+  for (const Damage& damage : Damages()) {
+    const auto row = rows.find(damage.Name);
+    ASSERT_NE(row, rows.end()) << damage.Name;
+    TestRun test;
+    test.Source("lake.sl2", damage.Apply(CleanEchogram(damage.FormatWord)));
+    EXPECT_EQ(test.Click(), row->second.end) << damage.Name;
+    EXPECT_EQ(test.OutLines("lake.csv").size(), row->second.lines) << damage.Name;
+    EXPECT_TRUE(test.window.IsEnabled("btnGO") && test.window.IsEnabled("Source")) << damage.Name;
+  }
+}
+
+TEST(JobSl, SourceThatCannotBeReadLeavesTheEarlierCsv) {
+  TestRun test;
+  test.Source("lake.sl2", EchogramBytes(2, Scans(10))).Click();
+  std::filesystem::remove(test.settings.Source);
+  EXPECT_EQ(test.Click(), " ! error JobSl: 53. File not found");
+  std::filesystem::create_directory(test.settings.Source);
+  EXPECT_EQ(test.Click(), " ! error JobSl: 75. Path/File access error");
+  test.settings.Source = (test.folder / "none" / "lake.sl2").string();
+  EXPECT_EQ(test.Click(), " ! error JobSl: 76. Path not found");
+  EXPECT_EQ(test.OutLines("lake.csv").size(), 10U);
+}
+
+TEST(JobSl, TargetThatCannotBeWritten) {
+  TestRun test;
+  test.Source("lake.sl2", EchogramBytes(2, Scans(10)));
+  std::filesystem::create_directories(test.OutPath("lake.csv") + "/full");
+  EXPECT_EQ(test.Click().substr(0, 17), " ! error JobSl: 7");
+  EXPECT_TRUE(test.window.IsEnabled("btnGO") && test.window.IsEnabled("Source"));
+}
+
+#ifdef __linux__
+TEST(JobSl, FullDiskStillWritesTheOtherOutputs) {
+  auto frames = Scans(10);
+  frames[9].SampleCount = 1900;
+  for (int i = 0; i < 100; ++i) frames.push_back(Frame(2, 10));
+  TestRun test;
+  test.Source("lake.sl2", EchogramBytes(2, frames));
+  rlimit old{};
+  getrlimit(RLIMIT_FSIZE, &old);
+  const rlimit small{2000, old.rlim_max};
+  const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+  setrlimit(RLIMIT_FSIZE, &small);
+  const std::string end = test.Click();
+  setrlimit(RLIMIT_FSIZE, &old);
+  std::signal(SIGXFSZ, handler);
+  EXPECT_EQ(end, " ! error JobSl: 61. Disk full");
+  EXPECT_EQ(test.OutLines("lake_bad.txt").size(), 1U);
+  EXPECT_TRUE(test.window.IsEnabled("btnGO") && test.window.IsEnabled("Source"));
+}
+#endif
+
+TEST(JobSl, MissingChannelIsAskedAbout) {
+  std::vector<SampleFrame> frames;
+  for (const int index : {1, 5000, 5001, 5002, 5003}) {
+    frames.push_back(Frame(0, 10));
+    frames.back().FrameIndex = index;
+  }
+  TestRun test;
+  test.Source("lake.sl2", EchogramBytes(2, frames));
+  test.window.onAsk = [](std::size_t number) { return number < 2; };
+  EXPECT_EQ(test.Click(), " * processing aborted by user");
+  EXPECT_EQ(test.window.questions.size(), 2U);
+  EXPECT_EQ(test.window.beeps, 2);
+  test.settings.ScanSkip = "100";
+  test.window.onAsk = nullptr;
+  EXPECT_EQ(test.Click(), " 100%  scan 0 * done");
+  EXPECT_EQ(test.window.questions.size(), 2U) << "5003 lies within 5000 scans of 100";
+}
+
+TEST(JobSl, PauseAndStopActAtTheNextFrame) {
+  TestRun test;
+  test.Source("lake.sl2", EchogramBytes(2, Scans(10)));
+  int resumeAt = 0;
+  test.window.onPump = [&](int pump) {
+    if (pump == 20) {
+      PauseClick(test.run);
+      EXPECT_EQ(test.window.captions["RunSet"], ">>");
+      resumeAt = pump + 4;
+    }
+    if (pump == resumeAt) PauseClick(test.run);
+  };
+  EXPECT_EQ(test.Click(), " 100%  scan 10 ^00:00:09 * done");
+  EXPECT_EQ(test.window.waited, 3000);
+  EXPECT_EQ(test.OutLines("lake.csv").size(), 10U);
+
+  test.window.pumps = 0;
+  bool mayClose = true;
+  test.window.onPump = [&](int pump) {
+    if (pump == 20) PauseClick(test.run);
+    if (pump == 22) mayClose = CloseClick(test.run);
+  };
+  EXPECT_EQ(test.Click(), " * processing aborted by user");
+  EXPECT_FALSE(mayClose);
+  EXPECT_LT(test.OutLines("lake.csv").size(), 10U);
+  EXPECT_EQ(test.window.captions["RunSet"], "II");
+  EXPECT_TRUE(CloseClick(test.run));
+}
+
+// A sparse recording beyond the first chunk: frames of 32000 bytes, of which only the heads are written.
+void WriteLong(TestRun& test, int frameCount, std::uintmax_t length) {
+  SampleFrame pattern = Frame(2, 10);
+  pattern.Samples.resize(32000 - 144);
+  pattern.SampleCount = 1920;
+  EchogramWriter writer(2);
+  Bytes bytes;
+  writer.Start(bytes);
+  test.Source("long.sl2", bytes);
+  std::fstream file(test.settings.Source, std::ios::in | std::ios::out | std::ios::binary);
+  for (int i = 0; i < frameCount; ++i) {
+    pattern.MercX += 2;
+    bytes.clear();
+    writer.Add(pattern, bytes);
+    file.seekp(8 + 32000LL * i).write(reinterpret_cast<const char*>(bytes.data()), 144);
+  }
+  file.close();
+  std::filesystem::resize_file(test.settings.Source, length);
+}
+
+TEST(JobSl, FrameAtTheSeamOfTwoChunksComesTwice) {
+  TestRun test;
+  WriteLong(test, 6260, 8 + 32000ULL * 6260);
+  EXPECT_EQ(test.Click(), " 100%  scan 6261 ^01:44:19 * done");
+  auto lines = test.OutLines("long.csv");
+  ASSERT_EQ(lines.size(), 6261U);
+  EXPECT_EQ(lines[6249], lines[6250]);
+  EXPECT_NE(lines[6250], lines[6251]);
+  test.settings.DistDiff = "1";
+  test.Click();
+  EXPECT_EQ(test.OutLines("long.csv").size(), 6260U) << "the second falls to the filter";
+}
+
+TEST(JobSl, SearchForTheMarkerEndsWithTheChunk) {
+  TestRun test;
+  WriteLong(test, 6245, 200'100'000);  // zeros behind the last frame
+  EXPECT_EQ(test.Click(), " ! error JobSl: 9. Subscript out of range");
+  EXPECT_EQ(test.OutLines("long.csv").size(), 6245U);
+}
+
+TEST(JobSl, RealRecordings) {
+  struct Row {
+    const char* file;
+    int channel;
+    std::size_t lines;
+  };
+  const std::filesystem::path folder = RecordingsFolder();
+  if (folder.empty()) GTEST_SKIP() << "the folder of real recordings isn't here";
+  // The tank's Downscan and Sidescan carry no depth.
+  const std::vector<Row> rows = {{"river-elite.sl2", 0, 325},
+                                 {"river-elite.sl2", 2, 653},
+                                 {"tank-hds.sl3", 0, 113},
+                                 {"tank-hds.sl3", 2, 0},
+                                 {"tank-hds.sl3", 5, 0}};
+  for (const Row& row : rows) {
+    SCOPED_TRACE(std::string(row.file) + " channel " + std::to_string(row.channel));
+    TestRun test;
+    test.settings.Source = (folder / "echograms" / row.file).string();
+    const std::string stem = std::filesystem::path(row.file).stem().string();
+    EXPECT_TRUE(test.Click(row.channel).ends_with(" * done")) << test.window.att;
+    const std::string whole = test.Out(stem + ".csv");
+    const auto lines = test.OutLines(stem + ".csv");
+    EXPECT_EQ(lines.size(), row.lines);
+    std::string lastStamp;
+    const bool river = stem == "river-elite";
+    for (const std::string& line : lines) {
+      double lat = 0, lon = 0, depth = 0;
+      char stamp[20] = "";
+      ASSERT_EQ(std::sscanf(line.c_str(), "%lf,%lf,%lf,%19s", &lat, &lon, &depth, stamp), 4) << line;
+      EXPECT_TRUE(depth > 0 && depth < (river ? 13.4 : 262.4) * 0.3048) << line;
+      EXPECT_TRUE(!river || (lat > 53.23514 && lat < 53.23532 && lon > 39.95904 && lon < 39.95923)) << line;
+      EXPECT_LE(lastStamp, stamp) << line;
+      lastStamp = stamp;
+    }
+    for (const std::size_t block : {1U, 1000U, 65536U}) {
+      test.settings.TargetName = "small";
+      ChannelClick(test.run, row.channel);
+      JobSl(test.run, block);
+      EXPECT_EQ(test.Out("small.csv"), whole) << "read in blocks of " << block;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace sondrix

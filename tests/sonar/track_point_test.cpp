@@ -1,0 +1,172 @@
+#include "sonar/track_point.h"
+
+#include "samples/echogram.h"
+#include "sonar/sl_format.h"
+#include "test_run.h"
+
+#include <cmath>
+
+namespace sondrix {
+namespace {
+
+SlFrame At(std::int32_t mercX, float course = 1, float heading = 1) {
+  SlFrame frame;
+  frame.MercX = mercX;
+  frame.MercY = 7'533'000;
+  frame.Course = course;
+  frame.Heading = heading;
+  return frame;
+}
+
+TEST(TrackPoint, DistanceCountsFromTheLastPointThatPassed) {
+  TestRun test;
+  test.limits.MinDistM = 2;
+  TrackState track;
+  std::string csv;
+  std::vector<bool> written;
+  for (const int x : {100, 101, 102, 103, 105}) {
+    const std::size_t before = csv.size();
+    TrackPointOf(test.run, track, {At(x), 3, 0, 0}, csv);
+    written.push_back(csv.size() > before);
+  }
+  EXPECT_EQ(written, (std::vector<bool>{true, false, false, true, false}));
+}
+
+TEST(TrackPoint, DepthColumn) {
+  const std::vector<std::pair<float, std::string>> rows = {
+      {3.05F, "3.05"}, {0.4F, "0.4"}, {12, "12"}, {0.01F, "0.01"}};
+  for (const auto& [depth, text] : rows) {
+    TestRun test;
+    TrackState track;
+    std::string csv;
+    track.fix.StampText = "S";
+    TrackPointOf(test.run, track, {At(0), depth, 0, 0}, csv);
+    EXPECT_TRUE(csv.ends_with("," + text + ",S\r\n")) << csv;
+  }
+  TestRun test;
+  TrackState track;
+  std::string csv;
+  TrackPointOf(test.run, track, {At(0), 0, 0, 0}, csv);
+  EXPECT_EQ(csv, "");
+  EXPECT_FALSE(track.fix.HasDepth);
+}
+
+TEST(TrackPoint, TurnFlags) {
+  struct Row {
+    float course, heading;
+    bool exceeded, up;
+  };
+  // In the order of a run; the limit is 0.1 rad.
+  const std::vector<Row> rows = {
+      {1.0F, 0, false, true},       // the first angle has nothing to turn from
+      {1.05F, 0, false, true},      // below the limit
+      {1.30F, 0, true, true},       // a turn to the right
+      {1.30F, 0, true, true},       // nothing moved: the flags stay
+      {0, 0, true, true},           // absent
+      {1.10F, 0, true, false},      // to the left
+      {1.11F, 2.0F, false, true},   // the first heading overwrites what the course set
+      {1.50F, 2.05F, false, true},  // so does the next
+  };
+  TestRun test;
+  test.limits.MaxTurnRad = 0.1F;
+  TrackState track;
+  std::string csv;
+  for (const Row& row : rows) {
+    TrackPointOf(test.run, track, {At(0, row.course, row.heading), 3, 0, 0}, csv);
+    EXPECT_EQ(track.fix.TurnExceeded, row.exceeded) << "row " << &row - rows.data();
+    EXPECT_EQ(track.fix.TurnUp, row.up) << "row " << &row - rows.data();
+  }
+}
+
+TEST(TrackPoint, TransducerIsLaidOutFromTheBow) {
+  struct Row {
+    bool useHead;
+    const char *x, *y, *lat, *lon;
+  };
+  // About 60 N 30 E; course east, heading absent. Ten metres are some 9e-5 degrees of latitude.
+  const std::vector<Row> rows = {
+      {false, "0", "1000", "same", "more"},  // ahead is east
+      {false, "1000", "0", "less", "same"},  // right of east is south
+      {true, "0", "1000", "more", "same"},   // an absent heading counts as north
+      {false, "-", "", "same", "same"},
+  };
+  const auto compare = [](double value, double base) {
+    return std::abs(value - base) < 2e-6 ? "same" : value < base ? "less" : "more";
+  };
+  for (const Row& row : rows) {
+    TestRun test;
+    test.settings.UseHead = row.useHead;
+    test.settings.DucerX = row.x;
+    test.settings.DucerY = row.y;
+    SampleFrame frame = Frame(2, 10, 3'328'000, 8'362'000);
+    frame.Course = 1.57079633F;
+    frame.Heading = 0;
+    test.Source("a.sl2", EchogramBytes(2, {frame})).Click();
+    double lat = 0, lon = 0;
+    ASSERT_EQ(std::sscanf(test.Out("a.csv").c_str(), "%lf,%lf", &lat, &lon), 2);
+    test.settings.DucerX = test.settings.DucerY = "0";
+    test.Click();
+    double baseLat = 0, baseLon = 0;
+    ASSERT_EQ(std::sscanf(test.Out("a.csv").c_str(), "%lf,%lf", &baseLat, &baseLon), 2);
+    EXPECT_EQ(compare(lat, baseLat), std::string(row.lat)) << row.x << "/" << row.y;
+    EXPECT_EQ(compare(lon, baseLon), std::string(row.lon)) << row.x << "/" << row.y;
+    test.settings.UseUTM = true;
+    test.Click();
+    double easting = 0, northing = 0;
+    ASSERT_EQ(std::sscanf(test.Out("a.csv").c_str(), "%lf,%lf", &easting, &northing), 2);
+    EXPECT_TRUE(easting > 667'000 && easting < 668'000 && northing > 6'600'000) << test.Out("a.csv");
+  }
+}
+
+TEST(TrackPoint, LiveTrackStepsWithTheSpeed) {
+  TestRun test;
+  test.settings.ViewOzi = true;
+  std::vector<int> points, codes;
+  int counter = 0, offMap = 0;
+  test.link.CreateTrackPoint = [&](int, int code, double, double, double feet, double date) {
+    points.push_back(counter);
+    codes.push_back(code);
+    EXPECT_EQ(feet, 10.1);
+    EXPECT_NEAR(date, 42515.58334, 1e-5);
+  };
+  test.link.IsPositionOnMap = [](double, double) { return 0; };
+  test.link.FindMapAtPosition = [&](double, double) { ++offMap; };
+  TrackState track;
+  track.TrackStart = 1;
+  std::string csv;
+  for (; counter <= 500; ++counter) {
+    SlFrame frame = At(counter);
+    frame.WaterDepth = 10.06F;
+    frame.TimeOffset = 500;
+    frame.Speed = counter < 200 ? 7.0F : counter < 300 ? 4.0F : 2.0F;
+    TrackPointOf(test.run, track, {frame, 3, DateOfUnix(1'464'184'800), counter}, csv);
+  }
+  EXPECT_EQ(points, (std::vector<int>{0, 50, 100, 150, 200, 300, 400}));
+  EXPECT_EQ(codes, (std::vector<int>{1, 0, 0, 0, 0, 0, 0}));
+  EXPECT_EQ(offMap, 1);
+  EXPECT_EQ(test.window.informed, std::vector<std::string>{"Load relevant map in OziExplorer"});
+}
+
+TEST(TrackPoint, MarkIsServedOnceAtTheNextPointWithADepth) {
+  TestRun test;
+  auto dry = Frame(2, 0);
+  auto wet = Frame(2, 10.5F);
+  dry.FrameIndex = 1199;
+  wet.FrameIndex = 1200;
+  test.Source("a.sl2", EchogramBytes(2, {dry, wet, wet}));
+  test.settings.MakeGraf = true;
+  test.window.onPump = [&](int pump) {
+    if (pump == 2) MarkClick(test.run, MarkRelief);
+    if (pump == 3) MarkClick(test.run, MarkFish);
+  };
+  test.Click();
+  EXPECT_EQ(
+      test.Out("a_usr.wpt"),
+      "OziExplorer Waypoint File Version 1.1\r\nWGS 84\r\nReserved 2\r\ngarmin\r\n"
+      "0,3.2,  55.999628436,  36.999896059,41569.5000000, 23, 0, 3,         0,  16776960,#1200 4.8 km/h "
+      ", 2, 0,    0,     -0, 6, 0,17,0,10.0,2,,,,240\r\n\r\n");
+  EXPECT_TRUE(test.HasOut("1200.bmp"));
+}
+
+}  // namespace
+}  // namespace sondrix

@@ -1,0 +1,99 @@
+#pragma once
+
+#include "app/language.h"
+#include "core/files.h"
+#include "core/messages.h"
+#include "core/run.h"
+#include "core/run_limits.h"
+#include "core/run_state.h"
+#include "core/settings.h"
+#include "echo/views.h"
+#include "jobs/clicks.h"
+#include "ozi/ozi_link.h"
+#include "test_window.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace sondrix {
+
+// The folder of the real recordings, empty where it isn't there.
+inline std::filesystem::path RecordingsFolder() {
+  for (std::filesystem::path folder = std::filesystem::path(__FILE__).parent_path();
+       folder.has_relative_path(); folder = folder.parent_path()) {
+    if (std::filesystem::is_directory(folder / "shared" / "echograms")) return folder / "shared";
+  }
+  return {};
+}
+
+// A whole run in a folder of its own: put a source there, set the fields, click.
+class TestRun {
+ public:
+  TestRun() {
+    const auto* test = testing::UnitTest::GetInstance()->current_test_info();
+    static int count = 0;
+    folder = std::filesystem::temp_directory_path() /
+             ("sondrix." + std::string(test->name()) + "." + std::to_string(++count) + "." +
+              std::to_string(reinterpret_cast<std::uintptr_t>(this)));
+    std::filesystem::remove_all(folder);
+    std::filesystem::create_directories(folder / "out");
+    settings.TargetPath = (folder / "out").string() + PathSeparator;
+    settings.UseDcm = false;
+    settings.DistDiff = "0";
+    settings.MakeGraf = false;
+    settings.UseHead = false;
+    messages = *MessagesOf(LangEnglish);
+  }
+  ~TestRun() {
+    std::error_code ignored;
+    std::filesystem::permissions(folder / "out", std::filesystem::perms::owner_all, ignored);
+    std::filesystem::remove_all(folder, ignored);
+  }
+  TestRun(const TestRun&) = delete;
+  TestRun& operator=(const TestRun&) = delete;
+
+  // Writes a source of that name and chooses it.
+  TestRun& Source(const std::string& name, std::span<const std::uint8_t> bytes) {
+    settings.Source = (folder / name).string();
+    OutputFile(settings.Source).Write(bytes);
+    return *this;
+  }
+  // Chooses the channel, clicks the start button, and gives the last text of the log line.
+  std::string Click(int channel = 2) {
+    ChannelClick(run, channel);
+    GoClick(run);
+    return window.att;
+  }
+  std::string OutPath(const std::string& name) const { return settings.TargetPath + name; }
+  bool HasOut(const std::string& name) const { return std::filesystem::exists(OutPath(name)); }
+  std::string Out(const std::string& name) const { return ReadWhole(OutPath(name)); }
+  // The lines of a text output, without their line ends; the empty one at the end of every file is left out.
+  std::vector<std::string> OutLines(const std::string& name) const {
+    std::vector<std::string> lines;
+    const std::string text = Out(name);
+    for (std::size_t at = 0; at < text.size();) {
+      const std::size_t end = text.find("\r\n", at);
+      lines.push_back(text.substr(at, end - at));
+      if (end == std::string::npos) break;
+      at = end + 2;
+    }
+    if (!lines.empty() && lines.back().empty()) lines.pop_back();
+    return lines;
+  }
+
+  std::filesystem::path folder;
+  Settings settings;
+  RunLimits limits;
+  RunState state;
+  Messages messages;
+  Pictures pictures;
+  OziLink link;
+  TestWindow window;
+  Run run{settings, limits, state, messages, pictures, link, window};
+};
+
+}  // namespace sondrix
