@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <span>
 
 namespace sondrix {
 
@@ -70,6 +71,10 @@ void OpenFiles(SlRun& sl, std::size_t blockSize) {
   DeleteIfThere(csvPath);
   run.window.Pump();
   sl.csv = OutputFile(csvPath);
+  if (run.settings.MakeCut) {
+    const std::string suffix = "_ch" + std::to_string(run.state.SelectedChannel) + ".sl2";
+    sl.cut.Open(TargetFile(sl, suffix), run.settings.Source, sl.source->FileLength());
+  }
   sl.format = SlFormatOf(U16At(sl.source->Bytes(0, 2).data()));
 }
 
@@ -149,19 +154,48 @@ Step CheckInterval(SlRun& sl, bool& inside) {
   return Step::NextFrame;
 }
 
-void ShowProgress(SlRun& sl, std::int32_t timeOffset) {
+// Every byte of a frame that a run may use, from its start. Fault 9 where the file ends before.
+std::span<const std::uint8_t> FrameBytes(SlRun& sl, bool is3D) {
+  std::int32_t length = std::max<std::int32_t>(sl.format.offsets->bodyEnd,  //
+                                               sl.format.HeaderLength + sl.lead.SampleCount);
+  if (is3D) length = std::max(length, ListsEnd3D);
+  if (sl.cut.IsOpen()) length = std::max<std::int32_t>(length, sl.lead.FrameSize);
+  return sl.source->Bytes(sl.source->Pos, static_cast<std::size_t>(length));
+}
+
+void CutFrame(SlRun& sl, std::span<const std::uint8_t> bytes, std::span<const std::uint8_t> samples,
+              const SlFrame& frame) {
+  if (!sl.cut.IsOpen()) return;
+  const CutSource source = {.frame = bytes.first(static_cast<std::size_t>(frame.FrameSize)),
+                            .body = bytes.first(sl.format.offsets->bodyEnd),
+                            .samples = samples};
+  sl.cut.Add(source, frame, sl.format, sl.run.settings);
+}
+
+void CheckDepth(SlRun& sl, std::span<const std::uint8_t> samples, const SlFrame& frame, float depthM,
+                float scaleM) {
   ComposeProgress(sl);
   sl.line.append(" ^");
-  AppendHms(sl.line, timeOffset);
-  sl.run.window.SetAtt(sl.line);
+  AppendHms(sl.line, frame.TimeOffset);
+  DepthCheck(sl.run, sl.depth,
+             {.Samples = samples,
+              .Channel = frame.Channel,
+              .DepthM = depthM,
+              .ScaleM = scaleM,
+              .FrameCounter = sl.FrameCounter,
+              .FilePosition = sl.source->FilePosition(),
+              .DefectLevel = sl.DefectLevel,
+              .Progress = sl.line},
+             sl.BadLog);
 }
 
 Step ProcessFrame(SlRun& sl) {
   Run& run = sl.run;
-  SlSource& source = *sl.source;
-  SlFrame frame = SlBody(source.Bytes(source.Pos, sl.format.offsets->bodyEnd), sl.format, sl.lead);
-  source.Require(source.Pos + sl.format.HeaderLength, frame.SampleCount);
   const bool is3D = run.state.SelectedChannel == 9;
+  const std::span<const std::uint8_t> bytes = FrameBytes(sl, is3D);
+  SlFrame frame = SlBody(bytes, sl.format, sl.lead);
+  const std::span samples = bytes.subspan(static_cast<std::size_t>(sl.format.HeaderLength),
+                                          static_cast<std::size_t>(frame.SampleCount));
   if (is3D) frame.LowerLimit = LowerLimit3D;
 
   sl.track.fix.StampText.clear();
@@ -169,12 +203,22 @@ Step ProcessFrame(SlRun& sl) {
 
   if (!(frame.WaterDepth >= 0 && frame.WaterDepth <= MaxWaterDepth)) return Step::Resync;
   const auto depthM = static_cast<float>(RoundTo(frame.WaterDepth * MetresPerFoot, DepthDigits));
-  const auto scaleM = static_cast<float>(RoundTo(frame.LowerLimit * MetresPerFoot, DepthDigits));
+  auto scaleM = static_cast<float>(RoundTo(frame.LowerLimit * MetresPerFoot, DepthDigits));
   if (scaleM == 0) return Step::Resync;
 
   TrackPointOf(run, sl.track, {frame, depthM, *sl.RunDate, sl.FrameCounter}, sl.CsvBuffer);
+  CutFrame(sl, bytes, samples, frame);
   ++sl.FrameCounter;
-  if (!is3D) ShowProgress(sl, frame.TimeOffset);
+  if (run.settings.MakeGraf) {
+    ShowFrame(run.pictures, run.state.SelectedChannel, samples, scaleM, depthM, run.settings.EhoSens,
+              run.state.DefectPause, run.window);
+  }
+  if (is3D) {
+    const SlLists3D lists = SlSamples3D(bytes);
+    Points3D(run, sl.points, sl.track.fix, {samples, lists.LeftBytes, lists.RightBytes}, sl.CsvBuffer);
+  } else {
+    CheckDepth(sl, samples, frame, depthM, scaleM);
+  }
   return Step::NextFrame;
 }
 
@@ -254,6 +298,9 @@ std::optional<Fault> CloseAll(SlRun& sl) {
     }
   };
   if (sl.source) sl.source->Close();
+  guarded([&] {
+    if (sl.cut.IsOpen()) sl.cut.Close(run.state.KnownSamples + sl.format.HeaderLength);
+  });
   guarded([&] { WriteWaypointFile(run); });
   guarded([&] { SetRunLock(run.window, false); });
   guarded([&] { ShowEnd(run); });

@@ -2,6 +2,9 @@
 
 #include "core/date_time.h"
 #include "core/files.h"
+#include "echo/depth_check.h"
+#include "echo/points_3d.h"
+#include "sonar/cut.h"
 #include "sonar/sl_format.h"
 #include "sonar/sl_source.h"
 #include "sonar/track_point.h"
@@ -21,6 +24,7 @@ struct SlRun {
   Run& run;
   std::optional<SlSource> source;
   OutputFile csv;
+  SlCut cut;
   SlFormat format;
   SlLeadFields lead;  // of the current frame, with the effective sample count
   std::int32_t FirstIndex = 0, LastIndex = 0;
@@ -30,6 +34,8 @@ struct SlRun {
   std::int32_t DefectLevel = 1;  // centimetres
   std::string CsvBuffer, BadLog;
   TrackState track;
+  DepthState depth;
+  Points3DState points;
   std::string line;  // the log line under construction
 };
 
