@@ -1,9 +1,5 @@
 #include "echo/depth_check.h"
 
-#include <algorithm>
-#include <cmath>
-#include <limits>
-
 #include "core/fault.h"
 #include "core/files.h"
 #include "core/messages.h"
@@ -13,6 +9,10 @@
 #include "core/settings.h"
 #include "core/window.h"
 #include "echo/views.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
 
 namespace sondrix {
 namespace {

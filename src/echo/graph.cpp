@@ -1,12 +1,12 @@
-#include <algorithm>
-#include <iterator>
-#include <span>
-#include <vector>
-
 #include "core/files.h"
 #include "echo/face.h"
 #include "echo/views.h"
 #include "formats/bmp.h"
+
+#include <algorithm>
+#include <iterator>
+#include <span>
+#include <vector>
 
 namespace sondrix {
 namespace {

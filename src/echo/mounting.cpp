@@ -1,10 +1,10 @@
-#include <algorithm>
-#include <cmath>
-
 #include "core/messages.h"
 #include "core/rounding.h"
 #include "echo/curve.h"
 #include "echo/views.h"
+
+#include <algorithm>
+#include <cmath>
 
 namespace sondrix {
 namespace {

@@ -1,9 +1,9 @@
 #include "echo/picture.h"
 
+#include "core/number_text.h"
+
 #include <algorithm>
 #include <cmath>
-
-#include "core/number_text.h"
 
 namespace sondrix {
 namespace {

@@ -1,8 +1,5 @@
 #include "echo/points_3d.h"
 
-#include <algorithm>
-#include <bit>
-
 #include "core/depth_text.h"
 #include "core/fault.h"
 #include "core/fix.h"
@@ -15,6 +12,9 @@
 #include "geo/constants.h"
 #include "geo/utm.h"
 #include "geo/vincenty.h"
+
+#include <algorithm>
+#include <bit>
 
 namespace sondrix {
 namespace {

@@ -23,7 +23,8 @@ struct Points3DState {
   std::string PointLat, PointLon, Northing, Easting;
 };
 
-// Entries of a list of that length; the last 12 bytes of a list hold its last entry and what follows it.
+// How many entries a list of that length holds: its first 4 and its last 4 bytes belong to none. None
+// below 12.
 int EntriesOf(std::int16_t listBytes);
 
 // Turns a frame's entries into lines of the CSV, placed square to the boat's direction, and draws them. Where

@@ -1,13 +1,13 @@
 #include "echo/views.h"
 
-#include <algorithm>
-#include <cmath>
-#include <limits>
-
 #include "core/fault.h"
 #include "core/rounding.h"
 #include "core/window.h"
 #include "echo/curve.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
 
 namespace sondrix {
 namespace {

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "echo/picture.h"
+
 #include <cstdint>
 #include <span>
 #include <string_view>
-
-#include "echo/picture.h"
 
 namespace sondrix {
 

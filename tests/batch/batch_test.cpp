@@ -11,6 +11,7 @@
 #include "app/batch/interrupt.h"
 #include "app/session.h"
 #include "core/files.h"
+#include "samples/echogram.h"
 
 namespace sondrix {
 namespace {
@@ -75,6 +76,17 @@ TEST_F(BatchTest, WrongUsageRunsNothingAndSaysWhy) {
     EXPECT_EQ(outcome.err.find('\n'), outcome.err.size() - 1) << outcome.err;
     EXPECT_FALSE(std::filesystem::exists(folder / "out"));
   }
+}
+
+TEST_F(BatchTest, APictureOfTheEndLiesBesideTheCsv) {
+  const auto bytes = EchogramBytes(2, {Frame(2, 10), Frame(0, 10), Frame(2, 11)});
+  const std::string source = Write("lake.sl2", {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+  const Outcome outcome = Batch({"-o", Path("out"), "-s", "DistDiff=0", source});
+  EXPECT_EQ(outcome.out, "lake.sl2: 100%  scan 2 ^00:00:01 offset  4136 - L3.35<>A3.06... * done\n");
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(ReadWhole(Path("out/lake_ch2.bmp")).size(), 54U + 420 * (402 * 3 + 2));
+  Batch({"-o", Path("out"), "-s", "MakeGraf=0", "-s", "UseTyp=0", source});
+  EXPECT_FALSE(std::filesystem::exists(Path("out/lake_ch0.bmp")));
 }
 
 TEST_F(BatchTest, ListsEveryField) {

@@ -1,11 +1,11 @@
 #include "echo/depth_check.h"
 
+#include "core/files.h"
+#include "echo/echo_run.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
-
-#include "core/files.h"
-#include "echo/echo_run.h"
 
 namespace sondrix {
 namespace {

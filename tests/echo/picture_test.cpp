@@ -1,11 +1,11 @@
 #include "echo/picture.h"
 
+#include "echo/echo_run.h"
+#include "echo/face.h"
+
 #include <gtest/gtest.h>
 
 #include <limits>
-
-#include "echo/echo_run.h"
-#include "echo/face.h"
 
 namespace sondrix {
 namespace {

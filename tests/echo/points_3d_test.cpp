@@ -1,13 +1,13 @@
 #include "echo/points_3d.h"
 
+#include "core/fix.h"
+#include "echo/echo_run.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstring>
 #include <limits>
-
-#include "core/fix.h"
-#include "echo/echo_run.h"
 
 namespace sondrix {
 namespace {

@@ -1,12 +1,12 @@
 #include "echo/views.h"
 
+#include "core/files.h"
+#include "echo/echo_run.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <numbers>
-
-#include "core/files.h"
-#include "echo/echo_run.h"
 
 namespace sondrix {
 namespace {

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "app/batch/batch_window.h"
+#include "app/batch/end_picture.h"
 #include "app/batch/exit_status.h"
 #include "app/batch/interrupt.h"
 #include "app/batch/options.h"
@@ -95,7 +96,9 @@ bool ConvertSource(Session& session, BatchWindow& window, const std::string& sou
   window.BeginSource(name.empty() ? std::string_view(source) : name);
   GoClick(session.run);
   window.EndSource();
-  return EndedWell(window.Att(), session.messages) && !Interrupted();
+  const std::optional<Fault> fault = SaveEndPicture(session, source);
+  if (fault) Complain("the picture: " + std::string(fault->Description()));
+  return EndedWell(window.Att(), session.messages) && !fault && !Interrupted();
 }
 
 }  // namespace
