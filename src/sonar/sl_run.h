@@ -51,6 +51,13 @@ bool MayGoOn(SlRun& sl, std::string_view aborted);
 // Puts the line for a fault of the recording at a file position into the log line and pumps.
 void ShowLogError(SlRun& sl, std::int64_t filePosition);
 
+// What a frame leads to.
+enum class Step { NextFrame, Resync, Close };
+
+// Decodes and judges the frame at Pos and, if it is a good one of the selected channel and inside the
+// interval, does everything that a run does with it. Fault 9 for a frame that the file cuts off.
+Step StepFrame(SlRun& sl);
+
 // Looks for the next frame behind a bad one by the marker of its head and puts Pos there. False if the run
 // closes. Fault 9 if the search reaches the end of the array.
 bool Resynchronise(SlRun& sl);

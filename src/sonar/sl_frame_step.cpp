@@ -1,0 +1,169 @@
+#include <algorithm>
+#include <span>
+
+#include "core/messages.h"
+#include "core/number_text.h"
+#include "core/rounding.h"
+#include "core/run.h"
+#include "core/run_limits.h"
+#include "core/run_state.h"
+#include "core/settings.h"
+#include "core/window.h"
+#include "echo/views.h"
+#include "sonar/sl_run.h"
+
+namespace sondrix {
+
+void AppendPercent(std::string& text, const SlRun& sl, std::int64_t filePosition) {
+  AppendWhole(text, 100 * filePosition / sl.source->FileLength());
+}
+
+namespace {
+
+constexpr std::int64_t MissingChannelScans = 5000;
+constexpr float MaxWaterDepth = 1500.0F;  // feet
+constexpr int DepthDigits = 2;
+
+// The progress line as far as it stands for frames of every channel.
+void ComposeProgress(SlRun& sl) {
+  sl.line.assign(" ");
+  AppendPercent(sl.line, sl, sl.source->FilePosition());
+  sl.line.append("% ").append(sl.run.messages.WordScan);
+  AppendWhole(sl.line, sl.FrameCounter);
+}
+
+// A frame of another channel. While none of the selected channel has come, the user decides whether to go on.
+Step PassOver(SlRun& sl) {
+  Run& run = sl.run;
+  const std::int64_t scans = static_cast<std::int64_t>(sl.lead.FrameIndex) - sl.FirstIndex;
+  if (run.state.KnownSamples == 0 && scans > MissingChannelScans) {
+    run.window.Beep();
+    run.window.SetAtt("");
+    if (!run.window.Ask(run.messages.AskNoChannel, run.messages.TitleNoChannel)) {
+      run.window.SetAtt(run.messages.MsgAborted);
+      return Step::Close;
+    }
+  }
+  ComposeProgress(sl);
+  run.window.SetAtt(sl.line);
+  return Step::NextFrame;
+}
+
+Step ReportBadFrame(SlRun& sl) {
+  ShowLogError(sl, sl.source->FilePosition());
+  sl.BadLog.append(sl.line).append("\r\n");
+  if (sl.format.FormatWord == 3) sl.run.state.StopFlag = true;
+  return Step::Resync;
+}
+
+// Whether a good frame lies in the interval that the user chose.
+Step CheckInterval(SlRun& sl, bool& inside) {
+  const std::int32_t index = sl.lead.FrameIndex;
+  inside = false;
+  if (sl.FirstIndex > 0) {
+    if (index < sl.FirstIndex) {
+      sl.line.assign(sl.run.messages.MsgSkipScan);
+      AppendWhole(sl.line, index);
+      sl.run.window.SetAtt(sl.line);
+      sl.run.window.RepaintAtt();
+      return Step::NextFrame;
+    }
+    sl.FrameCounter = sl.FirstIndex;
+    sl.FirstIndex = 0;
+  }
+  if (sl.LastIndex > 0 && index > sl.LastIndex) return Step::Close;
+  inside = true;
+  return Step::NextFrame;
+}
+
+// Every byte of a frame that a run may use, from its start. Fault 9 where the file ends before.
+std::span<const std::uint8_t> FrameBytes(SlRun& sl, bool is3D) {
+  std::int32_t length = std::max<std::int32_t>(sl.format.offsets->bodyEnd,  //
+                                               sl.format.HeaderLength + sl.lead.SampleCount);
+  if (is3D) length = std::max(length, ListsEnd3D);
+  if (sl.cut.IsOpen()) length = std::max<std::int32_t>(length, sl.lead.FrameSize);
+  return sl.source->Bytes(sl.source->Pos, static_cast<std::size_t>(length));
+}
+
+void CutFrame(SlRun& sl, std::span<const std::uint8_t> bytes, std::span<const std::uint8_t> samples,
+              const SlFrame& frame) {
+  if (!sl.cut.IsOpen()) return;
+  const CutSource source = {.frame = bytes.first(static_cast<std::size_t>(frame.FrameSize)),
+                            .body = bytes.first(sl.format.offsets->bodyEnd),
+                            .samples = samples};
+  sl.cut.Add(source, frame, sl.format, sl.run.settings);
+}
+
+void CheckDepth(SlRun& sl, std::span<const std::uint8_t> samples, const SlFrame& frame, float depthM,
+                float scaleM) {
+  ComposeProgress(sl);
+  sl.line.append(" ^");
+  AppendHms(sl.line, frame.TimeOffset);
+  DepthCheck(sl.run, sl.depth,
+             {.Samples = samples,
+              .Channel = frame.Channel,
+              .DepthM = depthM,
+              .ScaleM = scaleM,
+              .FrameCounter = sl.FrameCounter,
+              .FilePosition = sl.source->FilePosition(),
+              .DefectLevel = sl.DefectLevel,
+              .Progress = sl.line},
+             sl.BadLog);
+}
+
+Step ProcessFrame(SlRun& sl) {
+  Run& run = sl.run;
+  const bool is3D = run.state.SelectedChannel == 9;
+  const std::span<const std::uint8_t> bytes = FrameBytes(sl, is3D);
+  SlFrame frame = SlBody(bytes, sl.format, sl.lead);
+  const std::span samples = bytes.subspan(static_cast<std::size_t>(sl.format.HeaderLength),
+                                          static_cast<std::size_t>(frame.SampleCount));
+  if (is3D) frame.LowerLimit = LowerLimit3D;
+
+  sl.track.fix.StampText.clear();
+  AppendStamp(sl.track.fix.StampText, *sl.RunDate + frame.TimeOffset / 1000 - (frame.TimeOffset % 1000 < 0));
+
+  if (!(frame.WaterDepth >= 0 && frame.WaterDepth <= MaxWaterDepth)) return Step::Resync;
+  const auto depthM = static_cast<float>(RoundTo(frame.WaterDepth * MetresPerFoot, DepthDigits));
+  auto scaleM = static_cast<float>(RoundTo(frame.LowerLimit * MetresPerFoot, DepthDigits));
+  if (scaleM == 0) return Step::Resync;
+
+  TrackPointOf(run, sl.track, {frame, depthM, *sl.RunDate, sl.FrameCounter}, sl.CsvBuffer);
+  CutFrame(sl, bytes, samples, frame);
+  ++sl.FrameCounter;
+  if (run.settings.MakeGraf) {
+    ShowFrame(run.pictures, run.state.SelectedChannel, samples, scaleM, depthM, run.settings.EhoSens,
+              run.state.DefectPause, run.window);
+  }
+  if (is3D) {
+    const SlLists3D lists = SlSamples3D(bytes);
+    Points3D(run, sl.points, sl.track.fix, {samples, lists.LeftBytes, lists.RightBytes}, sl.CsvBuffer);
+  } else {
+    CheckDepth(sl, samples, frame, depthM, scaleM);
+  }
+  return Step::NextFrame;
+}
+
+}  // namespace
+
+Step StepFrame(SlRun& sl) {
+  Run& run = sl.run;
+  SlSource& source = *sl.source;
+  sl.lead = SlLead(source.Bytes(source.Pos, sl.format.offsets->leadEnd), sl.format);
+  if (!sl.RunDate) sl.RunDate = sl.lead.TimeBase > 0 ? DateOfUnix(sl.lead.TimeBase) : ClockNow();
+  sl.lead.SampleCount = EffectiveSamples(sl.lead, run.state.SelectedChannel, sl.format);
+  const SlVerdict verdict = SlCheck(sl.lead, run.state.SelectedChannel, run.state.KnownSamples);
+  if (verdict == SlVerdict::OtherChannel) return PassOver(sl);
+  if (verdict != SlVerdict::Bad && run.state.KnownSamples == 0) {
+    run.state.KnownSamples = KnownSamplesOf(run.state.SelectedChannel, sl.lead.SampleCount);
+    PrepareViews(run.pictures, run.state.SelectedChannel, sl.lead.SampleCount);
+    run.window.Pump();
+  }
+  if (verdict == SlVerdict::Bad) return ReportBadFrame(sl);
+  if (verdict == SlVerdict::StepOver) return Step::NextFrame;
+  bool inside = false;
+  const Step step = CheckInterval(sl, inside);
+  return inside ? ProcessFrame(sl) : step;
+}
+
+}  // namespace sondrix
