@@ -26,7 +26,7 @@ void Copy(const Picture& from, Picture& to, int left) {
 void ComposeGraph(Pictures& pictures) {
   Refresh(pictures);
   const Picture* panels[] = {&pictures.ECHO, &pictures.SMPL, &pictures.METR};
-  // The panels overlap by one column each, and the echogram's oldest column is left out.
+  // The panels overlap by one column each: the echogram's newest column lies on top, its oldest is left out.
   int lefts[std::size(panels)];
   int left = -1;
   int height = 0;
@@ -39,7 +39,7 @@ void ComposeGraph(Pictures& pictures) {
   bmp.Resize(left + 1, height);
   bmp.Clear();
   const int zoom = std::max(1, height / StandardHeight);
-  for (std::size_t i = 0; i < std::size(panels); ++i) {
+  for (const std::size_t i : {1U, 0U, 2U}) {
     Copy(*panels[i], bmp, lefts[i]);
     PaintTexts(*panels[i], bmp, lefts[i], 0, zoom);
   }

@@ -89,8 +89,9 @@ std::int16_t KnownSamplesOf(std::uint8_t selectedChannel, std::int16_t sampleCou
 }
 
 SlVerdict SlCheck(const SlLeadFields& lead, std::uint8_t selectedChannel, std::int16_t knownSamples) {
-  if (lead.FrameSize <= 0 || lead.SampleCount <= 0) return SlVerdict::Bad;
+  if (lead.FrameSize <= 0 || lead.SampleCount == 0) return SlVerdict::Bad;
   if (lead.Channel != selectedChannel) return SlVerdict::OtherChannel;
+  if (lead.SampleCount < 0) return SlVerdict::Bad;
   if (knownSamples == 0) knownSamples = KnownSamplesOf(selectedChannel, lead.SampleCount);
   if (lead.Channel < First3DChannel) {
     return lead.SampleCount == knownSamples ? SlVerdict::Good : SlVerdict::Bad;

@@ -1,6 +1,8 @@
 #include <algorithm>
+#include <limits>
 #include <span>
 
+#include "core/fault.h"
 #include "core/messages.h"
 #include "core/number_text.h"
 #include "core/rounding.h"
@@ -76,21 +78,27 @@ Step CheckInterval(SlRun& sl, bool& inside) {
   return Step::NextFrame;
 }
 
-// Every byte of a frame that a run may use, from its start. Fault 9 where the file ends before.
+// Every byte of a frame that a run decodes or shows, from its start; valid until other bytes are asked for.
+// Fault 9 where the file ends before.
 std::span<const std::uint8_t> FrameBytes(SlRun& sl, bool is3D) {
-  std::int32_t length = std::max<std::int32_t>(sl.format.offsets->bodyEnd,  //
-                                               sl.format.HeaderLength + sl.lead.SampleCount);
+  std::int32_t length =
+      std::max<std::int32_t>(sl.format.offsets->bodyEnd, sl.format.HeaderLength + sl.lead.SampleCount);
   if (is3D) length = std::max(length, ListsEnd3D);
-  if (sl.cut.IsOpen()) length = std::max<std::int32_t>(length, sl.lead.FrameSize);
   return sl.source->Bytes(sl.source->Pos, static_cast<std::size_t>(length));
 }
 
-void CutFrame(SlRun& sl, std::span<const std::uint8_t> bytes, std::span<const std::uint8_t> samples,
-              const SlFrame& frame) {
-  if (!sl.cut.IsOpen()) return;
+std::span<const std::uint8_t> SamplesOf(const SlRun& sl, std::span<const std::uint8_t> bytes) {
+  return bytes.subspan(static_cast<std::size_t>(sl.format.HeaderLength),
+                       static_cast<std::size_t>(sl.lead.SampleCount));
+}
+
+void CutFrame(SlRun& sl, const SlFrame& frame) {
+  const std::int32_t length = std::max<std::int32_t>(
+      {frame.FrameSize, sl.format.offsets->bodyEnd, sl.format.HeaderLength + frame.SampleCount});
+  const auto bytes = sl.source->Bytes(sl.source->Pos, static_cast<std::size_t>(length));
   const CutSource source = {.frame = bytes.first(static_cast<std::size_t>(frame.FrameSize)),
                             .body = bytes.first(sl.format.offsets->bodyEnd),
-                            .samples = samples};
+                            .samples = SamplesOf(sl, bytes)};
   sl.cut.Add(source, frame, sl.format, sl.run.settings);
 }
 
@@ -114,10 +122,7 @@ void CheckDepth(SlRun& sl, std::span<const std::uint8_t> samples, const SlFrame&
 Step ProcessFrame(SlRun& sl) {
   Run& run = sl.run;
   const bool is3D = run.state.SelectedChannel == 9;
-  const std::span<const std::uint8_t> bytes = FrameBytes(sl, is3D);
-  SlFrame frame = SlBody(bytes, sl.format, sl.lead);
-  const std::span samples = bytes.subspan(static_cast<std::size_t>(sl.format.HeaderLength),
-                                          static_cast<std::size_t>(frame.SampleCount));
+  SlFrame frame = SlBody(FrameBytes(sl, is3D), sl.format, sl.lead);
   if (is3D) frame.LowerLimit = LowerLimit3D;
 
   sl.track.fix.StampText.clear();
@@ -129,8 +134,11 @@ Step ProcessFrame(SlRun& sl) {
   if (scaleM == 0) return Step::Resync;
 
   TrackPointOf(run, sl.track, {frame, depthM, *sl.RunDate, sl.FrameCounter}, sl.CsvBuffer);
-  CutFrame(sl, bytes, samples, frame);
+  if (sl.cut.IsOpen()) CutFrame(sl, frame);
+  if (sl.FrameCounter == std::numeric_limits<std::int32_t>::max()) throw Fault(FaultNumber::Overflow);
   ++sl.FrameCounter;
+  const std::span<const std::uint8_t> bytes = FrameBytes(sl, is3D);
+  const std::span<const std::uint8_t> samples = SamplesOf(sl, bytes);
   if (run.settings.MakeGraf) {
     ShowFrame(run.pictures, run.state.SelectedChannel, samples, scaleM, depthM, run.settings.EhoSens,
               run.state.DefectPause, run.window);

@@ -210,7 +210,8 @@ TEST(Views, SavedPictureHoldsThePanelsSideBySide) {
   PrepareViews(e.pictures, 2, 420);
   e.pictures.ECHO.DrawLine(0, 0, 0, 419, Red);  // left out
   e.pictures.ECHO.DrawLine(3, 0, 3, 419, Black);
-  e.pictures.SMPL.DrawLine(0, 0, 0, 419, Blue);
+  e.pictures.ECHO.DrawLine(510, 0, 510, 419, Blue);  // the newest column
+  e.pictures.SMPL.DrawLine(0, 0, 0, 419, Red);       // lies below it
   e.pictures.METR.DrawLine(0, 0, 0, 419, Red);
   e.pictures.METR.DrawLine(99, 0, 99, 419, Black);
   e.pictures.SMPL.PrintAt(10, 100, 1);

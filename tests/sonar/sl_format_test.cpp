@@ -67,6 +67,9 @@ TEST(SlFormat, Verdicts) {
       {9, 0, 0x90 + 256, 9, 1, 5, StepOver},
       {9, 256, 0x90 + 256, 9, 800, 5, StepOver},
       {9, 256, 0x90 + 100, 2, 0, 5, OtherChannel},
+      {5, 1920, 2064, 2, -1, 5, OtherChannel},
+      {9, 256, 100, 2, 0, 5, OtherChannel},
+      {2, 1920, 2064, 2, -1, 5, Bad},
   };
   const SlFormat format = SlFormatOf(2);
   for (const Row& row : rows) {
