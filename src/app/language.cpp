@@ -86,9 +86,9 @@ constexpr Row Rows[] = {
     {&M::MsgCopyApi, " ! copy oziapi.dll in the program folder or system directory",
      " ! перепишите файл oziapi.dll в папку с программой или в системный каталог",
      " ! Die Datei oziapi.dll in den Programmordner oder Systemkatalog umspeichern"},
-    {&M::AskNoChannel, "There is no frame of the chosen channel in the first 5000 scans. Go on?",
-     "В первых 5000 снимках нет ни одного снимка выбранного канала. Продолжить?",
-     "In den ersten 5000 Bildern gibt es kein Bild des gewählten Kanals. Fortfahren?"},
+    {&M::AskNoChannel, "There is no frame of the chosen channel in 5000 scans. Go on?",
+     "Среди 5000 снимков нет ни одного снимка выбранного канала. Продолжить?",
+     "In 5000 Bildern gibt es kein Bild des gewählten Kanals. Fortfahren?"},
     {&M::TitleNoChannel, "Channel not found", "Канал не найден", "Kanal nicht gefunden"},
 };
 

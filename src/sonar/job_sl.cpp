@@ -93,6 +93,17 @@ bool Prepare(SlRun& sl, std::size_t blockSize) {
   return true;
 }
 
+// A file that couldn't take a piece is left alone from then on: the closing has nothing more to report of it.
+void WriteCsvPiece(SlRun& sl) {
+  try {
+    sl.csv.Write(sl.CsvBuffer);
+    sl.CsvBuffer.clear();
+  } catch (const Fault&) {
+    sl.csv = OutputFile();
+    throw;
+  }
+}
+
 // Steps to the next frame; false if the run closes.
 bool NextFrame(SlRun& sl) {
   SlSource& source = *sl.source;
@@ -104,10 +115,7 @@ bool NextFrame(SlRun& sl) {
     source.BaseOffset += source.Pos - sl.lead.FrameSize;
     source.Pos = 0;
   }
-  if (sl.CsvBuffer.size() > CsvPiece) {
-    sl.csv.Write(sl.CsvBuffer);
-    sl.CsvBuffer.clear();
-  }
+  if (sl.CsvBuffer.size() > CsvPiece) WriteCsvPiece(sl);
   return true;
 }
 

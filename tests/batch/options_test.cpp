@@ -64,6 +64,11 @@ TEST(OutputClash, SeesTheSameNamesOnly) {
   } cases[] = {
       {"out/", "", {"a.sl2", "b.sl2"}, false},
       {"out/", "", {"x/a.sl2", "y/a.sl3"}, true},
+      {"out/", "", {"a.sl2", "a_bad.csv"}, true},  // both write a_bad.txt
+      {"out/", "", {"a.log", "a.drd.csv"}, true},
+      {"", "", {"a.txt"}, true},  // its own point list
+      {"", "", {"a.sl2", "a.csv"}, true},
+      {"out/", "", {"a.txt", "a.log"}, true},  // a.plt
       {"", "", {"a.v1.sl2", "a.v2.sl2"}, false},
       {"out/", "one", {"a.sl2", "b.sl2"}, true},
       {"out/", "one", {"a.mp", "b.mp", "c.csv"}, false},
@@ -78,7 +83,7 @@ TEST(OutputClash, SeesTheSameNamesOnly) {
     Settings settings;
     settings.TargetPath = targetPath;
     settings.TargetName = targetName;
-    EXPECT_EQ(OutputClash(settings, sources).has_value(), clashes) << sources[0] << " " << sources[1];
+    EXPECT_EQ(OutputClash(settings, sources).has_value(), clashes) << sources[0] << " " << sources.back();
   }
 }
 

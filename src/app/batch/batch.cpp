@@ -85,7 +85,9 @@ std::optional<std::string> ApplyOptions(Session& session, BatchOptions& options)
   if (options.sources.empty() && editsSource && !edited.empty()) options.sources = {edited};
   if (options.sources.empty()) return "no source is given; --help tells how";
   if (const auto clash = OutputClash(session.settings, options.sources)) {
-    return Quoted(clash->first) + " and " + Quoted(clash->second) + " would write the same output";
+    return clash->overwrites
+               ? "converting " + Quoted(clash->first) + " would overwrite the source " + Quoted(clash->second)
+               : Quoted(clash->first) + " and " + Quoted(clash->second) + " would write the same output";
   }
   return std::nullopt;
 }
@@ -95,6 +97,9 @@ bool ConvertSource(Session& session, BatchWindow& window, const std::string& sou
   EditField(session, "Source", source);
   window.BeginSource(name.empty() ? std::string_view(source) : name);
   GoClick(session.run);
+  // A click that ended early keeps a name that was meant for this source only.
+  if (session.state.AutoName) session.settings.TargetName.clear();
+  session.state.AutoName = false;
   window.EndSource();
   const std::optional<Fault> fault = SaveEndPicture(session, source);
   if (fault) Complain("the picture: " + std::string(fault->Description()));

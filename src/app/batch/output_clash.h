@@ -3,15 +3,19 @@
 #include <optional>
 #include <span>
 #include <string>
-#include <utility>
 
 namespace sondrix {
 
 struct Settings;
 
-// The first two sources whose runs would write files of the same name with these settings: the same stem in
-// the target folder, or a point list of the same name, which the MP job puts beside its source.
-std::optional<std::pair<std::string, std::string>> OutputClash(const Settings& settings,
-                                                               std::span<const std::string> sources);
+// Two sources of a call that can't both be had.
+struct Clash {
+  std::string first, second;
+  bool overwrites = false;  // a run of the first would replace the second, which may be the first itself
+};
+
+// The first two sources whose runs would write a file of the same name with these settings, or the first of
+// which an output would take the place of a source.
+std::optional<Clash> OutputClash(const Settings& settings, std::span<const std::string> sources);
 
 }  // namespace sondrix
