@@ -1,7 +1,5 @@
 #include "core/rounding.h"
 
-#include <array>
-#include <cmath>
 #include <limits>
 
 #include "core/fault.h"
@@ -9,17 +7,6 @@
 namespace sondrix {
 
 namespace {
-
-// Every power of ten that a 64-bit float holds exactly.
-constexpr std::array<double, 23> PowersOfTen = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                                1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                                1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-
-double PowerOfTen(int digits) {
-  if (digits >= 0 && digits < static_cast<int>(PowersOfTen.size()))
-    return PowersOfTen[static_cast<std::size_t>(digits)];
-  return std::pow(10.0, digits);
-}
 
 // low and high are whole numbers; the value is tested before it is narrowed.
 std::int64_t WholeWithin(double x, double low, double high) {
@@ -36,15 +23,7 @@ Whole Narrowed(double x) {
 
 }  // namespace
 
-double Finite(double x) {
-  if (!std::isfinite(x)) throw Fault(FaultNumber::Overflow);
-  return x;
-}
-
-double RoundTo(double x, int digits) {
-  const double power = PowerOfTen(digits);
-  return Finite(std::floor(x * power + 0.5) / power);
-}
+void ThrowOverflow() { throw Fault(FaultNumber::Overflow); }
 
 double RoundEven(double x, int digits) {
   const double power = PowerOfTen(digits);

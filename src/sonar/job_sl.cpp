@@ -114,6 +114,7 @@ bool NextFrame(SlRun& sl) {
     // A new chunk begins with the frame just finished, which so comes twice.
     source.BaseOffset += source.Pos - sl.lead.FrameSize;
     source.Pos = 0;
+    sl.progress.nextPercent = -1;
   }
   if (sl.CsvBuffer.size() > CsvPiece) WriteCsvPiece(sl);
   return true;

@@ -28,10 +28,11 @@ bool MayGoOn(SlRun& sl, std::string_view aborted) {
 
 void ShowLogError(SlRun& sl, std::int64_t filePosition) {
   sl.line.assign(sl.run.messages.MsgLogError);
-  AppendPercent(sl.line, sl, filePosition);
+  AppendWhole(sl.line, PercentOf(sl, filePosition));
   sl.line.append("% ").append(sl.run.messages.WordOffset);
   AppendWhole(sl.line, filePosition);
   sl.line.append("...");
+  sl.progress.isShown = false;
   sl.run.window.SetAtt(sl.line);
   sl.run.window.Pump();
 }

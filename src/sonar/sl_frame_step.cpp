@@ -16,8 +16,8 @@
 
 namespace sondrix {
 
-void AppendPercent(std::string& text, const SlRun& sl, std::int64_t filePosition) {
-  AppendWhole(text, 100 * filePosition / sl.source->FileLength());
+std::int64_t PercentOf(const SlRun& sl, std::int64_t filePosition) {
+  return 100 * filePosition / sl.source->FileLength();
 }
 
 namespace {
@@ -26,12 +26,19 @@ constexpr std::int64_t MissingChannelScans = 5000;
 constexpr float MaxWaterDepth = 1500.0F;  // feet
 constexpr int DepthDigits = 2;
 
-// The progress line as far as it stands for frames of every channel.
-void ComposeProgress(SlRun& sl) {
-  sl.line.assign(" ");
-  AppendPercent(sl.line, sl, sl.source->FilePosition());
-  sl.line.append("% ").append(sl.run.messages.WordScan);
-  AppendWhole(sl.line, sl.FrameCounter);
+const std::string& ProgressOf(SlRun& sl) {
+  ProgressLine& progress = sl.progress;
+  const std::int64_t position = sl.source->FilePosition();
+  if (position < progress.nextPercent && sl.FrameCounter == progress.counter) return progress.text;
+  const std::int64_t percent = PercentOf(sl, position);
+  progress.nextPercent = ((percent + 1) * sl.source->FileLength() + 99) / 100;
+  progress.counter = sl.FrameCounter;
+  progress.isShown = false;
+  progress.text.assign(" ");
+  AppendWhole(progress.text, percent);
+  progress.text.append("% ").append(sl.run.messages.WordScan);
+  AppendWhole(progress.text, sl.FrameCounter);
+  return progress.text;
 }
 
 // A frame of another channel. While none of the selected channel has come, the user decides whether to go on.
@@ -41,13 +48,15 @@ Step PassOver(SlRun& sl) {
   if (run.state.KnownSamples == 0 && scans > MissingChannelScans) {
     run.window.Beep();
     run.window.SetAtt("");
+    sl.progress.isShown = false;
     if (!run.window.Ask(run.messages.AskNoChannel, run.messages.TitleNoChannel)) {
       run.window.SetAtt(run.messages.MsgAborted);
       return Step::Close;
     }
   }
-  ComposeProgress(sl);
-  run.window.SetAtt(sl.line);
+  const std::string& progress = ProgressOf(sl);
+  if (!sl.progress.isShown) run.window.SetAtt(progress);
+  sl.progress.isShown = true;
   return Step::NextFrame;
 }
 
@@ -66,6 +75,7 @@ Step CheckInterval(SlRun& sl, bool& inside) {
     if (index < sl.FirstIndex) {
       sl.line.assign(sl.run.messages.MsgSkipScan);
       AppendWhole(sl.line, index);
+      sl.progress.isShown = false;
       sl.run.window.SetAtt(sl.line);
       sl.run.window.RepaintAtt();
       return Step::NextFrame;
@@ -92,6 +102,15 @@ std::span<const std::uint8_t> SamplesOf(const SlRun& sl, std::span<const std::ui
                        static_cast<std::size_t>(sl.lead.SampleCount));
 }
 
+// Several frames fall into a second.
+void StampFrame(SlRun& sl, std::int32_t timeOffset) {
+  const DateSeconds time = *sl.RunDate + timeOffset / 1000 - (timeOffset % 1000 < 0);
+  if (sl.stampTime == time) return;
+  sl.stampTime = time;
+  sl.track.fix.StampText.clear();
+  AppendStamp(sl.track.fix.StampText, time);
+}
+
 void CutFrame(SlRun& sl, const SlFrame& frame) {
   const std::int32_t length = std::max<std::int32_t>(
       {frame.FrameSize, sl.format.offsets->bodyEnd, sl.format.HeaderLength + frame.SampleCount});
@@ -104,8 +123,8 @@ void CutFrame(SlRun& sl, const SlFrame& frame) {
 
 void CheckDepth(SlRun& sl, std::span<const std::uint8_t> samples, const SlFrame& frame, float depthM,
                 float scaleM) {
-  ComposeProgress(sl);
-  sl.line.append(" ^");
+  sl.line.assign(ProgressOf(sl)).append(" ^");
+  sl.progress.isShown = false;
   AppendHms(sl.line, frame.TimeOffset);
   DepthCheck(sl.run, sl.depth,
              {.Samples = samples,
@@ -125,8 +144,7 @@ Step ProcessFrame(SlRun& sl) {
   SlFrame frame = SlBody(FrameBytes(sl, is3D), sl.format, sl.lead);
   if (is3D) frame.LowerLimit = LowerLimit3D;
 
-  sl.track.fix.StampText.clear();
-  AppendStamp(sl.track.fix.StampText, *sl.RunDate + frame.TimeOffset / 1000 - (frame.TimeOffset % 1000 < 0));
+  StampFrame(sl, frame.TimeOffset);
 
   if (!(frame.WaterDepth >= 0 && frame.WaterDepth <= MaxWaterDepth)) return Step::Resync;
   const auto depthM = static_cast<float>(RoundTo(frame.WaterDepth * MetresPerFoot, DepthDigits));

@@ -17,6 +17,14 @@ namespace sondrix {
 
 struct Run;
 
+// The progress line as far as it stands for frames of every channel: composed anew only where it changes.
+struct ProgressLine {
+  std::int64_t nextPercent = -1;  // file position from which the percentage is another one
+  std::int32_t counter = 0;
+  std::string text;
+  bool isShown = false;  // the log line holds just this
+};
+
 // The state of one run of JobSl.
 struct SlRun {
   explicit SlRun(Run& theRun) : run(theRun) {}
@@ -37,13 +45,15 @@ struct SlRun {
   DepthState depth;
   Points3DState points;
   std::string line;  // the log line under construction
+  ProgressLine progress;
+  std::optional<DateSeconds> stampTime;  // of the stamp in track.fix
 };
 
 // The target's path with its name and a suffix.
 std::string TargetFile(const SlRun& sl, std::string_view suffix);
 
-// Whole percent of the source that lie before a file position, at the end of text.
-void AppendPercent(std::string& text, const SlRun& sl, std::int64_t filePosition);
+// Whole percent of the source that lie before a file position.
+std::int64_t PercentOf(const SlRun& sl, std::int64_t filePosition);
 
 // Waits while the pause is on; false with aborted in the log line if the run is to stop.
 bool MayGoOn(SlRun& sl, std::string_view aborted);

@@ -3,9 +3,10 @@
 #include "core/files.h"
 
 #include <cstdint>
+#include <memory>
+#include <new>
 #include <span>
 #include <string_view>
-#include <vector>
 
 namespace sondrix {
 
@@ -18,17 +19,21 @@ class SlSource {
   // Large enough to spread the cost of a read, small enough to stay in a processor's cache.
   static constexpr std::size_t DefaultBlock = 256 * 1024;
 
+  // More than a frame has.
+  static constexpr std::size_t MaxRequest = 64 * 1024;
+
   explicit SlSource(std::string_view path, std::size_t blockSize = DefaultBlock);
 
   std::int64_t FileLength() const { return file_.Length(); }
   std::int64_t FilePosition() const { return BaseOffset + Pos; }
 
-  // count bytes from an index of the array, valid until the next call. One zero byte stands behind the end of
-  // the file; beyond it is fault 9. A file that has become shorter since it was opened is fault 62.
+  // count bytes from an index of the array, at most MaxRequest, valid until the next call. One zero byte
+  // stands behind the end of the file; beyond it is fault 9. A file that has become shorter since it was
+  // opened is fault 62.
   std::span<const std::uint8_t> Bytes(std::int64_t index, std::size_t count) {
     const std::int64_t from = BaseOffset + index;
     if (from < windowStart_ || from + static_cast<std::int64_t>(count) > windowEnd_) Refill(from, count);
-    return {window_.data() + (from - windowStart_), count};
+    return {window_ + (from - windowStart_), count};
   }
 
   // Fault 9 if count bytes from an index aren't all there: for bytes that nobody reads.
@@ -41,12 +46,19 @@ class SlSource {
   static constexpr std::int64_t FirstFrame = 8;
 
  private:
+  // The system copies a page of a file fastest into a page of memory.
+  static constexpr std::int64_t PageSize = 4096;
+  struct PageDelete {
+    void operator()(std::uint8_t* bytes) const { ::operator delete[](bytes, std::align_val_t(PageSize)); }
+  };
+
   void Refill(std::int64_t from, std::size_t count);
 
   InputFile file_;
-  std::size_t blockSize_;
-  std::vector<std::uint8_t> window_;
-  std::int64_t windowStart_ = 0, windowEnd_ = 0;  // file offsets of what the window holds
+  std::int64_t blockSize_;
+  std::unique_ptr<std::uint8_t[], PageDelete> storage_;  // MaxRequest bytes, then a block
+  const std::uint8_t* window_ = nullptr;                 // into storage_
+  std::int64_t windowStart_ = 0, windowEnd_ = 0;         // file offsets of what the window holds
 };
 
 }  // namespace sondrix
