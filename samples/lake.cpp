@@ -176,18 +176,15 @@ std::vector<SampleSounding> Strip(const Boat& boat, bool port, XorShift& random)
 
 // The fields that the frames of all channels of one ping share.
 SampleFrame FieldsOf(const Boat& boat, XorShift& random) {
-  const double lat = LakeLat * Pi / 180;
-  const double stretch = 1 / std::cos(lat);
+  const LakePlace place = LakePlaceOf(boat.X, boat.Y);
   double depth = LakeDepth(boat.X, boat.Y) + 0.01 * random.Signed();
   if (boat.Time >= MistakenFrom && boat.Time < MistakenTo) depth -= 0.8 * LakeWeed(boat.X, boat.Y);
 
   SampleFrame frame;
   frame.WaterDepth = static_cast<float>(depth * FeetPerMetre);
   frame.LowerLimit = static_cast<float>(DownLimit * FeetPerMetre);
-  frame.MercX =
-      static_cast<std::int32_t>(std::lround(MercatorRadius * LakeLon * Pi / 180 + boat.X * stretch));
-  frame.MercY = static_cast<std::int32_t>(
-      std::lround(MercatorRadius * std::log(std::tan(Pi / 4 + lat / 2)) + boat.Y * stretch));
+  frame.MercX = static_cast<std::int32_t>(std::lround(place.MercX));
+  frame.MercY = static_cast<std::int32_t>(std::lround(place.MercY));
   frame.Speed = static_cast<float>(BoatSpeed * KnotsPerMetreSecond + 0.1 * random.Signed());
   frame.Course = static_cast<float>(boat.Course + 0.01 * random.Signed());
   frame.Heading = static_cast<float>(boat.Course + 0.04 + 0.005 * random.Signed());
@@ -207,6 +204,17 @@ double LakeDepth(double x, double y) {
   }
   depth += 0.08 * std::sin(x / 3.1) * std::sin(y / 2.3) + 0.15 * std::sin((x + y) / 9.0);
   return std::clamp(depth, 0.4, 17.9);
+}
+
+LakePlace LakePlaceOf(double x, double y) {
+  const double lat = LakeLat * Pi / 180;
+  const double stretch = 1 / std::cos(lat);
+  LakePlace place;
+  place.MercX = MercatorRadius * LakeLon * Pi / 180 + x * stretch;
+  place.MercY = MercatorRadius * std::log(std::tan(Pi / 4 + lat / 2)) + y * stretch;
+  place.Lat = (2 * std::atan(std::exp(place.MercY / MercatorRadius)) - Pi / 2) * 180 / Pi;
+  place.Lon = place.MercX / MercatorRadius * 180 / Pi;
+  return place;
 }
 
 double LakeWeed(double x, double y) {

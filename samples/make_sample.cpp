@@ -1,6 +1,8 @@
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
 #include <cstdio>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -9,6 +11,10 @@
 #include "samples/damage.h"
 #include "samples/echogram.h"
 #include "samples/lake.h"
+#include "samples/nmea_log.h"
+#include "samples/polish_map.h"
+#include "samples/text_export.h"
+#include "samples/three_column.h"
 
 // Writes sample files. Exit status: 0 written, 1 the file can't be written, 2 wrong usage.
 
@@ -25,10 +31,14 @@ int Wrong(const std::string& what) {
   return WrongUsage;
 }
 
-int Write(const std::string& path, const std::vector<std::uint8_t>& bytes) {
-  if (sondrix::WriteBytes(path, bytes)) return Done;
+int Written(bool written, const std::string& path) {
+  if (written) return Done;
   std::fprintf(stderr, "make-sample: can't write %s\n", path.c_str());
   return CantWrite;
+}
+
+int Write(const std::string& path, const std::vector<std::uint8_t>& bytes) {
+  return Written(sondrix::WriteBytes(path, bytes), path);
 }
 
 int Demo(const Arguments& arguments) {
@@ -36,30 +46,92 @@ int Demo(const Arguments& arguments) {
   return Write(arguments[0], sondrix::LakeEchogram());
 }
 
-int Bulk(const Arguments& arguments) {
-  std::string path;
-  std::int64_t bytes = 0;
-  bool sparse = false;
+// What stands behind a kind: one file, a length, and flags.
+struct Options {
+  std::string Path;
+  std::int64_t Bytes = 0;  // 0 when not given
+  bool Sparse = false, CrLf = false, Semicolon = false, Mixed = false;
+};
+
+struct FlagName {
+  std::string_view Name;
+  bool Options::*Flag;
+};
+constexpr FlagName Sparse = {"--sparse", &Options::Sparse};
+constexpr FlagName CrLf = {"--crlf", &Options::CrLf};
+constexpr FlagName Semicolon = {"--semicolon", &Options::Semicolon};
+constexpr FlagName Mixed = {"--mixed", &Options::Mixed};
+
+bool ReadLength(const std::string& number, std::int64_t& bytes) {
+  const char* end = number.data() + number.size();
+  const auto [stop, error] = std::from_chars(number.data(), end, bytes);
+  return error == std::errc() && stop == end && bytes >= 8;
+}
+
+// What is wrong with the arguments; empty when they are read.
+std::string Read(const Arguments& arguments, std::initializer_list<FlagName> flags, bool takesBytes,
+                 Options& options) {
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     const std::string& argument = arguments[i];
-    if (argument == "--sparse") {
-      sparse = true;
-    } else if (argument == "--bytes") {
-      if (++i == arguments.size()) return Wrong("--bytes takes a number");
-      const std::string& number = arguments[i];
-      const char* end = number.data() + number.size();
-      const auto [stop, error] = std::from_chars(number.data(), end, bytes);
-      if (error != std::errc() || stop != end || bytes < 8) return Wrong("no length in bytes: " + number);
-    } else if (argument.starts_with("-") || !path.empty()) {
-      return Wrong("bulk doesn't take " + argument);
+    const auto* flag =
+        std::find_if(flags.begin(), flags.end(), [&](const FlagName& f) { return f.Name == argument; });
+    if (flag != flags.end()) {
+      options.*flag->Flag = true;
+    } else if (takesBytes && argument == "--bytes") {
+      const std::string number = ++i < arguments.size() ? arguments[i] : "";
+      if (!ReadLength(number, options.Bytes)) return "--bytes takes a number of at least 8, not " + number;
+    } else if (argument.starts_with("-") || !options.Path.empty()) {
+      return "this kind doesn't take " + argument;
     } else {
-      path = argument;
+      options.Path = argument;
     }
   }
-  if (path.empty() || bytes == 0) return Wrong("bulk takes a file and --bytes");
-  if (sondrix::WriteBulk(path, bytes, sparse) >= 0) return Done;
-  std::fprintf(stderr, "make-sample: can't write %s\n", path.c_str());
-  return CantWrite;
+  return options.Path.empty() ? "no file is named" : "";
+}
+
+int Bulk(const Arguments& arguments) {
+  Options options;
+  if (const std::string wrong = Read(arguments, {Sparse}, true, options); !wrong.empty()) return Wrong(wrong);
+  if (options.Bytes == 0) return Wrong("bulk takes --bytes");
+  return Written(sondrix::WriteBulk(options.Path, options.Bytes, options.Sparse) >= 0, options.Path);
+}
+
+int WriteText(const std::string& path, const std::string& text) {
+  return Write(path, std::vector<std::uint8_t>(text.begin(), text.end()));
+}
+
+sondrix::TableForm FormOf(const Options& options) {
+  return {options.CrLf, options.Semicolon ? ';' : ',', options.Mixed};
+}
+
+int Export(const Arguments& arguments) {
+  Options options;
+  if (const std::string wrong = Read(arguments, {CrLf, Semicolon, Mixed}, true, options); !wrong.empty())
+    return Wrong(wrong);
+  const sondrix::TableForm form = FormOf(options);
+  if (options.Bytes == 0) return WriteText(options.Path, sondrix::TextExport(form));
+  return Written(sondrix::WriteTextExport(options.Path, form, options.Bytes), options.Path);
+}
+
+int Three(const Arguments& arguments) {
+  Options options;
+  if (const std::string wrong = Read(arguments, {CrLf, Semicolon}, false, options); !wrong.empty())
+    return Wrong(wrong);
+  return WriteText(options.Path, sondrix::ThreeColumn(FormOf(options)));
+}
+
+int Log(const Arguments& arguments) {
+  Options options;
+  if (const std::string wrong = Read(arguments, {}, true, options); !wrong.empty()) return Wrong(wrong);
+  if (options.Bytes == 0) return WriteText(options.Path, sondrix::NmeaLog());
+  return Written(sondrix::WriteNmeaLog(options.Path, options.Bytes), options.Path);
+}
+
+int Map(const Arguments& arguments) {
+  Options options;
+  if (const std::string wrong = Read(arguments, {}, true, options); !wrong.empty()) return Wrong(wrong);
+  if (options.Bytes == 0) return WriteText(options.Path, sondrix::PolishMap());
+  return Written(sondrix::WritePolishMap(options.Path, options.Bytes), options.Path);
 }
 
 int Damaged(const Arguments& arguments) {
@@ -87,6 +159,10 @@ struct Kind {
 constexpr Kind Kinds[] = {
     {"demo", Demo, "demo FILE                         the demonstration's lake, an SL3"},
     {"bulk", Bulk, "bulk FILE --bytes N [--sparse]    a large SL2 of four channels"},
+    {"export", Export, "export FILE [--bytes N] [--crlf] [--semicolon] [--mixed]    a table of soundings"},
+    {"three", Three, "three FILE [--crlf] [--semicolon] a table of latitude, longitude, depth"},
+    {"log", Log, "log FILE [--bytes N]              an NMEA log"},
+    {"map", Map, "map FILE [--bytes N]              a polish MP map with depth contours"},
     {"damage", Damaged, "damage NAME FILE                  a bad echogram"},
     {"list", List, "list                              the names of the damages"},
 };

@@ -25,8 +25,12 @@ void AppendTwo(std::string& out, std::int64_t value) {
     out += '-';
     value = -value;
   }
-  if (value < 10) out += '0';
-  AppendWhole(out, value);
+  if (value >= 100) {
+    AppendWhole(out, value);
+    return;
+  }
+  const char digits[] = {static_cast<char>('0' + value / 10), static_cast<char>('0' + value % 10)};
+  out.append(digits, 2);
 }
 
 std::chrono::year_month_day DayOf(DateSeconds date) {
@@ -63,8 +67,10 @@ double DayCount(DateSeconds date) { return static_cast<double>(date) / static_ca
 
 DateSeconds DateOfUnix(std::int64_t unixSeconds) { return unixSeconds + DaysTo1970 * SecondsOfDay; }
 
-DateSeconds ClockNow() {
-  const std::time_t now = std::time(nullptr);
+DateSeconds ClockNow() { return LocalDate(std::time(nullptr)); }
+
+DateSeconds LocalDate(std::int64_t unixSeconds) {
+  const auto now = static_cast<std::time_t>(unixSeconds);
   std::tm local{};
 #ifdef _WIN32
   localtime_s(&local, &now);
@@ -91,20 +97,26 @@ void AppendStamp(std::string& out, DateSeconds date) {
   AppendTimeOfDay(out, date);
 }
 
-std::string TrackDate(DateSeconds date) {
+void AppendTrackDate(std::string& out, DateSeconds date) {
   const std::chrono::year_month_day day = DayOf(date);
+  AppendDay(out, day.day());
+  out += '-';
+  out += MonthNames[static_cast<unsigned>(day.month()) - 1];
+  out += '-';
+  AppendTwo(out, ShortYear(day));
+}
+
+void AppendClockTime(std::string& out, DateSeconds date) { AppendTimeOfDay(out, date); }
+
+std::string TrackDate(DateSeconds date) {
   std::string text;
-  AppendDay(text, day.day());
-  text += '-';
-  text += MonthNames[static_cast<unsigned>(day.month()) - 1];
-  text += '-';
-  AppendTwo(text, ShortYear(day));
+  AppendTrackDate(text, date);
   return text;
 }
 
 std::string ClockTime(DateSeconds date) {
   std::string text;
-  AppendTimeOfDay(text, date);
+  AppendClockTime(text, date);
   return text;
 }
 

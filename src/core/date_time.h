@@ -14,6 +14,9 @@ double DayCount(DateSeconds date);
 // Seconds since 01/01/1970 00:00:00 as a date.
 DateSeconds DateOfUnix(std::int64_t unixSeconds);
 
+// Seconds since 01/01/1970 00:00:00 UTC as a date of the machine's local time.
+DateSeconds LocalDate(std::int64_t unixSeconds);
+
 // The machine's clock, local time.
 DateSeconds ClockNow();
 
@@ -24,6 +27,10 @@ void AppendStamp(std::string& out, DateSeconds date);
 std::string TrackDate(DateSeconds date);
 std::string ClockTime(DateSeconds date);
 std::string LogDate(DateSeconds date);
+
+// The first two at the end of a buffer.
+void AppendTrackDate(std::string& out, DateSeconds date);
+void AppendClockTime(std::string& out, DateSeconds date);
 
 // Whole seconds as hh:mm:ss; hours run beyond 24 and take two digits at least.
 std::string Ms2Hms(std::int64_t milliseconds);

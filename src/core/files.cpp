@@ -62,6 +62,10 @@ bool FolderIsThere(const fs::path& path) {
   return folder.empty() || TypeOf(folder) == fs::file_type::directory;
 }
 
+void ReportWriteF(const Fault& fault, Window& window) {
+  window.SetAtt("ошибка WriteF: " + std::to_string(fault.Number()) + ". " + std::string(fault.Description()));
+}
+
 std::size_t LastSeparator(std::string_view path) {
 #ifdef _WIN32
   return path.find_last_of("\\/");
@@ -187,15 +191,25 @@ std::string ReadWhole(std::string_view path) {
 }
 
 void WriteF(std::string_view path, std::string_view text, Window& window) {
+  std::string bytes;
   try {
-    const std::string bytes = ToCodePage(text) + "\r\n";
+    bytes = ToCodePage(text);
+  } catch (...) {
+    ReportWriteF(CaughtFault(), window);
+    return;
+  }
+  const std::string_view piece = bytes;
+  WriteBytesF(path, std::span(&piece, 1), window);
+}
+
+void WriteBytesF(std::string_view path, std::span<const std::string_view> pieces, Window& window) {
+  try {
     OutputFile file(path);
-    file.Write(bytes);
+    for (const std::string_view piece : pieces) file.Write(piece);
+    file.Write(std::string_view("\r\n"));
     file.Close();
   } catch (...) {
-    const Fault fault = CaughtFault();
-    window.SetAtt("ошибка WriteF: " + std::to_string(fault.Number()) + ". " +
-                  std::string(fault.Description()));
+    ReportWriteF(CaughtFault(), window);
   }
 }
 

@@ -82,4 +82,7 @@ std::string ReadWhole(std::string_view path);
 // "ошибка WriteF: " + number + ". " + description, and the caller goes on.
 void WriteF(std::string_view path, std::string_view text, Window& window);
 
+// The same for pieces of text that are 8-bit bytes already; they are written one after the other.
+void WriteBytesF(std::string_view path, std::span<const std::string_view> pieces, Window& window);
+
 }  // namespace sondrix

@@ -52,6 +52,7 @@ bool AppendShortDecimal(std::string& out, double value, ZeroBefore zero) {
     end = std::to_chars(end, buffer.data() + buffer.size(), whole).ptr;
   if (fraction != 0) {
     int count = decimals;
+    for (; fraction % 1000 == 0; count -= 3) fraction /= 1000;
     for (; fraction % 10 == 0; --count) fraction /= 10;
     *end = '.';
     end += 1 + count;
@@ -115,7 +116,28 @@ void AppendText(std::string& out, double value, ZeroBefore zero) {
   if (!AppendShortDecimal(out, value, zero)) AppendRounded(out, value, DigitsOfDouble, zero);
 }
 
+constexpr std::array<double, 16> PowersOfTen = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+
+// Seven digits of a 32-bit float from a tenth up, which never needs the exponent form. The product that
+// scales it up is off by less than 2e-9, so its nearest whole number is the correctly rounded one unless a
+// tie is as near as that. Returns false there, and for a value of another size.
+bool AppendShortFloat(std::string& out, double value, ZeroBefore zero) {
+  const double size = std::fabs(value);
+  if (!(size >= 0.1 && size < 1e7)) return false;
+  std::size_t decimals = 0;
+  while (size * PowersOfTen[decimals] < 1e6) ++decimals;
+  const double scaled = size * PowersOfTen[decimals];
+  const auto digits = static_cast<std::uint64_t>(scaled);
+  const double rest = scaled - static_cast<double>(digits);
+  if (std::fabs(rest - 0.5) < 1e-8) return false;
+  const std::uint64_t rounded = digits + (rest > 0.5 ? 1 : 0);
+  const double shortened = static_cast<double>(rounded) / PowersOfTen[decimals];
+  return AppendShortDecimal(out, value < 0 ? -shortened : shortened, zero);
+}
+
 void AppendText(std::string& out, float value, ZeroBefore zero) {
+  if (AppendShortFloat(out, static_cast<double>(value), zero)) return;
   AppendRounded(out, static_cast<double>(value), DigitsOfFloat, zero);
 }
 
@@ -160,10 +182,12 @@ int ExponentOf(std::string_view digits, bool negative) {
   return negative ? -exponent : exponent;
 }
 
-// Length in bytes of the blank at the start of text, 0 if there is none.
+// Length in bytes of the blank at the start of text, 0 if there is none. A no-break space may also come as
+// the byte that it has in an 8-bit source; no character of UTF-8 begins with that.
 std::size_t BlankAt(std::string_view text) {
   if (text.empty()) return 0;
   if (text[0] == ' ' || (text[0] >= '\t' && text[0] <= '\r')) return 1;
+  if (text[0] == '\xA0') return 1;
   return text.starts_with("\u00A0") ? 2 : 0;
 }
 
@@ -193,6 +217,38 @@ void TakeSign(std::string_view& text, PlainNumber& number) {
   if (text.empty() || (text[0] != '+' && text[0] != '-')) return;
   if (text[0] == '-') number.text += '-';
   text.remove_prefix(1);
+}
+
+// Reads digits into number and returns where they end.
+const char* TakeDigits(const char* at, const char* end, std::uint64_t& number) {
+  for (; at < end && IsDigit(*at); ++at) number = number * 10 + static_cast<std::uint64_t>(*at - '0');
+  return at;
+}
+
+// The value of a text of at most 15 digits with a minus sign and a mark or without. Both whole numbers of the
+// quotient are exact, so that it is the nearest 64-bit float. False for any other text, which may still be a
+// number.
+bool ParseShort(std::string_view text, double& value) {
+  const char* at = text.data();
+  const char* const end = at + text.size();
+  const bool negative = text.starts_with('-');
+  if (negative) ++at;
+  if (end - at > DigitsOfDouble + 1) return false;
+  std::uint64_t number = 0;
+  const char* const begin = at;
+  at = TakeDigits(at, end, number);
+  auto digits = at - begin;
+  value = 1;
+  if (at < end && (*at == '.' || *at == ',')) {
+    const char* const fraction = ++at;
+    at = TakeDigits(at, end, number);
+    digits += at - fraction;
+    value = PowersOfTen[static_cast<std::size_t>(at - fraction)];
+  }
+  if (at != end || digits == 0 || digits > DigitsOfDouble) return false;
+  value = static_cast<double>(number) / value;
+  if (negative) value = -value;
+  return true;
 }
 
 // Nothing for a text that isn't a number; infinity for one that is too large.
@@ -293,6 +349,7 @@ double ValOf(std::string_view text) {
 }
 
 double LocParse(std::string_view text) {
+  if (double value = 0; ParseShort(text, value)) return value;
   const std::optional<double> value = ParseLocal(text);
   if (!value) throw Fault(FaultNumber::TypeMismatch);
   return Finite(*value);

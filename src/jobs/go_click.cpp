@@ -9,6 +9,9 @@
 #include "core/window.h"
 #include "echo/views.h"
 #include "jobs/clicks.h"
+#include "jobs/job_csv.h"
+#include "jobs/job_log.h"
+#include "jobs/job_mp.h"
 #include "jobs/limits.h"
 #include "sonar/job_sl.h"
 
@@ -28,7 +31,7 @@ struct JobRow {
   void (*job)(Run& run);
 };
 
-constexpr JobRow Jobs[] = {{"sl2", RunSonar}, {"sl3", RunSonar}};
+constexpr JobRow Jobs[] = {{"sl2", RunSonar}, {"sl3", RunSonar}, {"log", JobLog}, {"mp", JobMp}};
 
 void RunJob(Run& run) {
   const std::string_view source = run.settings.Source;
@@ -36,8 +39,7 @@ void RunJob(Run& run) {
   for (const JobRow& row : Jobs) {
     if (row.extension == extension) return row.job(run);
   }
-  run.window.Beep();
-  run.window.SetAtt(" ! this version converts .sl2 and .sl3 files only");
+  JobCsv(run);
 }
 
 void SetField(Run& run, std::string& field, std::string_view name, std::string text) {
@@ -100,7 +102,8 @@ void StartRun(Run& run) {
   window.SetAtt(run.messages.MsgBegin);
   window.RepaintAtt();
   window.Wait(run.state.DefectPause);
-  if (!IsSeparator(run.settings.Source.back())) RunToEnd(run);
+  const std::string& source = run.settings.Source;  // events of the wait may have changed it
+  if (!source.empty() && !IsSeparator(source.back())) RunToEnd(run);
 }
 
 void RestoreWindow(Run& run) {

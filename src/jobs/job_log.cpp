@@ -1,0 +1,236 @@
+#include "jobs/job_log.h"
+
+#include "core/code_page.h"
+#include "core/depth_text.h"
+#include "core/messages.h"
+#include "core/number_text.h"
+#include "core/rounding.h"
+#include "core/run_limits.h"
+#include "core/run_state.h"
+#include "core/settings.h"
+#include "core/window.h"
+#include "formats/mp_points.h"
+#include "formats/plt.h"
+#include "formats/point_list.h"
+#include "geo/mercator.h"
+#include "geo/nmea.h"
+#include "jobs/log_time.h"
+#include "jobs/point_filter.h"
+#include "jobs/text_job.h"
+#include "jobs/text_source.h"
+#include "ozi/ozi_link.h"
+
+#include <cmath>
+
+namespace sondrix {
+namespace {
+
+constexpr std::string_view Rmc = "$GPRMC", Gga = "$GPGGA", Dbt = "$SDDBT";
+constexpr std::size_t RmcTime = 1, RmcDate = 9;
+constexpr std::size_t GgaTime = 1, GgaLatitude = 2, GgaNorth = 3, GgaLongitude = 4, GgaEast = 5, GgaFix = 6,
+                      GgaSatellites = 7;
+constexpr std::size_t DbtFeet = 1;
+constexpr std::size_t FieldsRead = 10;
+
+constexpr double FewSatellites = 5;
+constexpr int DegreeDigits = 6;
+constexpr int DepthDigits = 2;
+
+struct LogRun {
+  explicit LogRun(Run& theRun)
+      : run(theRun),
+        source(theRun.settings.Source, LineStart::CutLf),
+        filter(LogFilterRules, theRun.limits) {}
+
+  Run& run;
+  TextSource source;
+  PointFilter filter;
+  TextBody mp, plt, drd, srf, bad;
+
+  char separator = ',';
+  std::int64_t line = 0;
+  std::string_view sentence;  // of the last line that wasn't empty
+  Columns fields;
+  std::string text;  // buffer
+
+  LogTime clock;
+  DateSeconds pointTime = 0;
+  bool hasFix = false;
+  std::string latitude, longitude;  // degrees
+  std::string xText, yText;         // Mercator metres
+  std::string depth;                // metres
+  float depthM = 0, feet = 0;
+};
+
+// Makes the next line the current one. Fault 9 behind the last.
+void TakeLine(LogRun& log) {
+  const std::optional<std::string_view> line = log.source.Next();
+  if (!line) throw Fault(FaultNumber::Subscript);
+  // The fields of the line before stand where this one is empty.
+  if (!line->empty()) log.sentence = *line;
+}
+
+void StepLine(LogRun& log) {
+  ++log.line;
+  TakeLine(log);
+}
+
+// Whether the first field of the current line is that name.
+bool IsSentence(const LogRun& log, std::string_view name) {
+  return log.sentence.starts_with(name) &&
+         (log.sentence.size() == name.size() || log.sentence[name.size()] == log.separator);
+}
+
+void SplitSentence(LogRun& log) { log.fields.Split(log.sentence, log.separator, FieldsRead); }
+
+void ReadDate(LogRun& log) {
+  SplitSentence(log);
+  log.clock.SetTime(log.fields.At(RmcTime));
+  log.clock.SetDate(log.fields.At(RmcDate));
+}
+
+// A coordinate keeps its value where the hemisphere is another one.
+void ReadPosition(LogRun& log) {
+  const Columns& fields = log.fields;
+  if (fields.At(GgaNorth) == "N") {
+    const double latitude = RoundTo(Nmea2Deg(fields.At(GgaLatitude)), DegreeDigits);
+    log.latitude = LocText(latitude);
+    log.yText = LocText(Lat2MercY(latitude));
+  }
+  if (fields.At(GgaEast) == "E") {
+    const double longitude = RoundTo(Nmea2Deg(fields.At(GgaLongitude)), DegreeDigits);
+    log.longitude = LocText(longitude);
+    log.xText = LocText(Lon2MercX(longitude));
+  }
+}
+
+void ReadFix(LogRun& log) {
+  SplitSentence(log);
+  log.clock.SetTime(log.fields.At(GgaTime));
+  log.clock.NeedDate();
+  log.pointTime = log.clock.Read();
+  log.hasFix = log.fields.At(GgaFix) != "0";
+  ReadPosition(log);
+  const std::string_view satellites = log.fields.At(GgaSatellites);
+  if (LocParse(satellites) <= FewSatellites) {
+    ReportBadLine(log.run, log.bad, log.run.messages.ReasonSats, satellites, log.line);
+  }
+}
+
+// Depth text and feet keep their values where the field is empty.
+void ReadDepth(LogRun& log) {
+  while (!IsSentence(log, Dbt)) StepLine(log);
+  SplitSentence(log);
+  const std::string_view field = log.fields.At(DbtFeet);
+  log.depthM = 0;
+  if (field.empty()) return;
+  log.feet = FloatOf(field);
+  log.depth = Ft2Mt(log.feet, log.run.limits.DepthAddM, DepthDigits, log.run.settings, log.run.window);
+  log.depthM = FloatOf(log.depth);
+}
+
+void ReportGap(LogRun& log) {
+  std::string metres;
+  AppendWhole(metres, ToWhole32(std::fabs(log.filter.AccDist)));
+  ReportBadLine(log.run, log.bad, log.run.messages.ReasonDistance, metres, log.line);
+}
+
+void WritePoint(LogRun& log) {
+  Run& run = log.run;
+  const MpPoint point = {log.depth, log.latitude, log.longitude};
+  if (log.filter.Gap) {
+    AppendMpBreak(Fresh(log.text), point, log.line);
+  } else {
+    AppendMpPoint(Fresh(log.text), ToCodePage(run.settings.DepthMP), point);
+  }
+  log.mp.Add(log.text);
+  AppendPltPoint(Fresh(log.text),
+                 {log.latitude, log.longitude, log.filter.SegmentCode, LocText(log.feet), log.pointTime + 1});
+  log.plt.Add(log.text);
+  if (run.settings.ViewOzi) {
+    OziLivePoint(run.link, run.window, log.filter.SegmentCode, LocParse(log.latitude),
+                 LocParse(log.longitude), static_cast<double>(log.feet), DayOnly(ClockNow()));
+  }
+  log.filter.PointWritten();
+  AppendDepthRow(Fresh(log.text), log.latitude, log.longitude, log.depth);
+  log.drd.Add(log.text);
+  AppendHeightRow(Fresh(log.text), log.latitude, log.longitude, log.depth);
+  log.srf.Add(log.text);
+}
+
+void TakeSounding(LogRun& log) {
+  PointFilter& filter = log.filter;
+  if (filter.IsRepeat(log.xText, log.yText)) return;
+  filter.Offer(log.xText, log.yText, log.depthM);
+  if (filter.Gap) ReportGap(log);
+  if (!log.hasFix) {
+    PassOverLine(log.run, log.bad, log.run.messages.ReasonNoSats, log.line);
+  } else if (log.depthM == 0) {
+    filter.SegmentCode = 1;
+    PassOverLine(log.run, log.bad, log.run.messages.ReasonZeroDepth, log.line);
+  } else if (filter.Select()) {
+    WritePoint(log);
+  }
+}
+
+enum class End { Complete, Stopped, Refused };
+
+End ReadLines(LogRun& log) {
+  TakeLine(log);
+  const std::optional<char> separator = SeparatorOf(log.sentence);
+  if (!separator) return End::Refused;
+  log.separator = *separator;
+  for (;;) {
+    if (IsSentence(log, Rmc)) {
+      ReadDate(log);
+      StepLine(log);
+    }
+    if (IsSentence(log, Gga)) {
+      ReadFix(log);
+      StepLine(log);
+      ReadDepth(log);
+      TakeSounding(log);
+    }
+    if (!MayGoOn(log.run)) return End::Stopped;
+    ShowLineProgress(log.run, log.text, {log.line, log.source.LineCount(), log.filter.Selected});
+    if (log.line + 1 >= log.source.LineCount()) return End::Complete;
+    StepLine(log);
+  }
+}
+
+void WriteFiles(LogRun& log) {
+  Run& run = log.run;
+  log.source.Close();
+  const std::string name = ToCodePage(run.settings.TargetName);
+  WriteBody(run, ".drd.txt", ToCodePage(run.messages.HeadCsv) + "\r\n", log.drd);
+  WriteBody(run, ".srf.txt", {}, log.srf);
+  WriteBody(run, ".plt", PltHead(name, log.filter.Selected), log.plt);
+  WriteBody(run, ".mp", MpHead(LogMpHead, name), log.mp);
+  if (!log.bad.IsEmpty()) WriteBody(run, ".bad.txt", {}, log.bad);
+  ClearTargetName(run);
+  run.window.SetAtt(run.messages.MsgFilesDone);
+}
+
+bool IsLogCorrupt(const Fault& fault) {
+  return fault.Number() == static_cast<int>(FaultNumber::Subscript) ||
+         fault.Number() == static_cast<int>(FaultNumber::PastEnd);
+}
+
+}  // namespace
+
+void JobLog(Run& run) {
+  try {
+    LogRun log(run);
+    if (run.settings.ViewOzi) OziTrackOpen(run.link);
+    const End end = ReadLines(log);
+    if (end == End::Refused) RefuseSource(run);
+    if (end == End::Complete) WriteFiles(log);
+  } catch (...) {
+    const Fault fault = CaughtFault();
+    if (!IsLogCorrupt(fault)) return ShowTextFault(run, "JobLog", fault);
+    run.window.Beep();
+    run.window.SetAtt(run.messages.MsgLogCorrupt);
+  }
+}
+
+}  // namespace sondrix

@@ -1,0 +1,173 @@
+#include "jobs/job_mp.h"
+
+#include "core/fault.h"
+#include "core/files.h"
+#include "core/messages.h"
+#include "core/run.h"
+#include "core/settings.h"
+#include "core/window.h"
+#include "jobs/line_input.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace sondrix {
+namespace {
+
+constexpr std::size_t HeadLength = 100;  // bytes at the start that show what the line ends are
+constexpr std::size_t OutputPiece = 0x10000;
+constexpr std::string_view SourceSuffix = ".mp";
+constexpr std::string_view LabelKey = "label=";
+constexpr std::string_view DataKey = "data";
+constexpr std::string_view VertexBreak = "),(";
+
+struct MpRun {
+  std::string target;
+  bool targetMade = false;
+  OutputFile output;
+  std::string collected;  // of the output, not yet handed over
+  std::string leaving;
+  bool inPolyline = false;
+  std::string label;
+  std::int32_t polylines = 0;  // data lines that produced points
+};
+
+char Folded(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+// start is in lower case.
+bool StartsWith(std::string_view line, std::string_view start) {
+  return line.size() >= start.size() &&
+         std::equal(start.begin(), start.end(), line.begin(), [](char s, char c) { return s == Folded(c); });
+}
+
+std::string_view Trimmed(std::string_view line) {
+  const std::size_t first = line.find_first_not_of(' ');
+  if (first == std::string_view::npos) return {};
+  return line.substr(first, line.find_last_not_of(' ') - first + 1);
+}
+
+// What fails to be written is gone, so that the closing doesn't write it once more.
+void HandOver(MpRun& mp) {
+  mp.leaving.swap(mp.collected);
+  mp.collected.clear();
+  mp.output.Write(mp.leaving);
+}
+
+void AddEmptyLine(MpRun& mp) { mp.collected += "\r\n"; }
+
+void AddVertex(MpRun& mp, std::string_view vertex) {
+  mp.collected += vertex;
+  mp.collected += ',';
+  mp.collected += mp.label;
+  mp.collected += "\r\n";
+  if (mp.collected.size() >= OutputPiece) HandOver(mp);
+}
+
+// Fault 5 for a vertex without a comma and for a line that ends in its first bracket.
+void AddVertices(MpRun& mp, std::string_view line) {
+  std::string_view rest = line.substr(line.find('(') + 1);  // the whole line where there is no bracket
+  if (rest.empty()) throw Fault(FaultNumber::InvalidCall);
+  rest.remove_suffix(1);
+  while (true) {
+    const std::size_t end = rest.find(VertexBreak);
+    const std::string_view vertex = rest.substr(0, end);
+    if (vertex.find(',') == std::string_view::npos) throw Fault(FaultNumber::InvalidCall);
+    AddVertex(mp, vertex);
+    if (end == std::string_view::npos) break;
+    rest.remove_prefix(end + VertexBreak.size());
+  }
+  AddEmptyLine(mp);
+  ++mp.polylines;
+}
+
+void TakeLine(MpRun& mp, std::string_view line) {
+  if (StartsWith(line, "[po")) {
+    mp.inPolyline = line.size() == std::string_view("[polyline]").size() && StartsWith(line, "[polyline]");
+    if (mp.inPolyline) AddEmptyLine(mp);
+  } else if (!mp.inPolyline) {
+    return;
+  } else if (StartsWith(line, LabelKey)) {
+    mp.label = line.substr(LabelKey.size());
+    if (mp.label == "0") mp.label = "-1";
+  } else if (!mp.label.empty() && StartsWith(line, DataKey)) {
+    AddVertices(mp, line);
+  }
+}
+
+// Fault 62 for a file that is shorter than the head.
+bool HasWindowsLineEnds(InputFile& source) {
+  std::array<std::uint8_t, HeadLength> head;
+  if (source.ReadAt(0, head) < head.size()) throw Fault(FaultNumber::PastEnd);
+  const std::string_view text(reinterpret_cast<const char*>(head.data()), head.size());
+  return text.find("\r\n") != std::string_view::npos;
+}
+
+void Close(Run& run, MpRun& mp) {
+  if (mp.output.IsOpen()) {
+    HandOver(mp);
+    mp.output.Close();
+  }
+  if (mp.polylines > 0) return;
+  run.window.Beep();
+  DeleteIfThere(mp.target);
+  run.window.SetAtt(run.messages.MsgPolyNone);
+}
+
+void Convert(Run& run, MpRun& mp) {
+  InputFile source(run.settings.Source);
+  if (!HasWindowsLineEnds(source)) {
+    run.window.Beep();
+    run.window.SetAtt(run.messages.MsgUnixNewlines);
+    return;
+  }
+  mp.output = OutputFile(mp.target);
+  mp.targetMade = true;
+  LineInput lines(source);
+  while (const auto line = lines.Next()) TakeLine(mp, Trimmed(*line));
+  run.window.SetAtt(run.messages.MsgPolyDone);
+  Close(run, mp);
+}
+
+// What was converted before the fault stays; a closing that fails as well has nothing to add to the report.
+void CloseAfterFault(Run& run, MpRun& mp) {
+  if (!mp.targetMade) return;
+  try {
+    Close(run, mp);
+  } catch (...) {
+    CaughtFault();
+  }
+}
+
+std::string ReportOf(const Messages& messages, const Fault& fault) {
+  switch (static_cast<FaultNumber>(fault.Number())) {
+    case FaultNumber::FileNotFound:
+    case FaultNumber::BadFileName:
+    case FaultNumber::InvalidCall:
+      return std::string(messages.MsgNeedPolish);
+    case FaultNumber::PermissionDenied:
+      return std::string(messages.MsgFileBusy);
+    default:
+      return FaultLine("ReadShp", fault);
+  }
+}
+
+}  // namespace
+
+void JobMp(Run& run) {
+  MpRun mp;
+  const std::string& source = run.settings.Source;
+  mp.target = source.substr(0, source.size() - std::min(SourceSuffix.size(), source.size())) + ".txt";
+  try {
+    Convert(run, mp);
+  } catch (...) {
+    const Fault fault = CaughtFault();
+    CloseAfterFault(run, mp);
+    run.window.Beep();
+    run.window.SetAtt(ReportOf(run.messages, fault));
+  }
+}
+
+}  // namespace sondrix

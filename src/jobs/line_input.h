@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace sondrix {
+
+class InputFile;
+
+// A text file line by line, in memory for the longest line only. A line ends at CR LF, at a CR alone or at
+// the end of the file; an LF without a CR before it belongs to its line.
+class LineInput {
+ public:
+  static constexpr std::size_t DefaultBlock = 0x40000;
+
+  // Reads file from its start, blockSize bytes at a time. The file has to outlive this.
+  explicit LineInput(InputFile& file, std::size_t blockSize = DefaultBlock)
+      : file_(file), blockSize_(blockSize) {}
+  // The next line without its end, valid until the next call; empty behind the last line.
+  std::optional<std::string_view> Next();
+
+ private:
+  // Puts another block behind the bytes in hand; false at the end of the file.
+  bool Fill();
+
+  InputFile& file_;
+  std::size_t blockSize_;
+  std::int64_t offset_ = 0;           // of the next block in the file
+  std::vector<std::uint8_t> buffer_;  // the bytes in hand lie in [begin_, end_)
+  std::size_t begin_ = 0;
+  std::size_t end_ = 0;
+};
+
+}  // namespace sondrix

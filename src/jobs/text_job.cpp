@@ -1,0 +1,101 @@
+#include "jobs/text_job.h"
+
+#include "core/code_page.h"
+#include "core/messages.h"
+#include "core/number_text.h"
+#include "core/rounding.h"
+#include "core/run_state.h"
+#include "core/settings.h"
+#include "core/window.h"
+#include "formats/point_list.h"
+
+#include <cmath>
+#include <ctime>
+
+namespace sondrix {
+namespace {
+
+constexpr int PassOverWaitMs = 10;
+constexpr int PauseWaits = 10;  // of DefectPause each, between two looks at the flags
+
+}  // namespace
+
+bool MayGoOn(Run& run) {
+  const RunState& state = run.state;
+  while (state.PauseFlag && !state.StopFlag) {
+    run.window.Wait(PauseWaits * state.DefectPause);
+    run.window.Pump();
+  }
+  if (state.StopFlag) run.window.SetAtt(run.messages.MsgAborted);
+  return !state.StopFlag;
+}
+
+void ShowLineProgress(Run& run, std::string& text, const LineProgress& progress) {
+  const auto last = static_cast<double>(progress.lineCount - 1);
+  text.assign(" ");
+  AppendWhole(text, static_cast<std::int64_t>(Finite(static_cast<double>(progress.line) / last * 100)));
+  text.append("% ").append(run.messages.WordLine).append(" ");
+  AppendWhole(text, progress.line);
+  text += '/';
+  AppendWhole(text, progress.lineCount - 1);
+  text.append(" ").append(run.messages.WordDot).append(" ");
+  AppendWhole(text, progress.points);
+  run.window.SetAtt(text);
+  run.window.Pump();
+}
+
+void ReportBadLine(Run& run, TextBody& bad, std::string_view reason, std::string_view value,
+                   std::int64_t line) {
+  std::string record;
+  AppendBadLine(record, {ToCodePage(reason), value, ToCodePage(run.messages.WordInLine), line});
+  bad.Add(record);
+}
+
+void PassOverLine(Run& run, TextBody& bad, std::string_view reason, std::int64_t line) {
+  ReportBadLine(run, bad, reason, {}, line);
+  std::string text = " ";
+  text.append(run.messages.WordLine).append(" ");
+  AppendWhole(text, line);
+  text.append(" - ").append(reason).append("...");
+  run.window.SetAtt(text);
+  run.window.RepaintAtt();
+  run.window.Wait(PassOverWaitMs);
+}
+
+void ShowTextFault(Run& run, std::string_view place, const Fault& fault) {
+  std::string line = " ! error ";
+  line.append(place).append(": ");
+  AppendWhole(line, fault.Number());
+  line.append(": ").append(fault.Description());
+  run.window.Beep();
+  run.window.SetAtt(line);
+}
+
+void RefuseSource(Run& run) {
+  run.window.Beep();
+  run.window.SetAtt(run.messages.MsgNoDelimiter);
+}
+
+void ClearTargetName(Run& run) {
+  run.settings.TargetName.clear();
+  run.window.ShowField("TargetName");
+}
+
+float FloatOf(std::string_view text) {
+  const auto value = static_cast<float>(LocParse(text));
+  Finite(value);
+  return value;
+}
+
+DateSeconds LocalClock::Now() {
+  const std::int64_t now = std::time(nullptr);
+  if (now != unixSeconds_) {
+    date_ = LocalDate(now);
+    unixSeconds_ = now;
+  }
+  return date_;
+}
+
+double DayOnly(DateSeconds date) { return std::floor(DayCount(date)); }
+
+}  // namespace sondrix

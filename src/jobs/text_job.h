@@ -1,0 +1,66 @@
+#pragma once
+
+#include "core/date_time.h"
+#include "core/fault.h"
+#include "core/run.h"
+#include "jobs/text_body.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace sondrix {
+
+// What the jobs that read tables and logs share.
+
+// Waits while the pause is on; false with the notice in the log line once the run is to stop.
+bool MayGoOn(Run& run);
+
+// The buffer, emptied for the next record.
+inline std::string& Fresh(std::string& buffer) {
+  buffer.clear();
+  return buffer;
+}
+
+// Where a job is in its source.
+struct LineProgress {
+  std::int64_t line = 0, lineCount = 0;
+  std::int32_t points = 0;
+};
+
+// Shows " 12% line 345/2900 dot 17" and pumps events; text is a buffer for the line.
+void ShowLineProgress(Run& run, std::string& text, const LineProgress& progress);
+
+// Puts a line for the reason into the bad lines; value stands behind the reason.
+void ReportBadLine(Run& run, TextBody& bad, std::string_view reason, std::string_view value,
+                   std::int64_t line);
+
+// The same, and shows that the line is passed over, for as long as the eye needs.
+void PassOverLine(Run& run, TextBody& bad, std::string_view reason, std::int64_t line);
+
+// " ! error " + place + ": " + number + ": " + description, with a beep.
+void ShowTextFault(Run& run, std::string_view place, const Fault& fault);
+
+// The refusal of a source whose first line has no separator.
+void RefuseSource(Run& run);
+
+// Empties the name of the outputs, which are written.
+void ClearTargetName(Run& run);
+
+// A 32-bit number from a source's text. Faults 13 and 6.
+float FloatOf(std::string_view text);
+
+// The machine's clock, read anew at each call.
+class LocalClock {
+ public:
+  DateSeconds Now();
+
+ private:
+  std::int64_t unixSeconds_ = -1;
+  DateSeconds date_ = 0;
+};
+
+// A date without its time, as a day count.
+double DayOnly(DateSeconds date);
+
+}  // namespace sondrix

@@ -1,0 +1,246 @@
+#include "jobs/job_csv.h"
+
+#include "core/date_time.h"
+#include "core/number_text.h"
+#include "jobs/text_run.h"
+
+namespace sondrix {
+namespace {
+
+const std::string Head = "Channel,a,b,c,d,Depth,e,f,g,h,i,X,Y,Time\n";
+
+std::string Row(const std::string& x, const std::string& feet = "30.000000", const std::string& time = "0",
+                const std::string& channel = "Downscan") {
+  return channel + ",1,2,3,4," + feet + ",6,7,8,9,10," + x + ",7560000," + time + "\n";
+}
+
+// Lines from text with LF, in another form.
+std::string WithLineEnd(std::string text, const std::string& end) {
+  for (std::size_t at = 0; (at = text.find('\n', at)) != std::string::npos; at += end.size()) {
+    text.replace(at, 1, end);
+  }
+  return text;
+}
+
+std::string Report(int points, int lines) {
+  return " files successfully created, selected points " + std::to_string(points) + " from " +
+         std::to_string(lines) + " lines";
+}
+
+TEST(JobCsv, AWholeRun) {
+  TextRun test;
+  test.settings.MaxDiff = "300";
+  test.settings.DepthSm = "10";
+  test.settings.TargetName = "озеро";
+  EXPECT_EQ(test.ClickOn("a.csv", Head + Row("4105000") + Row("4105003", "31", "0", "Primary") +
+                                      Row("4105003", "0.000000") + Row("4105003") + Row("4105010", "1.5") +
+                                      "\n" + Row("4105400", "100.25")),
+            Report(3, 9));
+  EXPECT_EQ(test.Out("озеро.txt"),
+            "56.135476,36.999896,9.24\r\n56.135476,36.999986,.56\r\n56.135476,37.003501,30.66\r\n\r\n");
+  EXPECT_EQ(test.Masked("озеро.plt"),
+            "OziExplorer Track Point File Version 2.1\r\nWGS 84\r\nAltitude is in Feet\r\nReserved 3\r\n"
+            "0,2,65535,\xEE\xE7\xE5\xF0\xEE,0,0,2,8421376\r\n3\r\n"
+            "56.135476,36.999896,0,-30,,<clock>\r\n56.135476,36.999986,0,-1.5,,<clock>\r\n"
+            "56.135476,37.003501,1,-100.2,,<clock>\r\n\r\n");
+  const std::string mp = test.Out("озеро.mp");
+  EXPECT_TRUE(mp.find("Name=\xEE\xE7\xE5\xF0\xEE\r\nTypeSet=Lowrance\r\n") != std::string::npos);
+  EXPECT_EQ(mp.substr(mp.find("[END-IMG ID]")),
+            "[END-IMG ID]\r\n\r\n"
+            "\r\n[POI]\r\nType=0x1000\r\nLabel=9.24\r\nData0=(56.135476,36.999896)\r\n[END]\r\n"
+            "\r\n[POI]\r\nType=0x1000\r\nLabel=.56\r\nData0=(56.135476,36.999986)\r\n[END]\r\n"
+            "\r\n[POI]\r\nType=0x2900\r\nLabel=30.66 | 7\r\nData0=(56.135476,37.003501)\r\n[END]\r\n\r\n");
+  EXPECT_EQ(test.Out("озеро_bad.txt"), "zero depth in line 3\r\n\r\n");
+  EXPECT_EQ(test.settings.TargetName, "");
+  EXPECT_EQ(test.window.CountLines(" line 3 - zero depth..."), 1);
+  EXPECT_EQ(test.window.CountLines(" 0% line 0/8 dot 0"), 1);
+  EXPECT_EQ(test.window.waited, 10);
+}
+
+TEST(JobCsv, LineEndsSeparatorsAndChannels) {
+  const std::string rows = Head + Row("4105000") + Row("4105003") + Row("4105006", "9", "0", "Primary");
+  std::string semicolons = rows;
+  for (char& c : semicolons) c = c == ',' ? ';' : c;
+  std::string commas = semicolons;
+  commas.replace(commas.find("30.000000"), 9, "30,5");
+  struct Case {
+    std::string text;
+    int channel;
+    std::string end;
+  };
+  const std::vector<Case> cases = {
+      {rows, 2, Report(2, 5)},
+      {rows.substr(0, rows.size() - 1), 2, Report(2, 4)},
+      {WithLineEnd(rows, "\r\n"), 2, Report(2, 5)},
+      {WithLineEnd(rows, "\r"), 2, Report(0, 5)},
+      {semicolons, 2, Report(2, 5)},
+      {commas, 2, Report(2, 5)},
+      {rows, 0, Report(1, 5)},
+      {rows, 5, Report(0, 5)},
+      {rows, 9, Report(0, 5)},
+      {rows + "Primary\n", 2, Report(2, 6)},
+      {Head + Row("4105000", "0") + Row("4105003", "0.0"), 2, Report(2, 4)},
+      {"", 2, Report(0, 0)},
+      // The head's only separator is the letter that CR LF costs.
+      {";x\r\n", 2, " ! source file without delimiters ';' or ','..."},
+  };
+  for (const Case& row : cases) {
+    TextRun test;
+    EXPECT_EQ(test.ClickOn("a.csv", row.text, row.channel), row.end) << row.text;
+  }
+}
+
+TEST(JobCsv, RowsOfThreeColumns) {
+  struct Case {
+    bool useDcm;
+    const char *text, *list, *track;
+  };
+  const std::vector<Case> cases = {
+      {false, "head,x\n55.1,37.1,12\n55.2,37.2,3.456", "55.1,37.1,12.00\r\n55.2,37.2,3.456\r\n\r\n",
+       "55.1,37.1,0,-12,,<clock>\r\n55.2,37.2,0,-3.456,,<clock>\r\n\r\n"},
+      // The line end at the end is one more row like the last.
+      {false, "head,x\n55.1,37.1,12\n", "55.1,37.1,12.00\r\n55.1,37.1,12.00\r\n\r\n",
+       "55.1,37.1,0,-12,,<clock>\r\n55.1,37.1,0,-12,,<clock>\r\n\r\n"},
+      {false, "head;x\n55,1;37.10;4,2", "55,1,37.10,4.20\r\n\r\n", "55,1,37.10,0,-4.2,,<clock>\r\n\r\n"},
+      // The correction comes with UseDcm, and so does the altitude in feet.
+      {true, "head,x\n55.1,37.1,12", "55.1,37.1,12.25\r\n\r\n", "55.1,37.1,0,-40.19,,<clock>\r\n\r\n"},
+      // Once in the mode, a wide row gives its first three columns.
+      {false, "head,x\n55.1,37.1,12\n55.2,37.2,3,,,,,,,,,,,\n",
+       "55.1,37.1,12.00\r\n55.2,37.2,3.00\r\n55.2,37.2,3.00\r\n\r\n",
+       "55.1,37.1,0,-12,,<clock>\r\n55.2,37.2,0,-3,,<clock>\r\n55.2,37.2,0,-3,,<clock>\r\n\r\n"},
+  };
+  for (const Case& row : cases) {
+    TextRun test;
+    test.settings.UseDcm = row.useDcm;
+    test.settings.DepthSm = "25";
+    test.ClickOn("a.txt", row.text, 9);
+    EXPECT_EQ(test.Out("a.txt"), row.list) << row.text << test.window.att;
+    const std::string track = test.Masked("a.plt");
+    EXPECT_EQ(track.substr(track.find("8421376\r\n") + 12), row.track) << row.text;
+  }
+}
+
+TEST(JobCsv, AnExportRowIsCorrectedOnce) {
+  TextRun test;
+  test.settings.UseDcm = true;
+  test.settings.DepthSm = "100";
+  test.ClickOn("a.csv", Head + Row("4105000", "30"));
+  EXPECT_EQ(test.Out("a.txt"), "56.135476,36.999896,10.10\r\n\r\n");
+}
+
+TEST(JobCsv, TimesAreTheClockPlusTheRowsTime) {
+  TextRun test;
+  const DateSeconds before = ClockNow();
+  test.ClickOn("a.csv", Head + Row("4105000", "30", "86400500"));
+  const DateSeconds after = ClockNow();
+  const std::string line = test.OutLines("a.plt").at(6);
+  bool found = false;
+  for (DateSeconds now = before; now <= after; ++now) {
+    found = found || line.ends_with(",," + TrackDate(now + 86400) + "," + ClockTime(now + 86400));
+  }
+  EXPECT_TRUE(found) << line << ": half a second goes to the even one";
+}
+
+TEST(JobCsv, BadInput) {
+  const std::string mismatch = " ! error JobCsv: 13: Type mismatch";
+  const std::string subscript = " ! error JobCsv: 9: Subscript out of range";
+  const std::string overflow = " ! error JobCsv: 6: Overflow";
+  const std::string short13 = Row("4105000").substr(0, Row("4105000").size() - 3) + "\n";
+  struct Case {
+    std::string text, end;
+  };
+  const std::vector<Case> cases = {
+      {"no separator\nat all\n", " ! source file without delimiters ';' or ','..."},
+      {"a,b;c", subscript},
+      {"a,b\n", subscript},
+      {Head + short13, subscript},
+      {Head + "Downscan,1,2\nDownscan,1\n", mismatch},
+      {Head + "55,37,2\n55,37\n", subscript},
+      {Head + Row("east"), mismatch},
+      {Head + Row("4105000", "deep"), mismatch},
+      {Head + Row("4105000", ""), mismatch},
+      {Head + Row("4105000", "30", "noon"), mismatch},
+      {Head + Row("3000000000"), overflow},
+      {Head + Row("4105000", "1e39"), overflow},
+      {Head + Row("4105000", "30", "1e15"), overflow},
+      {Head + Row(std::string("4105\0", 5)), mismatch},
+      {Head + "55.1,x,3\n", mismatch},
+      {Head + "90,37.1,-\n", mismatch},
+  };
+  for (const Case& row : cases) {
+    TextRun test;
+    EXPECT_EQ(test.ClickOn("a.csv", row.text), row.end) << row.text;
+    EXPECT_TRUE(test.HasNoOutput());
+    EXPECT_EQ(test.window.beeps, 1);
+    EXPECT_TRUE(test.window.IsEnabled("btnGO"));
+  }
+  TextRun test;
+  test.settings.Source = (test.folder / "none.csv").string();
+  EXPECT_EQ(test.Click(), " ! error JobCsv: 53: File not found");
+}
+
+TEST(JobCsv, LinesOfAnySize) {
+  std::string wide = "Downscan";
+  for (int i = 0; i < 100'000; ++i) wide += ",1";
+  const std::string longLine(50'000'000, 'x');
+  const std::string nuls(1000, '\0');
+  TextRun test;
+  EXPECT_EQ(test.ClickOn("a.csv", Head + wide + "\n" + longLine + "\n" + nuls + "\n" + Row("4105000")),
+            Report(2, 6));
+  EXPECT_EQ(test.ClickOn("a.csv", longLine + ",\n" + Row(longLine)), " ! error JobCsv: 13: Type mismatch");
+}
+
+TEST(JobCsv, PauseStopAndProgress) {
+  std::string text = Head;
+  for (int i = 1; i <= 350; ++i) text += Row(std::to_string(4105000 + i));
+  TextRun test;
+  test.state.DefectPause = 7;
+  test.window.onPump = [&](int pump) {
+    if (pump == 2 || pump == 4) PauseClick(test.run);
+    if (pump == 5) StopClick(test.run);
+  };
+  EXPECT_EQ(test.ClickOn("a.csv", text), Report(201, 201))
+      << "the line reached, and what was selected so far";
+  EXPECT_EQ(test.window.waited, 7 + 2 * 70) << "the click waits too";
+  EXPECT_EQ(test.window.CountLines(" 28% line 100/351 dot 100"), 1);
+  EXPECT_EQ(test.window.CountLines(" 56% line 200/351 dot 200"), 1);
+  EXPECT_EQ(test.window.CountLines(" * processing aborted by user"), 1);
+  EXPECT_EQ(test.OutLines("a.txt").size(), 201U);
+
+  test.window.pumps = 0;
+  test.window.onPump = [&](int pump) {
+    if (pump == 1) PauseClick(test.run);
+    if (pump == 3) StopClick(test.run);
+  };
+  EXPECT_EQ(test.ClickOn("a.csv", text), Report(1, 1)) << "a stop ends a pause";
+}
+
+TEST(JobCsv, AFileThatCantBeWrittenLeavesTheOthers) {
+  TextRun test;
+  std::filesystem::create_directory(test.OutPath("a.plt"));
+  OutputFile(test.OutPath("a_bad.txt")).Write(std::string_view("of an earlier run"));
+  EXPECT_EQ(test.ClickOn("a.csv", Head + Row("4105000")), Report(1, 3));
+  EXPECT_EQ(test.window.CountLines("ошибка WriteF: 75. Path/File access error"), 1);
+  EXPECT_TRUE(test.HasOut("a.txt") && test.HasOut("a.mp"));
+  EXPECT_EQ(test.Out("a_bad.txt"), "of an earlier run");
+}
+
+TEST(JobCsv, ShowsItsTrackInTheMapProgram) {
+  TextRun test;
+  test.settings.ViewOzi = true;
+  test.settings.MaxDiff = "300";
+  std::vector<std::string> calls;
+  test.link.ShowTrack = [&](std::int32_t track) { calls.push_back("track " + std::to_string(track)); };
+  test.link.CreateTrackPoint = [&](std::int32_t, std::int32_t code, double lat, double lon, double feet,
+                                   double) {
+    calls.push_back(std::to_string(code) + " " + NumText(lat) + " " + NumText(lon) + " " + NumText(feet));
+  };
+  test.link.IsPositionOnMap = [](double, double) { return 0; };
+  test.ClickOn("a.csv", Head + Row("4105000") + Row("4105400", "31.5"));
+  EXPECT_EQ(calls,
+            (std::vector<std::string>{"track 1", "0 56.135476 36.999896 30", "1 56.135476 37.003501 31.5"}));
+  EXPECT_EQ(test.window.informed.size(), 1U);
+}
+
+}  // namespace
+}  // namespace sondrix
