@@ -355,6 +355,8 @@ double LocParse(std::string_view text) {
   return Finite(*value);
 }
 
+std::string_view Nz(std::string_view text) { return text.empty() ? "0" : text; }
+
 bool IsNumeric(std::string_view text) {
   const std::optional<double> value = ParseLocal(text);
   return value && std::isfinite(*value);

@@ -32,6 +32,9 @@ double ValOf(std::string_view text);
 // doesn't fit a 64-bit float.
 double LocParse(std::string_view text);
 
+// The text of a field, or "0" for a blank one, which counts as 0.
+std::string_view Nz(std::string_view text);
+
 // Whether LocParse takes the text.
 bool IsNumeric(std::string_view text);
 

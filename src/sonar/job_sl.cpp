@@ -33,7 +33,7 @@ constexpr std::size_t CsvPiece = 0x8000;  // characters that are collected befor
 constexpr std::size_t PercentWidth = 3;   // characters of a progress line that the final percentage replaces
 
 // A blank field counts as 0. Fault 13 for a text that is no number.
-std::int32_t WholeOf(std::string_view text) { return text.empty() ? 0 : ToWhole32(LocParse(text)); }
+std::int32_t WholeOf(std::string_view text) { return ToWhole32(LocParse(Nz(text))); }
 
 void Refuse(Run& run, std::string_view message) {
   run.window.Beep();
