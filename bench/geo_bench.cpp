@@ -3,7 +3,6 @@
 #include "geo/vincenty.h"
 
 #include <benchmark/benchmark.h>
-
 #include <cstdint>
 #include <string>
 

@@ -1,8 +1,7 @@
 #include "core/number_text.h"
 
-#include <benchmark/benchmark.h>
-
 #include <array>
+#include <benchmark/benchmark.h>
 #include <cstdint>
 #include <string>
 

@@ -1,11 +1,3 @@
-#include <benchmark/benchmark.h>
-
-#include <algorithm>
-#include <cstdint>
-#include <filesystem>
-#include <string>
-#include <vector>
-
 #include "app/batch/batch_window.h"
 #include "app/session.h"
 #include "core/files.h"
@@ -16,6 +8,13 @@
 #include "sonar/job_sl.h"
 #include "sonar/sl_format.h"
 #include "sonar/sl_source.h"
+
+#include <algorithm>
+#include <benchmark/benchmark.h>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
 
 namespace sondrix {
 namespace {

@@ -1,12 +1,12 @@
 #include "samples/bulk.h"
 
+#include "samples/echogram.h"
+#include "samples/xorshift.h"
+
 #include <array>
 #include <cstdio>
 #include <memory>
 #include <vector>
-
-#include "samples/echogram.h"
-#include "samples/xorshift.h"
 
 namespace sondrix {
 

@@ -1,9 +1,9 @@
 #include "samples/damage.h"
 
-#include <algorithm>
-
 #include "samples/echogram.h"
 #include "samples/xorshift.h"
+
+#include <algorithm>
 
 namespace sondrix {
 

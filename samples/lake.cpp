@@ -1,12 +1,12 @@
 #include "samples/lake.h"
 
+#include "samples/echogram.h"
+#include "samples/xorshift.h"
+
 #include <algorithm>
 #include <bit>
 #include <cmath>
 #include <numbers>
-
-#include "samples/echogram.h"
-#include "samples/xorshift.h"
 
 namespace sondrix {
 

@@ -1,12 +1,3 @@
-#include <algorithm>
-#include <charconv>
-#include <cstdint>
-#include <cstdio>
-#include <initializer_list>
-#include <string>
-#include <string_view>
-#include <vector>
-
 #include "samples/bulk.h"
 #include "samples/damage.h"
 #include "samples/echogram.h"
@@ -15,6 +6,15 @@
 #include "samples/polish_map.h"
 #include "samples/text_export.h"
 #include "samples/three_column.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <cstdio>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <vector>
 
 // Writes sample files. Exit status: 0 written, 1 the file can't be written, 2 wrong usage.
 

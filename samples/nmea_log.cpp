@@ -1,11 +1,11 @@
 #include "samples/nmea_log.h"
 
+#include "samples/lake.h"
+#include "samples/text_steps.h"
+
 #include <chrono>
 #include <cmath>
 #include <string_view>
-
-#include "samples/lake.h"
-#include "samples/text_steps.h"
 
 namespace sondrix {
 

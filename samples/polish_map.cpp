@@ -1,11 +1,11 @@
 #include "samples/polish_map.h"
 
+#include "samples/lake.h"
+#include "samples/text_steps.h"
+
 #include <cmath>
 #include <string_view>
 #include <vector>
-
-#include "samples/lake.h"
-#include "samples/text_steps.h"
 
 namespace sondrix {
 

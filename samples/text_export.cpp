@@ -1,9 +1,9 @@
 #include "samples/text_export.h"
 
+#include "samples/lake.h"
+
 #include <cmath>
 #include <string_view>
-
-#include "samples/lake.h"
 
 namespace sondrix {
 

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "samples/text_steps.h"
+
 #include <cstdint>
 #include <string>
-
-#include "samples/text_steps.h"
 
 namespace sondrix {
 

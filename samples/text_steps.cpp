@@ -1,11 +1,11 @@
 #include "samples/text_steps.h"
 
+#include "samples/lake.h"
+
 #include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <memory>
-
-#include "samples/lake.h"
 
 namespace sondrix {
 

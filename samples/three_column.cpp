@@ -1,8 +1,8 @@
 #include "samples/three_column.h"
 
-#include <string_view>
-
 #include "samples/lake.h"
+
+#include <string_view>
 
 namespace sondrix {
 

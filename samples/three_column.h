@@ -1,8 +1,8 @@
 #pragma once
 
-#include <string>
-
 #include "samples/text_steps.h"
+
+#include <string>
 
 namespace sondrix {
 

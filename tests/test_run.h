@@ -12,9 +12,8 @@
 #include "ozi/ozi_link.h"
 #include "test_window.h"
 
-#include <gtest/gtest.h>
-
 #include <filesystem>
+#include <gtest/gtest.h>
 #include <span>
 #include <string>
 #include <vector>

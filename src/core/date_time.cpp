@@ -1,9 +1,9 @@
 #include "core/date_time.h"
 
+#include "core/number_text.h"
+
 #include <chrono>
 #include <ctime>
-
-#include "core/number_text.h"
 
 namespace sondrix {
 

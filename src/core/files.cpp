@@ -1,10 +1,10 @@
 #include "core/files.h"
 
-#include <cerrno>
-
 #include "core/code_page.h"
 #include "core/fault.h"
 #include "core/window.h"
+
+#include <cerrno>
 
 namespace sondrix {
 

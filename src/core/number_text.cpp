@@ -1,5 +1,8 @@
 #include "core/number_text.h"
 
+#include "core/fault.h"
+#include "core/rounding.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -7,9 +10,6 @@
 #include <cstdlib>
 #include <limits>
 #include <optional>
-
-#include "core/fault.h"
-#include "core/rounding.h"
 
 namespace sondrix {
 

@@ -1,8 +1,8 @@
 #include "core/rounding.h"
 
-#include <limits>
-
 #include "core/fault.h"
+
+#include <limits>
 
 namespace sondrix {
 

@@ -1,10 +1,10 @@
 #include "geo/angles.h"
 
-#include <cmath>
-
 #include "core/fault.h"
 #include "core/rounding.h"
 #include "geo/constants.h"
+
+#include <cmath>
 
 namespace sondrix {
 

@@ -1,10 +1,10 @@
 #include "geo/utm.h"
 
-#include <cmath>
-
 #include "core/number_text.h"
 #include "core/rounding.h"
 #include "geo/constants.h"
+
+#include <cmath>
 
 namespace sondrix {
 

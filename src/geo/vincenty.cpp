@@ -1,11 +1,11 @@
 #include "geo/vincenty.h"
 
-#include <cmath>
-
 #include "core/number_text.h"
 #include "core/rounding.h"
 #include "geo/angles.h"
 #include "geo/constants.h"
+
+#include <cmath>
 
 namespace sondrix {
 

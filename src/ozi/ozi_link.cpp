@@ -1,10 +1,10 @@
 #include "ozi/ozi_link.h"
 
-#include <exception>
-
 #include "core/messages.h"
 #include "core/settings.h"
 #include "core/window.h"
+
+#include <exception>
 
 namespace sondrix {
 namespace {

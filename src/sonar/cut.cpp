@@ -1,12 +1,12 @@
 #include "sonar/cut.h"
 
-#include <algorithm>
-#include <cstring>
-#include <new>
-
 #include "core/fault.h"
 #include "core/settings.h"
 #include "sonar/sl_format.h"
+
+#include <algorithm>
+#include <cstring>
+#include <new>
 
 namespace sondrix {
 namespace {

@@ -1,13 +1,13 @@
 #pragma once
 
+#include "core/files.h"
+
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
 #include <span>
 #include <string>
 #include <string_view>
-
-#include "core/files.h"
 
 namespace sondrix {
 

@@ -1,7 +1,3 @@
-#include <algorithm>
-#include <limits>
-#include <span>
-
 #include "core/fault.h"
 #include "core/messages.h"
 #include "core/number_text.h"
@@ -13,6 +9,10 @@
 #include "core/window.h"
 #include "echo/views.h"
 #include "sonar/sl_run.h"
+
+#include <algorithm>
+#include <limits>
+#include <span>
 
 namespace sondrix {
 

@@ -1,17 +1,16 @@
 #include "app/batch/batch.h"
 
-#include <gtest/gtest.h>
-
-#include <csignal>
-#include <filesystem>
-#include <string>
-#include <vector>
-
 #include "app/batch/batch_window.h"
 #include "app/batch/interrupt.h"
 #include "app/session.h"
 #include "core/files.h"
 #include "samples/echogram.h"
+
+#include <csignal>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
 
 namespace sondrix {
 namespace {

@@ -1,14 +1,13 @@
 #include "app/batch/options.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
 #include "app/batch/exit_status.h"
 #include "app/batch/output_clash.h"
 #include "app/language.h"
 #include "core/settings.h"
+
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
 
 namespace sondrix {
 namespace {

@@ -1,8 +1,7 @@
 #include "core/date_time.h"
 
-#include <gtest/gtest.h>
-
 #include <ctime>
+#include <gtest/gtest.h>
 
 namespace sondrix {
 namespace {

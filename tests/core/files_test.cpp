@@ -1,14 +1,13 @@
 #include "core/files.h"
 
-#include <gtest/gtest.h>
+#include "fault_in.h"
+#include "test_window.h"
 
 #include <array>
 #include <fstream>
+#include <gtest/gtest.h>
 #include <iterator>
 #include <new>
-
-#include "fault_in.h"
-#include "test_window.h"
 
 #ifndef _WIN32
 #include <sys/stat.h>

@@ -1,16 +1,15 @@
 #include "core/number_text.h"
 
-#include <gtest/gtest.h>
+#include "core/run_limits.h"
+#include "fault_in.h"
 
 #include <bit>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <gtest/gtest.h>
 #include <limits>
 #include <random>
-
-#include "core/run_limits.h"
-#include "fault_in.h"
 
 namespace sondrix {
 namespace {

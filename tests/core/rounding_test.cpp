@@ -1,13 +1,12 @@
 #include "core/rounding.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-
 #include "core/depth_text.h"
 #include "core/fault.h"
 #include "core/settings.h"
 #include "test_window.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
 
 namespace sondrix {
 namespace {

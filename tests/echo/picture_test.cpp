@@ -4,7 +4,6 @@
 #include "echo/face.h"
 
 #include <gtest/gtest.h>
-
 #include <limits>
 
 namespace sondrix {

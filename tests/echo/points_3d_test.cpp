@@ -3,10 +3,9 @@
 #include "core/fix.h"
 #include "echo/echo_run.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cstring>
+#include <gtest/gtest.h>
 #include <limits>
 
 namespace sondrix {

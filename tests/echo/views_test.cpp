@@ -3,9 +3,8 @@
 #include "core/files.h"
 #include "echo/echo_run.h"
 
-#include <gtest/gtest.h>
-
 #include <filesystem>
+#include <gtest/gtest.h>
 #include <numbers>
 
 namespace sondrix {

@@ -1,7 +1,3 @@
-#include <gtest/gtest.h>
-
-#include <cmath>
-
 #include "fault_in.h"
 #include "geo/angles.h"
 #include "geo/constants.h"
@@ -9,6 +5,9 @@
 #include "geo/nmea.h"
 #include "geo/utm.h"
 #include "geo/vincenty.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
 
 namespace sondrix {
 namespace {

@@ -1,4 +1,5 @@
 #include "jobs/job_mp.h"
+
 #include "jobs/line_input.h"
 #include "test_run.h"
 

@@ -1,8 +1,8 @@
 #include "jobs/point_filter.h"
 
-#include <gtest/gtest.h>
-
 #include "fault_in.h"
+
+#include <gtest/gtest.h>
 
 namespace sondrix {
 namespace {

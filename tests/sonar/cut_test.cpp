@@ -1,10 +1,10 @@
 #include "sonar/cut.h"
 
-#include <bit>
-
 #include "samples/echogram.h"
 #include "sonar/sl_format.h"
 #include "test_run.h"
+
+#include <bit>
 
 namespace sondrix {
 namespace {

@@ -1,9 +1,5 @@
 #include "app/batch/batch.h"
 
-#include <cstdio>
-#include <optional>
-#include <string>
-
 #include "app/batch/batch_window.h"
 #include "app/batch/end_picture.h"
 #include "app/batch/exit_status.h"
@@ -16,6 +12,10 @@
 #include "core/fault.h"
 #include "core/files.h"
 #include "jobs/clicks.h"
+
+#include <cstdio>
+#include <optional>
+#include <string>
 
 namespace sondrix {
 namespace {

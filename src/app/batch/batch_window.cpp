@@ -1,11 +1,11 @@
 #include "app/batch/batch_window.h"
 
-#include <algorithm>
-#include <cstdio>
-
 #include "app/batch/interrupt.h"
 #include "core/code_page.h"
 #include "jobs/clicks.h"
+
+#include <algorithm>
+#include <cstdio>
 
 #ifdef _WIN32
 #include <io.h>

@@ -1,13 +1,13 @@
 #pragma once
 
+#include "core/run.h"
+#include "core/window.h"
+
 #include <chrono>
 #include <cstddef>
 #include <set>
 #include <string>
 #include <string_view>
-
-#include "core/run.h"
-#include "core/window.h"
 
 namespace sondrix {
 

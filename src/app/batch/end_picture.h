@@ -1,9 +1,9 @@
 #pragma once
 
+#include "core/fault.h"
+
 #include <optional>
 #include <string>
-
-#include "core/fault.h"
 
 namespace sondrix {
 

@@ -1,8 +1,8 @@
 #include "app/batch/options.h"
 
-#include <CLI/CLI.hpp>
-
 #include "app/batch/exit_status.h"
+
+#include <CLI/CLI.hpp>
 
 namespace sondrix {
 namespace {

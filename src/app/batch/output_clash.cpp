@@ -1,14 +1,14 @@
 #include "app/batch/output_clash.h"
 
+#include "core/code_page.h"
+#include "core/files.h"
+#include "core/settings.h"
+
 #include <algorithm>
 #include <filesystem>
 #include <map>
 #include <string_view>
 #include <vector>
-
-#include "core/code_page.h"
-#include "core/files.h"
-#include "core/settings.h"
 
 namespace sondrix {
 namespace {
