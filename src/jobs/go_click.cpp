@@ -128,6 +128,7 @@ void GoClick(Run& run) {
   } catch (...) {
     const Fault fault = CaughtFault();
     RestoreWindow(run);
+    run.window.Beep();
     run.window.SetAtt(FaultLine("GO", fault));
   }
 }

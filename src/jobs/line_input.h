@@ -2,9 +2,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
+#include <memory>
 #include <optional>
 #include <string_view>
-#include <vector>
 
 namespace sondrix {
 
@@ -26,10 +27,16 @@ class LineInput {
   // Puts another block behind the bytes in hand; false at the end of the file.
   bool Fill();
 
+  // Grown in place where the system can, so that a long line isn't held twice.
+  struct Free {
+    void operator()(std::uint8_t* bytes) const { std::free(bytes); }
+  };
+
   InputFile& file_;
   std::size_t blockSize_;
-  std::int64_t offset_ = 0;           // of the next block in the file
-  std::vector<std::uint8_t> buffer_;  // the bytes in hand lie in [begin_, end_)
+  std::int64_t offset_ = 0;                       // of the next block in the file
+  std::unique_ptr<std::uint8_t[], Free> buffer_;  // the bytes in hand lie in [begin_, end_)
+  std::size_t capacity_ = 0;
   std::size_t begin_ = 0;
   std::size_t end_ = 0;
 };

@@ -56,37 +56,50 @@ void TextSource::FindTerminator() {
 
 std::int64_t TextSource::CountTerminators() {
   std::int64_t count = 0;
+  std::size_t length = 0;  // of the line so far
   for (std::int64_t offset = 0; offset < file_.Length();) {
     std::string_view text = ReadBlock(offset, current_.bytes.get(), blockSize_);
     offset += static_cast<std::int64_t>(text.size());
     for (; const char* end = FindByte(text, terminator_); ++count) {
-      text.remove_prefix(static_cast<std::size_t>(end - text.data()) + 1);
+      const std::size_t cut = static_cast<std::size_t>(end - text.data()) + 1;
+      longest_ = std::max(longest_, length + cut);
+      length = 0;
+      text.remove_prefix(cut);
     }
+    length += text.size();
   }
+  longest_ = std::max(longest_, length);
   return count;
 }
 
-// Reads the next block behind the unread part. The block before stays as it is, and so does the one with the
-// last line that isn't empty, since a row may be taken a second time.
+// Reads on behind the unread part: in the same block if a long line fills it from its start, else in the
+// other one. The block before stays as it is, and so does the one with the last line that isn't empty, since
+// a row may be taken a second time.
 void TextSource::ReadOn() {
-  const auto holds = [this](const Block& block) {
-    const std::less<const char*> before;
-    return lastText_ && block.bytes && !before(lastText_, block.bytes.get()) &&
-           before(lastText_, block.bytes.get() + block.capacity);
-  };
-  if (holds(previous_)) retained_ = std::move(previous_);
-  const std::size_t capacity = std::max(blockSize_, 2 * unread_.size());
-  if (!previous_.bytes || previous_.capacity < capacity) {
-    previous_ = {};
-    previous_ = {std::make_unique_for_overwrite<char[]>(capacity), capacity};
+  char* start = current_.bytes.get();
+  const std::size_t held = unread_.size();
+  const bool inPlace = held > 0 && unread_.data() == start && current_.capacity - held >= blockSize_;
+  if (!inPlace) {
+    const auto holds = [this](const Block& block) {
+      const std::less<const char*> before;
+      return lastText_ && block.bytes && !before(lastText_, block.bytes.get()) &&
+             before(lastText_, block.bytes.get() + block.capacity);
+    };
+    if (holds(previous_)) retained_ = std::move(previous_);
+    // Room for the longest line costs memory only where such a line comes.
+    const std::size_t capacity = 2 * longest_ <= blockSize_ ? blockSize_ : longest_ + 2 * blockSize_;
+    if (!previous_.bytes || previous_.capacity < capacity) {
+      previous_ = {};
+      previous_ = {std::make_unique_for_overwrite<char[]>(capacity), capacity};
+    }
+    start = previous_.bytes.get();
+    if (held > 0) std::memcpy(start, unread_.data(), held);
+    std::swap(current_, previous_);
   }
-  char* const start = previous_.bytes.get();
-  if (!unread_.empty()) std::memcpy(start, unread_.data(), unread_.size());
   const std::string_view added =
-      ReadBlock(position_, start + unread_.size(), previous_.capacity - unread_.size());
+      ReadBlock(position_, start + held, std::min(blockSize_, current_.capacity - held));
   position_ += static_cast<std::int64_t>(added.size());
-  unread_ = std::string_view(start, unread_.size() + added.size());
-  std::swap(current_, previous_);
+  unread_ = std::string_view(start, held + added.size());
 }
 
 std::optional<std::string_view> TextSource::Next() {
@@ -123,7 +136,7 @@ void Columns::Split(std::string_view line, char separator, std::size_t most) {
   count_ = 0;
   const auto cutAt = [&](const char* cut) {
     texts_[count_++] = std::string_view(begin, static_cast<std::size_t>(cut - begin));
-    begin = cut + 1;
+    begin = cut == end ? end : cut + 1;
     return count_ < most;
   };
   while (std::endian::native == std::endian::little && end - at >= 8) {

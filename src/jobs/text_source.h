@@ -49,6 +49,7 @@ class TextSource {
   std::size_t blockSize_;
   char terminator_ = '\n';
   std::int64_t lineCount_ = 0;
+  std::size_t longest_ = 0;  // bytes of a line with its terminator
   std::int64_t linesTaken_ = 0;
   std::int64_t position_ = 0;            // in the file, of what hasn't been read yet
   Block current_, previous_, retained_;  // the unread part lies in the current block

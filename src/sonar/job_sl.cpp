@@ -189,7 +189,9 @@ void JobSl(Run& run, std::size_t blockSize) {
   const std::optional<Fault> closingFault = CloseAll(sl);
   if (fault && closingFault) throw *closingFault;
   if (closingFault) fault = closingFault;
-  if (fault) run.window.SetAtt(FaultLine("JobSl", *fault));
+  if (!fault) return;
+  run.window.Beep();
+  run.window.SetAtt(FaultLine("JobSl", *fault));
 }
 
 }  // namespace sondrix

@@ -88,6 +88,15 @@ TEST_F(BatchTest, APictureOfTheEndLiesBesideTheCsv) {
   EXPECT_FALSE(std::filesystem::exists(Path("out/lake_ch0.bmp")));
 }
 
+TEST_F(BatchTest, AnOutputThatIsLostCountsEvenBehindAGoodEnd) {
+  const std::string source = Write("a.csv", "lat,lon,depth\n55.1,37.1,5\n");
+  std::filesystem::create_directories(Path("out/a.plt"));
+  const Outcome outcome = Batch({"-o", Path("out"), source});
+  EXPECT_TRUE(outcome.out.starts_with("a.csv: files successfully created")) << outcome.out;
+  EXPECT_NE(outcome.err.find("ошибка WriteF: 75"), std::string::npos) << outcome.err;
+  EXPECT_EQ(outcome.status, 1);
+}
+
 TEST_F(BatchTest, ListsEveryField) {
   const Outcome outcome = Batch({"--list-fields"});
   EXPECT_EQ(outcome.status, 0);

@@ -37,7 +37,7 @@ TEST(GoClick, TargetFolderIsMadeOrRefused) {
   EXPECT_EQ(test.settings.TargetPath, base + "other" + PathSeparator);
   test.settings.TargetPath = test.settings.Source + PathSeparator + "below" + PathSeparator;
   EXPECT_EQ(test.Click(), " ! target folder access denied");
-  EXPECT_EQ(test.window.beeps, 1);
+  EXPECT_EQ(test.window.beeps, 2) << "the fault and the refusal";
   EXPECT_EQ(test.settings.DepthMP, "0x1000");
 }
 

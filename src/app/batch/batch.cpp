@@ -101,9 +101,11 @@ bool ConvertSource(Session& session, BatchWindow& window, const std::string& sou
   if (session.state.AutoName) session.settings.TargetName.clear();
   session.state.AutoName = false;
   window.EndSource();
+  const std::string& lost = window.LostOutput();
+  if (!lost.empty() && lost != window.Att()) Complain(source + ": " + lost);
   const std::optional<Fault> fault = SaveEndPicture(session, source);
   if (fault) Complain("the picture: " + std::string(fault->Description()));
-  return EndedWell(window.Att(), session.messages) && !fault && !Interrupted();
+  return EndedWell(window.Att(), session.messages) && lost.empty() && !fault && !Interrupted();
 }
 
 }  // namespace

@@ -18,6 +18,7 @@ namespace {
 
 constexpr std::size_t ProgressWidth = 79;  // characters, so that a terminal doesn't wrap
 constexpr auto ProgressPace = std::chrono::milliseconds(100);
+constexpr std::string_view WriteFailed = "ошибка WriteF";
 constexpr unsigned PumpsPerLook = 64;  // at the clock
 
 bool IsTerminal(std::FILE* file) {
@@ -43,6 +44,7 @@ void BatchWindow::BeginSource(std::string_view name) {
   name_ = name;
   hasPrinted_ = false;
   noted_.clear();
+  lostOutput_.clear();
 }
 
 void BatchWindow::EndSource() {
@@ -55,6 +57,7 @@ void BatchWindow::EndSource() {
 void BatchWindow::SetAtt(std::string_view text) {
   if (att_ == text) return;
   att_ = text;
+  if (text.starts_with(WriteFailed)) lostOutput_ = text;
   if (isVerbose_ && inSource_ && !att_.empty()) PrintLine(att_);
 }
 

@@ -25,6 +25,10 @@ class BatchWindow : public Window {
   void BeginSource(std::string_view name);
   void EndSource();
 
+  // What the source's run said of an output that couldn't be written, which later lines may have replaced;
+  // empty if there was none.
+  const std::string& LostOutput() const { return lostOutput_; }
+
   void SetAtt(std::string_view text) override;
   std::string_view Att() const override { return att_; }
   void RepaintAtt() override;
@@ -55,6 +59,7 @@ class BatchWindow : public Window {
   std::string name_, att_, spd_;
   std::string printed_;  // the last line of the source on standard output
   bool hasPrinted_ = false;
+  std::string lostOutput_;
   std::string noted_;  // the last question or information of the source
   std::set<std::string, std::less<>> disabled_;
   unsigned pumps_ = 0;
