@@ -1,11 +1,11 @@
 #include "app/edit_field.h"
 
+#include "core/code_page.h"
+#include "jobs/clicks.h"
+
 #include <array>
 #include <charconv>
 #include <optional>
-
-#include "core/code_page.h"
-#include "jobs/clicks.h"
 
 namespace sondrix {
 namespace {

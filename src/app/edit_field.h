@@ -1,8 +1,8 @@
 #pragma once
 
-#include <string_view>
-
 #include "app/session.h"
+
+#include <string_view>
 
 namespace sondrix {
 

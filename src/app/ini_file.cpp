@@ -1,13 +1,17 @@
 #include "app/ini_file.h"
 
-#include <algorithm>
-
 #include "core/code_page.h"
 #include "core/fault.h"
 #include "core/files.h"
 
+#include <algorithm>
+#include <filesystem>
+#include <optional>
+
 namespace sondrix {
 namespace {
+
+namespace fs = std::filesystem;
 
 std::string_view Trimmed(std::string_view text) {
   constexpr std::string_view blanks = " \t\r";
@@ -29,34 +33,167 @@ std::string_view Unquoted(std::string_view value) {
   return quoted ? value.substr(1, value.size() - 2) : value;
 }
 
-std::string_view ValueIn(std::string_view text, std::string_view section, std::string_view key) {
-  bool inSection = false;
-  while (!text.empty()) {
-    const std::size_t end = std::min(text.find('\n'), text.size());
-    const std::string_view line = Trimmed(text.substr(0, end));
-    text.remove_prefix(std::min(end + 1, text.size()));
+constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 
-    if (line.starts_with('[')) {
-      if (inSection) return {};
-      inSection = SameName(Trimmed(line.substr(1, line.find(']') - 1)), section);
-      continue;
-    }
-    const std::size_t equals = line.find('=');
-    if (!inSection || line.starts_with(';') || equals == std::string_view::npos) continue;
-    if (SameName(Trimmed(line.substr(0, equals)), key)) return Unquoted(Trimmed(line.substr(equals + 1)));
+std::string Decoded(std::string_view bytes) {
+  if (bytes.starts_with(ByteOrderMark)) return std::string(bytes.substr(ByteOrderMark.size()));
+  return FromCodePage(bytes);
+}
+
+// A letter that wouldn't come back out of the code page makes the whole file UTF-8.
+std::string Encoded(const std::string& text) {
+  std::string bytes = ToCodePage(text);
+  if (FromCodePage(bytes) == text) return bytes;
+  return std::string(ByteOrderMark) + text;
+}
+
+// A line of the text: where it stands, its end without the line end, and what it holds.
+struct Line {
+  std::size_t begin = 0, end = 0;
+  std::string_view section;             // of a line "[section]"
+  std::optional<std::string_view> key;  // of a line "key=value"
+  std::string_view value;               // trimmed
+};
+
+// The line at a position, which moves behind its line end.
+Line NextLine(std::string_view text, std::size_t& position) {
+  Line line;
+  line.begin = position;
+  const std::size_t lineEnd = std::min(text.find('\n', position), text.size());
+  position = std::min(lineEnd + 1, text.size());
+  line.end = lineEnd > line.begin && text[lineEnd - 1] == '\r' ? lineEnd - 1 : lineEnd;
+  const std::string_view content = Trimmed(text.substr(line.begin, line.end - line.begin));
+  if (content.starts_with('[')) {
+    line.section = content;
+    return line;
   }
-  return {};
+  const std::size_t equals = content.find('=');
+  if (content.starts_with(';') || equals == std::string_view::npos) return line;
+  line.key = Trimmed(content.substr(0, equals));
+  line.value = Trimmed(content.substr(equals + 1));
+  return line;
+}
+
+// The positions between the head of a section and the next head; none where the section is missing.
+struct Stretch {
+  std::size_t begin = 0, end = 0;
+};
+
+std::optional<Stretch> SectionIn(std::string_view text, std::string_view section) {
+  std::optional<Stretch> found;
+  for (std::size_t position = 0; position < text.size();) {
+    const Line line = NextLine(text, position);
+    if (line.section.empty()) continue;
+    if (found) return Stretch{found->begin, line.begin};
+    const std::string_view name = Trimmed(line.section.substr(1, line.section.find(']') - 1));
+    if (SameName(name, section)) found = Stretch{position, text.size()};
+  }
+  return found;
+}
+
+std::optional<Line> LineOf(std::string_view text, const Stretch& stretch, std::string_view key) {
+  for (std::size_t position = stretch.begin; position < stretch.end;) {
+    const Line line = NextLine(text, position);
+    if (line.key && SameName(*line.key, key)) return line;
+  }
+  return std::nullopt;
+}
+
+std::string_view CutTo(std::string_view text, std::size_t characters) {
+  return text.substr(0, text.size() - FromCharacter(text, characters).size());
+}
+
+// A value as it stands in a line: what reading would drop is kept by a pair of quotes.
+std::string Written(std::string value) {
+  std::replace_if(
+      value.begin(), value.end(), [](char c) { return c == '\r' || c == '\n' || c == '\0'; }, ' ');
+  const bool isKept = Unquoted(Trimmed(value)).size() == value.size();
+  return isKept ? value : '"' + value + '"';
+}
+
+// A new key goes behind the last line of its section that isn't empty.
+void PutValue(std::string& text, std::string_view section, std::string_view key, const std::string& value) {
+  auto stretch = SectionIn(text, section);
+  if (!stretch) {
+    if (!text.empty() && !text.ends_with('\n')) text += "\r\n";
+    text += "[" + std::string(section) + "]\r\n";
+    stretch = Stretch{text.size(), text.size()};
+  }
+  if (const auto line = LineOf(text, *stretch, key)) {
+    const std::size_t behindEquals = text.find('=', line->begin) + 1;
+    text.replace(behindEquals, line->end - behindEquals, value);
+    return;
+  }
+  std::size_t place = stretch->begin;
+  for (std::size_t position = stretch->begin; position < stretch->end;) {
+    const Line line = NextLine(text, position);
+    if (!Trimmed(std::string_view(text).substr(line.begin, line.end - line.begin)).empty()) place = position;
+  }
+  const bool isOpen = place > 0 && text[place - 1] != '\n';
+  text.insert(place, (isOpen ? "\r\n" : "") + std::string(key) + "=" + value + "\r\n");
+}
+
+std::string Utf8Of(const fs::path& path) {
+  const std::u8string text = path.u8string();
+  return {text.begin(), text.end()};
+}
+
+// Writes beside the file and takes its place only when everything is on the disk.
+void ReplaceFile(const fs::path& path, std::string_view bytes) {
+  const std::string temporary = Utf8Of(path) + ".new";
+  OutputFile file{std::string_view(temporary)};
+  try {
+    file.Write(bytes);
+    file.Flush();
+    file.Close();
+    std::error_code none;
+    const fs::file_status old = fs::status(path, none);
+    if (fs::exists(old)) fs::permissions(PathOf(temporary), old.permissions(), none);
+    fs::rename(PathOf(temporary), path);
+  } catch (...) {
+    file = OutputFile();
+    std::error_code ignored;
+    fs::remove(PathOf(temporary), ignored);
+    throw;
+  }
 }
 
 }  // namespace
 
 std::string IRead(std::string_view file, std::string_view section, std::string_view key) {
   try {
-    const std::string text = ReadWhole(file);
-    return FromCodePage(ValueIn(text, section, key).substr(0, MaxIniValue));
+    const std::string text = Decoded(ReadWhole(file));
+    const auto stretch = SectionIn(text, section);
+    if (!stretch) return {};
+    const auto line = LineOf(text, *stretch, key);
+    return line ? std::string(CutTo(Unquoted(line->value), MaxIniValue)) : std::string();
   } catch (const Fault&) {
     return {};
   }
+}
+
+bool IWriteAll(std::string_view file, std::string_view section, std::span<const IniValue> values) {
+  try {
+    fs::path path = PathOf(file);
+    std::string text;
+    if (fs::exists(path)) {
+      path = fs::canonical(path);  // a link stays a link
+      text = Decoded(ReadWhole(file));
+    } else if (!MakeFolders(file)) {
+      return false;
+    }
+    for (const IniValue& one : values) PutValue(text, section, one.key, Written(one.value));
+    ReplaceFile(path, Encoded(text));
+    return true;
+  } catch (...) {
+    CaughtFault();
+    return false;
+  }
+}
+
+bool IWrite(std::string_view file, std::string_view section, std::string_view key, std::string_view value) {
+  const IniValue one{key, std::string(value)};
+  return IWriteAll(file, section, std::span(&one, 1));
 }
 
 }  // namespace sondrix

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "core/messages.h"
+
 #include <array>
 #include <cstdint>
 #include <string_view>
-
-#include "core/messages.h"
 
 namespace sondrix {
 

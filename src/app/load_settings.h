@@ -1,10 +1,10 @@
 #pragma once
 
-#include <optional>
-#include <string_view>
-
 #include "app/session.h"
 #include "core/fault.h"
+
+#include <optional>
+#include <string_view>
 
 namespace sondrix {
 

@@ -6,6 +6,12 @@
 
 #include <cerrno>
 
+#ifdef _WIN32
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
+
 namespace sondrix {
 
 namespace {
@@ -175,6 +181,17 @@ void OutputFile::Write(std::span<const std::uint8_t> bytes) {
 
 void OutputFile::Write(std::string_view bytes) {
   Write(std::span(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()));
+}
+
+void OutputFile::Flush() {
+  if (!file_) throw Fault(FaultNumber::BadFileName);
+  errno = 0;
+#ifdef _WIN32
+  const bool isDone = std::fflush(file_.get()) == 0 && _commit(_fileno(file_.get())) == 0;
+#else
+  const bool isDone = std::fflush(file_.get()) == 0 && fsync(fileno(file_.get())) == 0;
+#endif
+  if (!isDone) ThrowErrno();
 }
 
 void OutputFile::Close() {

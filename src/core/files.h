@@ -68,6 +68,8 @@ class OutputFile {
   // Unbuffered: a caller hands over pieces of some kilobytes. Faults as of the operating system.
   void Write(std::span<const std::uint8_t> bytes);
   void Write(std::string_view bytes);
+  // Returns when what was written is on the disk.
+  void Flush();
   // Faults that show only at the closing are thrown here; the destructor closes in silence.
   void Close();
 

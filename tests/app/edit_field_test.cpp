@@ -1,11 +1,10 @@
 #include "app/edit_field.h"
 
-#include <gtest/gtest.h>
+#include "test_window.h"
 
+#include <gtest/gtest.h>
 #include <string>
 #include <vector>
-
-#include "test_window.h"
 
 namespace sondrix {
 namespace {

@@ -1,12 +1,11 @@
 #include "app/language.h"
 
-#include <gtest/gtest.h>
+#include "core/code_page.h"
 
 #include <algorithm>
+#include <gtest/gtest.h>
 #include <string>
 #include <vector>
-
-#include "core/code_page.h"
 
 namespace sondrix {
 namespace {

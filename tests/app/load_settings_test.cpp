@@ -1,15 +1,14 @@
 #include "app/load_settings.h"
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <string>
-#include <vector>
-
 #include "app/ini_file.h"
 #include "core/code_page.h"
 #include "core/files.h"
 #include "test_window.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
 
 namespace sondrix {
 namespace {

@@ -1,15 +1,14 @@
 #include "ozi/ozi_link.h"
 
-#include <gtest/gtest.h>
-
-#include <stdexcept>
-#include <string>
-#include <vector>
-
 #include "app/language.h"
 #include "core/number_text.h"
 #include "core/settings.h"
 #include "test_window.h"
+
+#include <gtest/gtest.h>
+#include <stdexcept>
+#include <string>
+#include <vector>
 
 namespace sondrix {
 namespace {

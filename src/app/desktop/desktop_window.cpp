@@ -1,0 +1,236 @@
+#include "app/desktop/desktop_window.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QEventLoop>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QTimer>
+#include <cmath>
+
+#include "app/captions.h"
+#include "app/desktop/app_icon.h"
+#include "app/desktop/fit_label.h"
+#include "app/desktop/log_line.h"
+#include "app/desktop/picture_view.h"
+#include "app/desktop/qt_text.h"
+#include "app/desktop/run_panel.h"
+#include "app/desktop/settings_panel.h"
+
+namespace sondrix {
+namespace {
+
+constexpr int FirstWidth = SettingsLeft + SettingsWidth, FirstHeight = 480;
+constexpr auto ShowPace = std::chrono::milliseconds(16);
+constexpr auto WaitShows = std::chrono::milliseconds(2);
+
+void ResizeNeedle(Picture& picture, double scale) {
+  const auto size = static_cast<int>(std::lround(40 * scale));
+  picture.Resize(size, size);
+}
+
+}  // namespace
+
+DesktopWindow::DesktopWindow(std::string programFolder, std::string helpFile)
+    : services(ToolkitServices(this)),
+      session_(*this),
+      programFolder_(std::move(programFolder)),
+      helpFile_(std::move(helpFile)) {
+  setWindowTitle(QLatin1String("Sondrix"));
+  setWindowIcon(AppIcon());
+  setAcceptDrops(true);
+  Build();
+  ConnectFields();
+  ConnectButtons();
+  ConnectMenus();
+  ConnectShortcuts();
+  session_.langId = LangOfBuilding;
+  ShowCaptions();
+  session_.langId = 0;
+  for (const FixedCaption& caption : FixedCaptions) SetCaption(caption.element, caption.text);
+  for (const Field& field : Fields()) ShowField(field.name);
+  for (const char* name : {"RunSet", "RunEnd"}) SetEnabled(name, false);
+}
+
+void DesktopWindow::Build() {
+  auto* centre = new QWidget(this);
+  // Places are given in pixels, and so is the height of the letters.
+  QFont font = centre->font();
+  font.setPixelSize(LetterPixels);
+  centre->setFont(font);
+  auto* layout = new QHBoxLayout(centre);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  runPanel_ = new RunPanel(session_.pictures, centre);
+  runPanel_->setMinimumSize(SettingsLeft, FirstHeight);
+  settingsPanel_ = BuildSettingsPanel(centre);
+  settingsPanel_->setFixedWidth(SettingsWidth);
+  layout->addWidget(runPanel_, 1);
+  layout->addWidget(settingsPanel_);
+  BuildHiddenFlags(centre);
+  const auto addNeedle = [this](const Picture& picture, const char* name, const QRect& place) {
+    auto* view = new PictureView(picture, [] {}, settingsPanel_);
+    view->setObjectName(QLatin1String(name));
+    view->setGeometry(place);
+    return view;
+  };
+  course_ = addNeedle(session_.pictures.CRS, "CRS", CourseRect());
+  heading_ = addNeedle(session_.pictures.HED, "HED", HeadingRect());
+  setCentralWidget(centre);
+  resize(FirstWidth, FirstHeight);
+
+  for (QWidget* widget : centre->findChildren<QWidget*>()) {
+    if (!widget->objectName().isEmpty()) controls_.emplace(Utf8Of(widget->objectName()), widget);
+  }
+  runPanel_->onResized = [this] {
+    ArrangeNeedles();
+    if (showsSketch_) DrawSketch();
+  };
+  setTabOrder(runPanel_, settingsPanel_);
+}
+
+void DesktopWindow::ArrangeNeedles() {
+  const double scale = devicePixelRatioF();
+  ResizeNeedle(session_.pictures.CRS, scale);
+  ResizeNeedle(session_.pictures.HED, scale);
+}
+
+void DesktopWindow::Start(const StartFacts& facts) {
+  iniFile_ = facts.iniFile;
+  if (StartSession(session_, facts)) ShowCaptions();
+  hasStarted_ = true;
+  TakeMounting();
+  ShowAll();
+}
+
+QWidget* DesktopWindow::Find(std::string_view name) const {
+  const auto found = controls_.find(name);
+  return found == controls_.end() ? nullptr : found->second;
+}
+
+void DesktopWindow::ShowCaptions() {
+  for (const CaptionRow& row : CaptionRows()) {
+    const std::string_view text = TextOf(row, session_.langId);
+    QWidget* widget = Find(row.element);
+    if (!widget || text.empty()) continue;
+    if (row.kind == CaptionKind::Tip) {
+      widget->setToolTip(QtText(text));
+    } else {
+      SetCaption(row.element, text);
+    }
+  }
+}
+
+void DesktopWindow::SetCaption(std::string_view control, std::string_view text) {
+  QWidget* widget = Find(control);
+  if (auto* label = dynamic_cast<QLabel*>(widget)) {
+    label->setText(QtText(text));
+    FitLabel(label);
+  } else if (auto* button = dynamic_cast<QAbstractButton*>(widget)) {
+    button->setText(QtText(text));
+  }
+}
+
+void DesktopWindow::ShowField(std::string_view name) {
+  const Field* field = FindField(name);
+  if (!field) return;
+  const Settings& settings = session_.settings;
+  QWidget* widget = Find(name);
+  switch (field->kind) {
+    case FieldKind::Text:
+      if (auto* edit = static_cast<QLineEdit*>(widget); Utf8Of(edit->text()) != settings.*field->text) {
+        edit->setText(QtText(settings.*field->text));
+      }
+      break;
+    case FieldKind::Flag:
+      static_cast<QCheckBox*>(widget)->setChecked(settings.*field->flag);
+      break;
+    case FieldKind::Contrast:
+      static_cast<QScrollBar*>(widget)->setValue(settings.*field->number);
+      break;
+    case FieldKind::Channel:
+      static_cast<QRadioButton*>(Find("UseTyp" + std::to_string(settings.*field->number)))->setChecked(true);
+      break;
+    case FieldKind::Language: {
+      auto* items = static_cast<QComboBox*>(widget);
+      items->setCurrentIndex(items->findText(QtText(settings.*field->text)));
+      break;
+    }
+  }
+}
+
+void DesktopWindow::SetEnabled(std::string_view control, bool enabled) {
+  if (control == "RunSet") {
+    runPanel_->att->SetRunning(enabled);
+    if (enabled) showsSketch_ = false;
+  }
+  if (QWidget* widget = Find(control)) widget->setEnabled(enabled);
+}
+
+bool DesktopWindow::IsEnabled(std::string_view control) const {
+  const QWidget* widget = Find(control);
+  return widget && widget->isEnabled();
+}
+
+void DesktopWindow::SetBusy(bool busy) {
+  if (busy) {
+    setCursor(Qt::BusyCursor);
+  } else {
+    unsetCursor();
+  }
+}
+
+void DesktopWindow::ShowAll() {
+  if (att_ != shownAtt_) {
+    shownAtt_ = att_;
+    runPanel_->att->ShowLine(att_);
+  }
+  if (spd_ != shownSpd_) {
+    shownSpd_ = spd_;
+    static_cast<QLineEdit*>(Find("SPD"))->setText(QtText(spd_));
+  }
+  runPanel_->ShowChanges();
+  course_->ShowChange();
+  heading_->ShowChange();
+}
+
+void DesktopWindow::RepaintAtt() { Pump(); }
+
+void DesktopWindow::Pump() {
+  if (Clock::now() - shownAt_ < ShowPace) return;
+  ShowAll();
+  QCoreApplication::processEvents();
+  // The pace counts from the end, so that a slow screen leaves time for the run.
+  shownAt_ = Clock::now();
+}
+
+void DesktopWindow::Wait(int milliseconds) {
+  if (milliseconds <= 0) return Pump();
+  if (std::chrono::milliseconds(milliseconds) >= WaitShows) ShowAll();
+  QEventLoop loop;
+  QTimer::singleShot(milliseconds, Qt::PreciseTimer, &loop, &QEventLoop::quit);
+  QEventLoop* const outer = std::exchange(wait_, &loop);
+  loop.exec();
+  wait_ = outer;
+}
+
+void DesktopWindow::EndWait() {
+  if (wait_) wait_->quit();
+}
+
+bool DesktopWindow::Ask(std::string_view text, std::string_view title) {
+  ShowAll();
+  return services.ask(std::string(text), std::string(title));
+}
+
+void DesktopWindow::Inform(std::string_view text, std::string_view title) {
+  ShowAll();
+  services.inform(std::string(text), std::string(title));
+}
+
+}  // namespace sondrix

@@ -1,0 +1,18 @@
+#include "app/desktop/menu_texts.h"
+
+namespace sondrix {
+namespace {
+
+constexpr MenuTexts English = {"Copy the picture", "Save the picture as...", "Open the output folder"};
+constexpr MenuTexts Russian = {"Скопировать картинку", "Сохранить картинку как...",
+                               "Открыть папку с результатами"};
+constexpr MenuTexts German = {"Bild kopieren", "Bild speichern unter...", "Ausgabeordner öffnen"};
+
+}  // namespace
+
+const MenuTexts& MenuTextsOf(LangId id) {
+  if (id == LangEnglish) return English;
+  return id == LangGerman ? German : Russian;
+}
+
+}  // namespace sondrix

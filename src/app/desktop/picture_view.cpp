@@ -1,0 +1,59 @@
+#include "app/desktop/picture_view.h"
+
+#include <QFontMetricsF>
+#include <QImage>
+#include <QPainter>
+#include <algorithm>
+
+#include "app/desktop/qt_text.h"
+
+namespace sondrix {
+namespace {
+
+QColor ColourOf(Colour colour) {
+  return QColor(static_cast<int>(colour & 0xFF), static_cast<int>(colour >> 8 & 0xFF),
+                static_cast<int>(colour >> 16 & 0xFF));
+}
+
+// A text that begins on the picture ends on it too, as far as there is room.
+void PaintText(QPainter& painter, const PictureText& text, double scale, double width) {
+  const QFontMetricsF metrics(painter.font(), painter.device());
+  QString shown = QtText(text.text);
+  double x = text.x / scale;
+  if (x >= 0 && x < width) {
+    while (shown.endsWith(QLatin1Char(' '))) shown.chop(1);
+    x = std::max(0.0, std::min(x, width - metrics.horizontalAdvance(shown)));
+  }
+  painter.setPen(ColourOf(text.colour));
+  painter.drawText(QPointF(x, text.y / scale + metrics.ascent()), shown);
+}
+
+}  // namespace
+
+PictureView::PictureView(const Picture& picture, std::function<void()> refresh, QWidget* parent)
+    : QWidget(parent), picture_(picture), refresh_(std::move(refresh)) {
+  setAttribute(Qt::WA_OpaquePaintEvent);
+}
+
+void PictureView::ShowChange() {
+  if (picture_.Version() != shown_) update();
+}
+
+void PictureView::paintEvent(QPaintEvent*) {
+  refresh_();
+  shown_ = picture_.Version();
+  const double scale = devicePixelRatioF();
+  const QImage raster(reinterpret_cast<const uchar*>(picture_.Row(0)), picture_.Width(), picture_.Height(),
+                      static_cast<qsizetype>(picture_.Stride()) * 4, QImage::Format_RGBX8888);
+  QPainter painter(this);
+  // A device size that was rounded down leaves a margin.
+  if (picture_.Width() < width() * scale || picture_.Height() < height() * scale) {
+    painter.fillRect(rect(), Qt::white);
+  }
+  painter.scale(1 / scale, 1 / scale);
+  painter.drawImage(0, 0, raster);
+  painter.resetTransform();
+  for (const PictureText& text : picture_.Texts()) PaintText(painter, text, scale, width());
+}
+
+}  // namespace sondrix

@@ -1,0 +1,121 @@
+#include "app/desktop/run_panel.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <cmath>
+
+#include "app/desktop/log_line.h"
+#include "app/desktop/picture_view.h"
+#include "core/settings.h"
+#include "echo/views.h"
+
+namespace sondrix {
+namespace {
+
+// Pixels, in the window's first size. The panels overlap by the column of their edges.
+constexpr int Left = 3, Top = 5;
+constexpr int SmplWidth = 152, MetrWidth = 26;
+constexpr int FirstWidth = 410;
+constexpr int RightMargin = 4;
+constexpr int BelowPictures = 55;  // from the pictures' foot to the window's
+constexpr int AttAbove = 50, ButtonsAbove = 24;
+constexpr int AttHeight = 22, HelpWidth = 35;
+constexpr int SpdWidth = 74, SpdHeight = 18;
+constexpr int SmplShare = 4;  // SMPL takes this part of the extra width
+constexpr int ContrastStep = 10;
+
+struct ButtonPlace {
+  const char* name;
+  int left, width;
+};
+constexpr int ButtonHeight = 22;
+constexpr ButtonPlace Buttons[] = {{"btnGO", 4, 44},      {"RunSet", 50, 30}, {"RunEnd", 82, 30},
+                                   {"MakeScrn", 274, 32}, {"WPT", 308, 34},   {"WPF", 344, 34},
+                                   {"FrmSize", 380, 27}};
+constexpr int ContrastLabelLeft = 116, ContrastLabelWidth = 58, ContrastLeft = 177, ContrastWidth = 93;
+
+QPushButton* AddButton(QWidget* parent, const char* name) {
+  auto* button = new QPushButton(parent);
+  button->setObjectName(QLatin1String(name));
+  return button;
+}
+
+}  // namespace
+
+RunPanel::RunPanel(Pictures& pictures, QWidget* parent) : QWidget(parent), pictures_(pictures) {
+  const auto addView = [&](const Picture& picture, const char* name) {
+    auto* view = new PictureView(picture, [this] { Refresh(pictures_); }, this);
+    view->setObjectName(QLatin1String(name));
+    return view;
+  };
+  // The echogram lies over the curve's first column, so that its newest column is seen.
+  smpl_ = addView(pictures.SMPL, "SMPL");
+  echo_ = addView(pictures.ECHO, "ECHO");
+  metr_ = addView(pictures.METR, "METR");
+
+  auto* speed = new QLineEdit(this);
+  speed->setObjectName(QLatin1String("SPD"));
+  speed->setReadOnly(true);
+  speed->setFrame(false);
+  speed->setFocusPolicy(Qt::NoFocus);
+  speed->setAcceptDrops(false);
+  QPalette onPicture = speed->palette();
+  onPicture.setColor(QPalette::Base, Qt::white);
+  onPicture.setColor(QPalette::Text, Qt::black);
+  speed->setPalette(onPicture);
+
+  for (const ButtonPlace& place : Buttons) AddButton(this, place.name);
+  auto* label = new QLabel(this);
+  label->setObjectName(QLatin1String("lblEhoSens"));
+  label->setTextFormat(Qt::PlainText);
+  label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  label->resize(ContrastLabelWidth, ButtonHeight);
+  auto* contrast = new QScrollBar(Qt::Horizontal, this);
+  contrast->setObjectName(QLatin1String("EhoSens"));
+  contrast->setRange(MinEhoSens, MaxEhoSens);
+  contrast->setPageStep(ContrastStep);
+  contrast->setFocusPolicy(Qt::StrongFocus);
+
+  att = new LogLine(this);
+  att->setObjectName(QLatin1String("Att"));
+  AddButton(this, "btnHelp");
+}
+
+void RunPanel::resizeEvent(QResizeEvent*) { Arrange(); }
+
+void RunPanel::Arrange() {
+  const int pictureHeight = height() - Top - BelowPictures;
+  const int smplWidth = SmplWidth + (width() - FirstWidth) / SmplShare;
+  const int echoWidth = width() - Left - RightMargin - MetrWidth - smplWidth + 2;
+  if (pictureHeight < 1 || smplWidth < 1 || echoWidth < 1) return;
+  echo_->setGeometry(Left, Top, echoWidth, pictureHeight);
+  smpl_->setGeometry(echo_->geometry().right(), Top, smplWidth, pictureHeight);
+  metr_->setGeometry(smpl_->geometry().right(), Top, MetrWidth, pictureHeight);
+  const double scale = devicePixelRatioF();
+  const auto device = [scale](int pixels) { return static_cast<int>(std::lround(pixels * scale)); };
+  ResizeViews(pictures_, device(echoWidth), device(smplWidth), device(MetrWidth), device(pictureHeight));
+
+  const auto place = [this](const char* name, int left, int y, int itsWidth, int itsHeight) {
+    findChild<QWidget*>(QLatin1String(name))->setGeometry(left, y, itsWidth, itsHeight);
+  };
+  place("SPD", smpl_->x() + 2, Top + pictureHeight - SpdHeight, SpdWidth, SpdHeight);
+  const int attWidth = width() - Left - HelpWidth - RightMargin - 2;
+  place("Att", Left, height() - AttAbove, attWidth, AttHeight);
+  place("btnHelp", Left + attWidth + 2, height() - AttAbove, HelpWidth, AttHeight);
+  const int y = height() - ButtonsAbove;
+  for (const ButtonPlace& button : Buttons) place(button.name, button.left, y, button.width, ButtonHeight);
+  place("lblEhoSens", ContrastLabelLeft, y, ContrastLabelWidth, ButtonHeight);
+  place("EhoSens", ContrastLeft, y + 3, ContrastWidth, ButtonHeight - 6);
+  if (onResized) onResized();
+}
+
+void RunPanel::ShowChanges() {
+  Refresh(pictures_);
+  for (PictureView* view : {echo_, smpl_, metr_}) view->ShowChange();
+}
+
+QPixmap RunPanel::Graph() { return grab(echo_->geometry() | smpl_->geometry() | metr_->geometry()); }
+
+}  // namespace sondrix

@@ -1,0 +1,183 @@
+#include <QApplication>
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QDir>
+#include <QDropEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QShortcut>
+#include <QUrl>
+#include <QWindow>
+
+#include "app/captions.h"
+#include "app/desktop/desktop_window.h"
+#include "app/desktop/event_hook.h"
+#include "app/desktop/qt_text.h"
+#include "app/desktop/run_panel.h"
+#include "app/edit_field.h"
+#include "app/settings_store.h"
+#include "core/fault.h"
+#include "jobs/clicks.h"
+
+namespace sondrix {
+namespace {
+
+// What a click on a label beside a box does: the label acts as a part of it.
+void JoinLabel(QWidget* label, QCheckBox* box) {
+  label->installEventFilter(new EventHook(box, [box](QObject*, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonRelease) box->click();
+    return false;
+  }));
+}
+
+// The path of the one local file that is dragged; empty for anything else.
+QString DraggedFile(const QDropEvent& event) {
+  const QList<QUrl> urls = event.mimeData()->urls();
+  return urls.size() == 1 ? QDir::toNativeSeparators(urls.front().toLocalFile()) : QString();
+}
+
+}  // namespace
+
+void DesktopWindow::Act(const char* place, const std::function<void()>& click) {
+  try {
+    click();
+  } catch (...) {
+    const Fault fault = CaughtFault();
+    Beep();
+    SetAtt(FaultLine(place, fault));
+  }
+  ShowAll();
+}
+
+void DesktopWindow::ConnectField(const Field& field) {
+  QWidget* widget = Find(field.name);
+  switch (field.kind) {
+    case FieldKind::Text:
+      connect(static_cast<QLineEdit*>(widget), &QLineEdit::textChanged, this,
+              [this, &field](const QString& text) { EditText(field, Utf8Of(text)); });
+      break;
+    case FieldKind::Flag: {
+      auto* box = static_cast<QCheckBox*>(widget);
+      connect(box, &QCheckBox::clicked, this, [this, &field](bool value) {
+        Act("GO", [&] { SetFlag(session_, field, value); });
+        ShowField(field.name);
+      });
+      if (QWidget* label = Find("lbl" + std::string(field.name))) JoinLabel(label, box);
+      break;
+    }
+    case FieldKind::Contrast:
+      connect(static_cast<QScrollBar*>(widget), &QScrollBar::valueChanged, this,
+              [this, &field](int value) { session_.settings.*field.number = value; });
+      break;
+    case FieldKind::Channel:
+      for (const ChannelItem& item : ChannelItems) {
+        auto* option = static_cast<QRadioButton*>(Find("UseTyp" + std::to_string(item.channel)));
+        connect(option, &QRadioButton::clicked, this, [this, &field, channel = item.channel] {
+          EditField(session_, field.name, std::to_string(channel));
+        });
+      }
+      break;
+    case FieldKind::Language:
+      connect(static_cast<QComboBox*>(widget), &QComboBox::activated, this,
+              [this](int index) { ChooseItem(index); });
+      break;
+  }
+}
+
+void DesktopWindow::ConnectFields() {
+  for (const Field& field : Fields()) ConnectField(field);
+  Find("lblCrsHed")->installEventFilter(new EventHook(this, [this](QObject*, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonDblClick) Act("GO", [this] { ToggleTrack(); });
+    return false;
+  }));
+}
+
+void DesktopWindow::EditText(const Field& field, const std::string& text) {
+  session_.settings.*field.text = text;
+  const bool isMounting = field.text == &Settings::DucerX || field.text == &Settings::DucerY;
+  if (isMounting && hasStarted_) Act("GO", [this] { TakeMounting(); });
+}
+
+void DesktopWindow::ConnectButtons() {
+  Run& run = session_.run;
+  const auto onClick = [this](const char* name, const char* place, std::function<void()> click) {
+    connect(static_cast<QPushButton*>(Find(name)), &QPushButton::clicked, this,
+            [this, place, click = std::move(click)] { Act(place, click); });
+  };
+  onClick("btnGO", "GO", [&run] { GoClick(run); });
+  onClick("RunSet", "GO", [this, &run] {
+    PauseClick(run);
+    EndWait();
+  });
+  onClick("RunEnd", "GO", [this, &run] {
+    StopClick(run);
+    EndWait();
+  });
+  onClick("WPT", "GO", [&run] { MarkClick(run, MarkRelief); });
+  onClick("WPF", "GO", [&run] { MarkClick(run, MarkFish); });
+  onClick("MakeScrn", "MakeScrn", [this] { SaveScreen(); });
+  onClick("FrmSize", "FrmSize", [this] { ToggleWidth(); });
+  onClick("btnHelp", "btnHelp_Click", [this] { ShowHelpText(); });
+  onClick("btnSource", "Source", [this] { SourceClick(session_, services.files); });
+  onClick("btnTargetPath", "TargetPath",
+          [this] { TargetPathClick(session_, services.files, programFolder_); });
+}
+
+void DesktopWindow::ConnectShortcuts() {
+  // In a text field Space goes to the field. The button takes the click only where it is enabled.
+  const std::pair<int, const char*> keys[] = {
+      {Qt::Key_F1, "btnHelp"}, {Qt::Key_F5, "btnGO"}, {Qt::Key_Escape, "RunEnd"}, {Qt::Key_Space, "RunSet"}};
+  for (const auto& [key, name] : keys) {
+    auto* button = static_cast<QPushButton*>(Find(name));
+    auto* shortcut = new QShortcut(QKeySequence(key), this);
+    shortcut->setAutoRepeat(false);
+    connect(shortcut, &QShortcut::activated, button, &QPushButton::click);
+    if (button->objectName() == QLatin1String("RunSet") || button->objectName() == QLatin1String("RunEnd")) {
+      // Outside a run these keys are for whatever has the focus.
+      shortcut->setEnabled(false);
+      button->installEventFilter(new EventHook(shortcut, [shortcut, button](QObject*, QEvent* event) {
+        if (event->type() == QEvent::EnabledChange) shortcut->setEnabled(button->isEnabled());
+        return false;
+      }));
+    }
+  }
+}
+
+void DesktopWindow::SetSource(const std::string& path) {
+  EditField(session_, "Source", path);
+  ShowAll();
+}
+
+void DesktopWindow::closeEvent(QCloseEvent* event) {
+  if (!CloseClick(session_.run)) {
+    EndWait();
+    event->ignore();
+    return;
+  }
+  if (!iniFile_.empty()) SaveSettings(session_, iniFile_);
+  event->accept();
+}
+
+void DesktopWindow::showEvent(QShowEvent* event) {
+  QMainWindow::showEvent(event);
+  runPanel_->Arrange();
+  connect(windowHandle(), &QWindow::screenChanged, runPanel_, &RunPanel::Arrange, Qt::UniqueConnection);
+}
+
+void DesktopWindow::dragEnterEvent(QDragEnterEvent* event) {
+  if (IsEnabled("Source") && !DraggedFile(*event).isEmpty()) event->acceptProposedAction();
+}
+
+void DesktopWindow::dropEvent(QDropEvent* event) {
+  const QString file = DraggedFile(*event);
+  if (!IsEnabled("Source") || file.isEmpty()) return;
+  SetSource(Utf8Of(file));
+  event->acceptProposedAction();
+}
+
+}  // namespace sondrix

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "app/load_settings.h"
+#include "app/session.h"
+
+#include <array>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace sondrix {
+
+// The keys of the ini file in the order of writing. "UseEho" is the channel at closing, which no start reads.
+inline constexpr std::array<std::string_view, 31> SavedKeys = {
+    "Source",  "TargetPath", "TargetName", "DepthMP",  "MaxDiff",  "DistDiff", "MaxGrad", "DepthDiff",
+    "DepthSm", "DefLvl",     "DefSlp",     "ScanSkip", "ScanCut",  "DucerX",   "DucerY",  "MaxSide",
+    "MaxProc", "EhoSens",    "MakeCut",    "HideCut",  "SaveGraf", "UseBeep",  "UseDcm",  "UseMet",
+    "UseRev",  "UseHead",    "UseXYZ",     "UseUTM",   "MakeGraf", "UseEho",   "DefLang"};
+
+// The folder's text with a separator at its end.
+std::string WithSeparator(std::string_view folder);
+
+// The path of a file of the program's own: stem + extension (".ini", ".txt") in the program's folder, or in
+// the user's configuration folder where the former can't be written.
+std::string StorePath(std::string_view programFolder, std::string_view configFolder, std::string_view stem,
+                      std::string_view extension);
+// The same with the folders and the stem of the running program.
+std::string StorePath(std::string_view extension);
+
+// Whether the folder of the path lists a file of exactly that name, compared with case.
+bool IsListed(std::string_view path);
+
+// What a start does: the fields from the ini file if it is listed. Without one TargetPath takes the folder
+// that openPath guesses and the rest keeps its defaults.
+std::optional<LoadFault> LoadAtStart(Session& session, std::string_view iniFile,
+                                     const std::function<std::string()>& openPath);
+
+// What a closing does: ends the link to the map program if one was opened, then writes all keys. The file is
+// replaced as a whole, its other keys, sections and comments are kept; on a fault the old one stays whole and
+// nothing is reported. False if nothing was written.
+bool SaveSettings(Session& session, std::string_view iniFile);
+
+}  // namespace sondrix

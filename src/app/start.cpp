@@ -1,0 +1,29 @@
+#include "app/start.h"
+
+#include "app/captions.h"
+#include "app/choose_language.h"
+#include "app/settings_store.h"
+#include "core/fault.h"
+#include "jobs/clicks.h"
+
+namespace sondrix {
+
+bool StartSession(Session& session, const StartFacts& facts) {
+  session.langId = facts.systemLanguage;
+  if (const auto fault = LoadAtStart(session, facts.iniFile, facts.openPath)) {
+    session.state.SelectedChannel = 0;
+    session.window.SetAtt(FaultLine("Load", fault->fault));
+    return false;
+  }
+  ChannelClick(session.run, session.settings.UseTyp);
+
+  const LanguageChoice choice = ChooseLanguage(session.settings.boxLang, facts.systemLanguage);
+  session.settings.boxLang = choice.item;
+  session.window.ShowField("boxLang");
+  ApplyLanguage(session, choice.id);
+  const std::string_view hint = HintHelpOf(choice.id);
+  if (!hint.empty()) session.window.SetAtt(hint);
+  return true;
+}
+
+}  // namespace sondrix
