@@ -1,12 +1,13 @@
 #include "echo/points_3d.h"
 
 #include "core/fix.h"
-#include "echo/echo_run.h"
+#include "echo/letters.h"
+#include "fault_in.h"
+#include "test_run.h"
 
-#include <algorithm>
 #include <cstring>
-#include <gtest/gtest.h>
 #include <limits>
+#include <map>
 
 namespace sondrix {
 namespace {
@@ -16,28 +17,23 @@ struct Entry {
 };
 
 // A boat at 60 N 30 E that heads north, and the frame under it.
-struct Boat : EchoRun {
-  Boat() { settings.MakeGraf = false; }
-
+struct Boat : TestRun {
   Boat& Lists(const std::vector<Entry>& left, const std::vector<Entry>& right) {
     frame.LeftBytes = static_cast<std::int16_t>(left.empty() ? 0 : 8 * left.size() + 8);
     frame.RightBytes = static_cast<std::int16_t>(right.empty() ? 0 : 8 * right.size() + 8);
     payload.assign(0x4C + static_cast<std::size_t>(frame.LeftBytes + frame.RightBytes) + 8, 0);
-    Put(0x4C, left);
-    Put(0x4C + static_cast<std::size_t>(frame.LeftBytes), right);
+    std::uint8_t* at = payload.data() + 0x4C + 4;
+    std::memcpy(at, left.data(), 8 * left.size());
+    std::memcpy(at + frame.LeftBytes, right.data(), 8 * right.size());
     return *this;
   }
-  void Put(std::size_t at, const std::vector<Entry>& entries) {
-    for (std::size_t i = 0; i < entries.size(); ++i)
-      std::memcpy(payload.data() + at + 8 * i + 4, &entries[i], sizeof(Entry));
-  }
-  // The third column of each line, which tells the entries apart.
-  std::vector<std::string> Depths() {
+  // The third column of each line, which tells the entries apart, with a blank behind it.
+  std::string Depths() {
     Points();
-    std::vector<std::string> depths;
+    std::string depths;
     for (std::size_t at = 0; at < csv.size(); at = csv.find('\n', at) + 1) {
       const std::size_t first = csv.find(',', csv.find(',', at) + 1) + 1;
-      depths.push_back(csv.substr(first, csv.find(',', first) - first));
+      depths += csv.substr(first, csv.find(',', first) - first) + " ";
     }
     return depths;
   }
@@ -55,52 +51,40 @@ struct Boat : EchoRun {
   std::string csv;
 };
 
-using Texts = std::vector<std::string>;
-
 TEST(Points3D, CountsEntries) {
-  const struct {
-    std::int16_t bytes;
-    int entries;
-  } rows[] = {{0, 0},  {11, 0},   {12, 1},   {16, 1}, {20, 1},
-              {28, 3}, {480, 59}, {800, 99}, {-8, 0}, {-32768, 0}};
-  for (const auto& row : rows) EXPECT_EQ(EntriesOf(row.bytes), row.entries) << row.bytes;
+  for (const auto& [bytes, entries] : std::map<std::int16_t, int>{
+           {0, 0}, {11, 0}, {12, 1}, {16, 1}, {20, 1}, {28, 3}, {480, 59}, {-8, 0}, {-32768, 0}})
+    EXPECT_EQ(EntriesOf(bytes), entries) << bytes;
 }
 
 TEST(Points3D, PlacesBothSides) {
   Boat boat;
-  boat.Lists({{10, 100}}, {{0, 100}});
-  boat.limits.DepthAddM = -0.2F;
+  boat.Lists({{10, 100}}, {{0, 100}}).limits.DepthAddM = -0.2F;
   EXPECT_EQ(boat.Points(),
             "59.999999999,29.999453764,2.85,2016-05-25T14:03:07\r\n"
             "59.999999999,30.000546237,0,2016-05-25T14:03:07\r\n");
   boat.settings.UseRev = true;
-  boat.Lists({{1, 100}}, {{100, 100}});
-  boat.limits.DepthAddM = 0;
+  boat.Lists({{1, 100}}, {{100, 100}}).limits.DepthAddM = 0;
   EXPECT_EQ(boat.Points(),
             "59.999999999,30.000546237,0.3,2016-05-25T14:03:07\r\n"
             "59.999999999,29.999453764,30.48,2016-05-25T14:03:07\r\n");
   boat.settings.UseUTM = true;
   const std::string utm = boat.Points();  // the easting comes first; the boat's line parts two zones
-  EXPECT_EQ(utm.substr(0, 3), "332");
-  EXPECT_EQ(utm.substr(utm.find('\n') + 1, 3), "667");
+  EXPECT_EQ(utm.substr(0, 3) + utm.substr(utm.find('\n') + 1, 3), "332667");
   boat.fix.HasDepth = false;
   EXPECT_EQ(boat.Points(), "");
 }
 
 TEST(Points3D, TurnsLeaveTheOutside) {
-  const struct {
-    bool reversed, exceeded, up;
-    Texts depths;
-  } rows[] = {{false, false, true, {"3.05", "6.1"}}, {true, false, false, {"3.05", "6.1"}},
-              {false, true, true, {"3.05"}},         {false, true, false, {"6.1"}},
-              {true, true, true, {"6.1"}},           {true, true, false, {"3.05"}}};
-  for (const auto& row : rows) {
+  const std::tuple<bool, bool, bool, std::string> rows[] = {
+      {false, false, true, "3.05 6.1 "}, {true, false, false, "3.05 6.1 "}, {false, true, true, "3.05 "},
+      {false, true, false, "6.1 "},      {true, true, true, "6.1 "},        {true, true, false, "3.05 "}};
+  for (const auto& [reversed, exceeded, up, depths] : rows) {
     Boat boat;
-    boat.Lists({{10, 50}}, {{20, 50}});
-    boat.settings.UseRev = row.reversed;
-    boat.fix.TurnExceeded = row.exceeded;
-    boat.fix.TurnUp = row.up;
-    EXPECT_EQ(boat.Depths(), row.depths) << row.reversed << row.exceeded << row.up;
+    boat.Lists({{10, 50}}, {{20, 50}}).settings.UseRev = reversed;
+    boat.fix.TurnExceeded = exceeded;
+    boat.fix.TurnUp = up;
+    EXPECT_EQ(boat.Depths(), depths) << reversed << exceeded << up;
   }
 }
 
@@ -108,21 +92,19 @@ TEST(Points3D, SpacingAndWidth) {
   Boat boat;
   boat.Lists({{10, 0}, {20, 1}, {30, 2}, {40, 3}, {50, 4}, {60, 5}, {70, 7}, {80, 8}}, {});
   boat.limits.MinDistM = 1;
-  EXPECT_EQ(boat.Depths(), (Texts{"15.24", "24.38"}));
-  boat.Lists({{10, 9}, {20, 3}}, {});
-  EXPECT_EQ(boat.Depths(), Texts{"3.05"});
+  EXPECT_EQ(boat.Depths(), "15.24 24.38 ");
+  EXPECT_EQ(boat.Lists({{10, 9}, {20, 3}}, {}).Depths(), "3.05 ");
   boat.limits.MinDistM = 0;
-  EXPECT_EQ(boat.Depths(), (Texts{"3.05", "6.1"}));
+  EXPECT_EQ(boat.Depths(), "3.05 6.1 ");
 
   boat.limits.SideLimitM = 1;
   boat.limits.SidePercent = 80;
   boat.Lists({{10, 80}, {20, 81}, {30, 100}}, {{40, 8}, {50, 9}, {60, 10}});
-  EXPECT_EQ(boat.Depths(), (Texts{"3.05", "12.19"}));
+  EXPECT_EQ(boat.Depths(), "3.05 12.19 ");
   EXPECT_FLOAT_EQ(boat.limits.SideLimitM, 2.4384F);
   // An entry beyond the width moves the mark of the spacing all the same.
   boat.limits = {.MinDistM = 3, .SideLimitM = 5};
-  boat.Lists({{10, 20}, {20, 16}, {30, 12}}, {});
-  EXPECT_EQ(boat.Depths(), Texts{});
+  EXPECT_EQ(boat.Lists({{10, 20}, {20, 16}, {30, 12}}, {}).Depths(), "");
 }
 
 TEST(Points3D, SavedPicturesShortenLists) {
@@ -131,39 +113,34 @@ TEST(Points3D, SavedPicturesShortenLists) {
   left[58].depth = 30;
   left[59].depth = 40;
   boat.Lists(left, {{20, 20}});
-  EXPECT_EQ(boat.Depths().size(), 100u);
+  const auto many = [](int count) {
+    std::string depths;
+    while (count-- > 0) depths += "3.05 ";
+    return depths;
+  };
+  EXPECT_EQ(boat.Depths(), many(58) + "9.14 12.19 " + many(39) + "6.1 ");
   boat.settings.SaveGraf = true;
-  const Texts depths = boat.Depths();
-  ASSERT_EQ(depths.size(), 60u);
-  EXPECT_EQ(depths[58], "9.14");
-  EXPECT_EQ(depths[59], "6.1");
+  EXPECT_EQ(boat.Depths(), many(58) + "9.14 6.1 ");
 }
 
 TEST(Points3D, DrawsWhatItWalks) {
   Boat boat;
   boat.settings.MakeGraf = true;
   PrepareViews(boat.pictures, 9, 500);
-  boat.Lists({{0, 1}, {30, 2}, {100, 3}}, {{0, 1}});
-  boat.Points();
-  Texts lines;
+  boat.Lists({{0, 1}, {30, 2}, {100, 3}}, {{0, 1}}).Points();
+  std::string lines;
   for (const PendingLine& line : boat.pictures.Curve.Lines)
-    lines.push_back(std::to_string(static_cast<int>(line.x2)) + "," +
-                    std::to_string(static_cast<int>(line.y2)));
+    lines += std::to_string(int(line.x2)) + "," + std::to_string(int(line.y2)) + " ";
   // An empty depth repeats the one before, from side to side.
-  EXPECT_EQ(lines, (Texts{"256,127", "128,126", "4,125", "256,128", "4,129", "256,128"}));
+  EXPECT_EQ(lines, "256,127 128,126 4,125 256,128 4,129 256,128 ");
   EXPECT_EQ(boat.points.LastPx, 252);
-  boat.Lists({}, {});
-  boat.Points();
+  boat.Lists({}, {}).Points();
   EXPECT_EQ(Runs(boat.pictures.ECHO, 226), "420.");
 }
 
 TEST(Points3D, HostileLists) {
   const float nan = std::numeric_limits<float>::quiet_NaN();
-  const struct {
-    std::int16_t left, right, percent;
-    Entry entry;
-    int fault;
-  } rows[] = {
+  const std::tuple<std::int16_t, std::int16_t, std::int16_t, Entry, int> rows[] = {
       {16, 16, 0, {10, 10}, 0},     {16, 17000, 0, {10, 10}, 9},  {32767, 16, 0, {10, 10}, 9},
       {-32768, 0, 0, {10, 10}, 0},  {-32768, 16, 0, {10, 10}, 9}, {-32768, 0, 50, {10, 10}, 9},
       {-76, 16, 0, {0, 0}, 0},      {-80, 16, 0, {0, 0}, 0},      {-84, 16, 0, {0, 0}, 9},
@@ -172,16 +149,14 @@ TEST(Points3D, HostileLists) {
       {16, 0, 0, {nan, 10}, 6},     {16, 0, 0, {10, nan}, 6},     {16, 0, 50, {10, nan}, 6},
       {0, 0, 50, {nan, nan}, 0},
   };
-  for (const auto& row : rows) {
+  for (const auto& [left, right, percent, entry, fault] : rows) {
     Boat boat;
     boat.settings.MakeGraf = true;
     PrepareViews(boat.pictures, 9, 500);
-    boat.Lists({row.entry}, {row.entry});
-    boat.frame.LeftBytes = row.left;
-    boat.frame.RightBytes = row.right;
-    boat.limits.SidePercent = row.percent;
-    EXPECT_EQ(FaultIn([&] { boat.Points(); }), row.fault)
-        << row.left << " " << row.right << " " << row.percent;
+    boat.Lists({entry}, {entry}).limits.SidePercent = percent;
+    boat.frame.LeftBytes = left;
+    boat.frame.RightBytes = right;
+    EXPECT_EQ(FaultIn([&] { boat.Points(); }), fault) << left << " " << right << " " << percent;
   }
 }
 

@@ -1,37 +1,42 @@
 #include "echo/views.h"
 
-#include "core/files.h"
-#include "echo/echo_run.h"
+#include "core/number_text.h"
+#include "echo/letters.h"
+#include "fault_in.h"
+#include "test_run.h"
 
-#include <filesystem>
-#include <gtest/gtest.h>
+#include <limits>
+#include <map>
 #include <numbers>
 
 namespace sondrix {
 namespace {
 
-using Raster = std::vector<std::string>;
 using Samples = std::vector<std::uint8_t>;
 
-void Show(EchoRun& e, const Samples& samples, float scaleM = 30, std::uint8_t channel = 2) {
+void Show(TestRun& e, const Samples& samples, float scaleM = 30, std::uint8_t channel = 2) {
   ShowFrame(e.pictures, channel, samples, scaleM, 0, e.settings.EhoSens, 100, e.window);
 }
 
+// The texts of a picture: each at its row of a raster of 420 rows.
+std::string TextsOf(const Picture& picture) {
+  std::string texts;
+  for (const PictureText& text : picture.Texts()) texts += text.text + "@" + LocText(text.y) + ";";
+  return texts;
+}
+
 TEST(Views, EchoGrey) {
-  const struct {
-    std::uint8_t sample;
-    int ehoSens, grey;
-  } rows[] = {{255, 0, 0},   {1, 0, 254},    {0, 0, 255},    {255, 50, 50},
-              {10, 50, 255}, {200, -100, 0}, {1, -100, 154}, {0, -100, 255}};
-  for (const auto& row : rows)
-    EXPECT_EQ(EchoGrey(row.sample, row.ehoSens), static_cast<Colour>(row.grey) * 0x010101)
-        << int{row.sample} << " " << row.ehoSens;
+  const std::tuple<std::uint8_t, int, Colour> rows[] = {{255, 0, 0},    {1, 0, 254},   {0, 0, 255},
+                                                        {255, 50, 50},  {10, 50, 255}, {200, -100, 0},
+                                                        {1, -100, 154}, {0, -100, 255}};
+  for (const auto& [sample, ehoSens, grey] : rows)
+    EXPECT_EQ(EchoGrey(sample, ehoSens), grey * 0x010101) << int{sample} << " " << ehoSens;
 }
 
 TEST(Views, ColumnEqualsDotsFromTheDeepEnd) {
   for (const int height : {420, 9, 840}) {
     for (const int count : {1920, 420, 200, 9, 1, 0}) {
-      EchoRun e;
+      TestRun e;
       ResizeViews(e.pictures, 227, 152, 26, height);
       PrepareViews(e.pictures, 2, static_cast<std::int16_t>(count));
       Samples samples;
@@ -45,44 +50,38 @@ TEST(Views, ColumnEqualsDotsFromTheDeepEnd) {
 }
 
 TEST(Views, FramesScrollAndTheCurveWaits) {
-  EchoRun e;
+  TestRun e;
   ResizeViews(e.pictures, 6, 8, 4, 4);
   PrepareViews(e.pictures, 2, 8);
   Show(e, {0, 0, 0, 255, 255, 0, 0, 0});
   MarkDepths(e.pictures, 3, 6);
   Show(e, {9, 255, 0, 255, 255, 255, 0, 255});
-  EXPECT_EQ(Letters(e.pictures.ECHO), (Raster{".....#", "....R.", "....##", "....B."}));
+  EXPECT_EQ(Letters(e.pictures.ECHO), ".....#/....R./....##/....B./");
   e.settings.EhoSens = -1;
   Show(e, {0, 0, 0, 0, 0, 0, 255, 255});
   MarkDepths(e.pictures, 2, 2);
-  EXPECT_EQ(Letters(e.pictures.ECHO), (Raster{"....#.", "...R.B", "...##.", "...B.#"}));
-  EXPECT_EQ(Letters(e.pictures.SMPL), Raster(4, "........"));  // nobody has looked yet
+  EXPECT_EQ(Letters(e.pictures.ECHO), "....#./...R.B/...##./...B.#/");
+  EXPECT_EQ(Letters(e.pictures.SMPL), "......../......../......../......../");  // nobody has looked yet
   Refresh(e.pictures);
-  EXPECT_EQ(Letters(e.pictures.SMPL), (Raster{"B.......", "RRRRRRRR", "BBBB....", "....BBBB"}));
+  EXPECT_EQ(Letters(e.pictures.SMPL), "B......./RRRRRRRR/BBBB..../....BBBB/");
 }
 
 TEST(Views, DepthScale) {
-  const struct {
-    std::uint8_t channel;
-    float scaleM;
-    int count, step;
-    double lastRow;
-  } rows[] = {
+  // The channel, metres; how many texts, metres between them, the last one's row.
+  const std::tuple<std::uint8_t, float, int, int, double> rows[] = {
       {2, 30.48F, 15, 2, 1860}, {5, 30, 2, 10, 1280}, {0, 150, 74, 2, 1776}, {2, 150.01F, 7, 2, 1792}};
-  for (const auto& row : rows) {
-    EchoRun e;
-    PrepareViews(e.pictures, row.channel, 1920);
-    Show(e, Samples(1920), row.scaleM, row.channel);
-    const Picture& metr = e.pictures.METR;
-    ASSERT_EQ(metr.Texts().size(), static_cast<std::size_t>(row.count)) << row.scaleM;
-    EXPECT_EQ(metr.Texts().back().text, " " + std::to_string(row.count * row.step) + " ");
-    EXPECT_EQ(metr.At(5, metr.DeviceY(row.lastRow)), Black);
-    EXPECT_EQ(metr.At(6, metr.DeviceY(row.lastRow)), White);
+  TestRun e;
+  const Picture& metr = e.pictures.METR;
+  for (const auto& [channel, scale, count, step, lastRow] : rows) {
+    PrepareViews(e.pictures, channel, 1920);
+    Show(e, Samples(1920), scale, channel);
+    ASSERT_EQ(metr.Texts().size(), std::size_t(count)) << scale;
+    EXPECT_EQ(metr.Texts().back().text, " " + std::to_string(count * step) + " ");
+    EXPECT_EQ(Letters(metr, 5, metr.DeviceY(lastRow), 2, 1), "#./") << scale;
     const std::uint64_t version = metr.Version();
-    Show(e, Samples(1920), row.scaleM, row.channel);
+    Show(e, Samples(1920), scale, channel);
     EXPECT_EQ(metr.Version(), version);
   }
-  EchoRun e;
   float scaleM = 150.01F;
   ShowFrame(e.pictures, 2, Samples(1920), scaleM, 0, 0, 0, e.window);
   EXPECT_EQ(scaleM, 15);
@@ -93,39 +92,30 @@ TEST(Views, DepthScale) {
 }
 
 TEST(Views, DepthTexts) {
-  EchoRun e;
+  TestRun e;
   PrepareViews(e.pictures, 2, 1920);
   PrintDelta(e.pictures, -1.25F);
   PrintDepths(e.pictures, 960, 1010, 15, 16.5F, 2);
   PrintDepths(e.pictures, 960, 1010, 15, 16.5F, 5);
-  const auto& texts = e.pictures.SMPL.Texts();
-  ASSERT_EQ(texts.size(), 4u);
-  EXPECT_EQ(texts[0].text, "-1.25 ");
-  EXPECT_FLOAT_EQ(texts[0].y, 1350 * 420.0F / 1920);
-  EXPECT_EQ(texts[1].text, " 15 ");
-  EXPECT_FLOAT_EQ(texts[1].y, 970 * 420.0F / 1920);
-  EXPECT_EQ(texts[2].text, " 16.5 ");
-  EXPECT_EQ(texts[2].y, 210);
-  EXPECT_EQ(texts[3].text, " 16.5 ");
+  EXPECT_EQ(TextsOf(e.pictures.SMPL), "-1.25 @295.3125; 15 @212.1875; 16.5 @210; 16.5 @210;");
 }
 
 TEST(Views, Needles) {
   Picture crs(40, 40);
   DrawNeedle(crs, static_cast<float>(std::numbers::pi / 2), Black);
-  EXPECT_EQ(Letters(crs, 16, 16, 7, 7), (Raster{".......", "..###..", ".#...#.", ".#.####", ".#...#.",  //
-                                                "..###..", "......."}));
-  EXPECT_EQ(Letters(crs, 19, 19, 21, 1), Raster{std::string(21, '#')});
+  EXPECT_EQ(Letters(crs, 16, 16, 7, 7), "......./..###../.#...#./.#.####/.#...#./..###../......./");
+  EXPECT_EQ(Letters(crs, 19, 19, 21, 1), std::string(21, '#') + "/");
   DrawNeedle(crs, static_cast<float>(std::numbers::pi), Blue);
   EXPECT_EQ(Runs(crs, 19), "17. 1B 1. 21B");
   EXPECT_EQ(FaultIn([&] { DrawNeedle(crs, std::numeric_limits<float>::quiet_NaN(), Black); }), 6);
 }
 
 TEST(Views, Layout3D) {
-  EchoRun e;
+  TestRun e;
   PrepareViews(e.pictures, 9, 700);
   EXPECT_EQ(Runs(e.pictures.METR, 2), "210. 1# 48. 1# 48. 1# 48. 1# 48. 1# 13.");
-  ASSERT_EQ(e.pictures.METR.Texts().size(), 4u);
-  EXPECT_EQ(e.pictures.METR.Texts()[3].text, " 40 ");
+  EXPECT_TRUE(TextsOf(e.pictures.METR).starts_with(" 10 @")) << TextsOf(e.pictures.METR);
+  EXPECT_EQ(e.pictures.METR.Texts().back().text, " 40 ");
   float scaleM = 64;
   ShowFrame(e.pictures, 9, Samples(700), scaleM, 2.5F, 0, 100, e.window);
   EXPECT_EQ(e.window.waited, 100);
@@ -136,7 +126,7 @@ TEST(Views, Layout3D) {
 }
 
 TEST(Views, Columns3D) {
-  EchoRun e;
+  TestRun e, whole;
   ResizeViews(e.pictures, 4, 32, 4, 32);
   PrepareViews(e.pictures, 9, 700);
   e.pictures.ECHO.SetScaleHeight(32 * 2);  // an entry per pixel, and the boat's line far below
@@ -146,88 +136,72 @@ TEST(Views, Columns3D) {
   Close3DSide(e.pictures, Side3D::Left, 126, 255);
   EXPECT_EQ(Runs(e.pictures.ECHO, 3), "2. 1# 29R");
 
-  EchoRun whole;
   PrepareViews(whole.pictures, 9, 700);
   Draw3DEntry(whole.pictures, Side3D::Left, 0, 128, 0, 0);
   Draw3DEntry(whole.pictures, Side3D::Left, 1, 64, 128, 0);
   Close3DSide(whole.pictures, Side3D::Left, 2, 64);
   Draw3DEntry(whole.pictures, Side3D::Right, 0, 255, 64, 0);
   Close3DSide(whole.pictures, Side3D::Right, 1, 255);
-  const auto& lines = whole.pictures.Curve.Lines;
-  const struct {
-    float x1, y1, x2, y2;
-    Colour colour;
-  } rows[] = {{256, 128, 128, 127, Blue},
-              {128, 127, 192, 126, Blue},
-              {192, 125, 256, 128, Red},
-              {256, 128, 1, 129, Blue},
-              {1, 130, 256, 128, Red}};
-  ASSERT_EQ(lines.size(), std::size(rows));
-  for (std::size_t i = 0; i < lines.size(); ++i) {
-    EXPECT_EQ(lines[i].x1, rows[i].x1) << i;
-    EXPECT_EQ(lines[i].y1, rows[i].y1) << i;
-    EXPECT_EQ(lines[i].x2, rows[i].x2) << i;
-    EXPECT_EQ(lines[i].y2, rows[i].y2) << i;
-    EXPECT_EQ(lines[i].colour, rows[i].colour) << i;
+  std::string lines;
+  for (const PendingLine& line : whole.pictures.Curve.Lines) {
+    for (const float at : {line.x1, line.y1, line.x2, line.y2}) lines += LocText(at) + " ";
+    lines += LetterOf(line.colour) + std::string(", ");
   }
+  EXPECT_EQ(lines,
+            "256 128 128 127 B, 128 127 192 126 B, 192 125 256 128 R, 256 128 1 129 B, 1 130 256 128 R, ");
   const Picture& echo = whole.pictures.ECHO;
-  EXPECT_EQ(echo.At(226, echo.DeviceY(255)), EchoGrey(128, 0));
-  EXPECT_EQ(echo.At(226, echo.DeviceY(252)), EchoGrey(64, 0));
-  EXPECT_EQ(echo.At(226, echo.DeviceY(258)), Black);
-  EXPECT_EQ(echo.At(226, echo.DeviceY(262)), White);
+  for (const auto& [row, colour] :
+       std::map<int, Colour>{{255, EchoGrey(128, 0)}, {252, EchoGrey(64, 0)}, {258, Black}, {262, White}})
+    EXPECT_EQ(echo.At(226, echo.DeviceY(row)), colour) << row;
 }
 
 TEST(Views, Mounting) {
   const struct {
     float x, y;
     int antennaX, antennaY, ducerX, ducerY;  // centres of the circles from above
-    int gpsX, wordX;
+    float gpsX, wordX;
   } rows[] = {{1, 0, 244, 256, 268, 256, 179, 283},
               {20, 1, 128, 256, 384, 244, 63, 399},
               {0, 0, 253, 256, 256, 256, 271, 186},
               {-1, -20, 265, 128, 244, 256, 283, 174}};
+  TestRun e;
+  const Picture& echo = e.pictures.ECHO;
   for (const auto& row : rows) {
-    EchoRun e;
     DrawMounting(e.pictures, row.x, row.y, e.messages);
-    const Picture& echo = e.pictures.ECHO;
     const int radius = 4;  // 8 units on 227 pixels
     EXPECT_EQ(echo.At(echo.DeviceX(row.antennaX) - radius, echo.DeviceY(row.antennaY)), Red) << row.x;
     EXPECT_EQ(echo.At(echo.DeviceX(row.ducerX) + radius, echo.DeviceY(row.ducerY)), Blue) << row.x;
     ASSERT_EQ(echo.Texts().size(), 2u);
-    EXPECT_FLOAT_EQ(echo.Texts()[0].x, static_cast<float>(row.gpsX) * 227 / 512) << row.x;
-    EXPECT_FLOAT_EQ(echo.Texts()[1].x, static_cast<float>(row.wordX) * 227 / 512) << row.x;
+    EXPECT_FLOAT_EQ(echo.Texts()[0].x, row.gpsX * 227 / 512) << row.x;
+    EXPECT_FLOAT_EQ(echo.Texts()[1].x, row.wordX * 227 / 512) << row.x;
     EXPECT_EQ(echo.At(echo.DeviceX(32), echo.DeviceY(470)), Blue);
     EXPECT_EQ(echo.At(echo.DeviceX(256), echo.DeviceY(50)), Black);
   }
-  EchoRun e;
   DrawMounting(e.pictures, -3e38F, 3e38F, e.messages);
-  EXPECT_EQ(e.pictures.ECHO.Texts().size(), 0u);
+  EXPECT_EQ(echo.Texts().size(), 0u);
 }
 
 TEST(Views, SavedPictureHoldsThePanelsSideBySide) {
-  EchoRun e;
+  TestRun e;
   PrepareViews(e.pictures, 2, 420);
-  e.pictures.ECHO.DrawLine(0, 0, 0, 419, Red);  // left out
-  e.pictures.ECHO.DrawLine(3, 0, 3, 419, Black);
-  e.pictures.ECHO.DrawLine(510, 0, 510, 419, Blue);  // the newest column
-  e.pictures.SMPL.DrawLine(0, 0, 0, 419, Red);       // lies below it
-  e.pictures.METR.DrawLine(0, 0, 0, 419, Red);
-  e.pictures.METR.DrawLine(99, 0, 99, 419, Black);
+  const auto column = [](Picture& picture, int x, Colour colour) { picture.DrawLine(x, 0, x, 419, colour); };
+  column(e.pictures.ECHO, 0, Red);  // left out
+  column(e.pictures.ECHO, 3, Black);
+  column(e.pictures.ECHO, 510, Blue);  // the newest column
+  column(e.pictures.SMPL, 0, Red);     // lies below it
+  column(e.pictures.METR, 0, Red);
+  column(e.pictures.METR, 99, Black);
   e.pictures.SMPL.PrintAt(10, 100, 1);
   ComposeGraph(e.pictures);
   std::string marks;
   for (int x = 0; x < e.pictures.BMP.Width(); ++x)
-    if (e.pictures.BMP.At(x, 0) != White)
-      marks += std::to_string(x) + LetterOf(e.pictures.BMP.At(x, 0)) + " ";
+    if (const char letter = LetterOf(e.pictures.BMP.At(x, 0)); letter != '.')
+      marks += std::to_string(x) + letter + " ";
   EXPECT_EQ(marks, "0# 225B 376R 401# ");
-  EXPECT_EQ(Letters(e.pictures.BMP, 233, 100, 7, 3), (Raster{"..#....", ".##....", "..#...."}));
-
-  const auto path = std::filesystem::temp_directory_path() / "sondrix_saved_picture.bmp";
-  SaveGraph(e.pictures, path.string());
-  const std::string bytes = ReadWhole(path.string());
-  std::filesystem::remove(path);
-  EXPECT_EQ(bytes.size(), 54u + 1208 * 420);
-  EXPECT_EQ(FaultIn([&] { SaveGraph(e.pictures, (path / "no" / "1.bmp").string()); }), 76);
+  EXPECT_EQ(Letters(e.pictures.BMP, 233, 100, 7, 3), "..#..../.##..../..#..../");
+  SaveGraph(e.pictures, e.OutPath("1.bmp"));
+  EXPECT_EQ(e.Out("1.bmp").size(), 54u + 1208 * 420);
+  EXPECT_EQ(FaultIn([&] { SaveGraph(e.pictures, e.OutPath("no/1.bmp")); }), 76);
 }
 
 }  // namespace

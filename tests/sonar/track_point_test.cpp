@@ -5,6 +5,8 @@
 #include "test_run.h"
 
 #include <cmath>
+#include <map>
+#include <tuple>
 
 namespace sondrix {
 namespace {
@@ -22,42 +24,31 @@ TEST(TrackPoint, DistanceCountsFromTheLastPointThatPassed) {
   TestRun test;
   test.limits.MinDistM = 2;
   TrackState track;
-  std::string csv;
-  std::vector<bool> written;
+  std::string csv, written;
   for (const int x : {100, 101, 102, 103, 105}) {
     const std::size_t before = csv.size();
     TrackPointOf(test.run, track, {At(x), 3, 0, 0}, csv);
-    written.push_back(csv.size() > before);
+    written += csv.size() > before ? "x" : ".";
   }
-  EXPECT_EQ(written, (std::vector<bool>{true, false, false, true, false}));
+  EXPECT_EQ(written, "x..x.");
 }
 
 TEST(TrackPoint, DepthColumn) {
-  const std::vector<std::pair<float, std::string>> rows = {
-      {3.05F, "3.05"}, {0.4F, "0.4"}, {12, "12"}, {0.01F, "0.01"}};
-  for (const auto& [depth, text] : rows) {
-    TestRun test;
+  TestRun test;
+  for (const auto& [depth, text] :
+       std::map<float, std::string>{{3.05F, "3.05"}, {0.4F, "0.4"}, {12, "12"}, {0.01F, "0.01"}, {0, ""}}) {
     TrackState track;
     std::string csv;
     track.fix.StampText = "S";
     TrackPointOf(test.run, track, {At(0), depth, 0, 0}, csv);
-    EXPECT_TRUE(csv.ends_with("," + text + ",S\r\n")) << csv;
+    EXPECT_TRUE(depth == 0 ? csv.empty() : csv.ends_with("," + text + ",S\r\n")) << csv;
+    EXPECT_EQ(track.fix.HasDepth, depth != 0);
   }
-  TestRun test;
-  TrackState track;
-  std::string csv;
-  TrackPointOf(test.run, track, {At(0), 0, 0, 0}, csv);
-  EXPECT_EQ(csv, "");
-  EXPECT_FALSE(track.fix.HasDepth);
 }
 
 TEST(TrackPoint, TurnFlags) {
-  struct Row {
-    float course, heading;
-    bool exceeded, up;
-  };
-  // In the order of a run; the limit is 0.1 rad.
-  const std::vector<Row> rows = {
+  // Course, heading, TurnExceeded, TurnUp in the order of a run; the limit is 0.1 rad.
+  const std::tuple<float, float, bool, bool> rows[] = {
       {1.0F, 0, false, true},       // the first angle has nothing to turn from
       {1.05F, 0, false, true},      // below the limit
       {1.30F, 0, true, true},       // a turn to the right
@@ -71,61 +62,55 @@ TEST(TrackPoint, TurnFlags) {
   test.limits.MaxTurnRad = 0.1F;
   TrackState track;
   std::string csv;
-  for (const Row& row : rows) {
-    TrackPointOf(test.run, track, {At(0, row.course, row.heading), 3, 0, 0}, csv);
-    EXPECT_EQ(track.fix.TurnExceeded, row.exceeded) << "row " << &row - rows.data();
-    EXPECT_EQ(track.fix.TurnUp, row.up) << "row " << &row - rows.data();
+  for (const auto& [course, heading, exceeded, up] : rows) {
+    TrackPointOf(test.run, track, {At(0, course, heading), 3, 0, 0}, csv);
+    EXPECT_EQ(std::pair(track.fix.TurnExceeded, track.fix.TurnUp), std::pair(exceeded, up)) << course;
   }
 }
 
 TEST(TrackPoint, TransducerIsLaidOutFromTheBow) {
-  struct Row {
-    bool useHead;
-    const char *x, *y, *lat, *lon;
-  };
   // About 60 N 30 E; course east, heading absent. Ten metres are some 9e-5 degrees of latitude.
-  const std::vector<Row> rows = {
-      {false, "0", "1000", "same", "more"},  // ahead is east
-      {false, "1000", "0", "less", "same"},  // right of east is south
-      {true, "0", "1000", "more", "same"},   // an absent heading counts as north
-      {false, "-", "", "same", "same"},
+  using Text = const char*;
+  const std::tuple<bool, Text, Text, Text> rows[] = {
+      {false, "0", "1000", "same,more"},  // ahead is east
+      {false, "1000", "0", "less,same"},  // right of east is south
+      {true, "0", "1000", "more,same"},   // an absent heading counts as north
+      {false, "-", "", "same,same"},
   };
-  const auto compare = [](double value, double base) {
-    return std::abs(value - base) < 2e-6 ? "same" : value < base ? "less" : "more";
-  };
-  for (const Row& row : rows) {
+  for (const auto& [useHead, x, y, moved] : rows) {
     TestRun test;
-    test.settings.UseHead = row.useHead;
-    test.settings.DucerX = row.x;
-    test.settings.DucerY = row.y;
     SampleFrame frame = Frame(2, 10, 3'328'000, 8'362'000);
     frame.Course = 1.57079633F;
     frame.Heading = 0;
-    test.Source("a.sl2", EchogramBytes(2, {frame})).Click();
-    double lat = 0, lon = 0;
-    ASSERT_EQ(std::sscanf(test.Out("a.csv").c_str(), "%lf,%lf", &lat, &lon), 2);
-    test.settings.DucerX = test.settings.DucerY = "0";
-    test.Click();
-    double baseLat = 0, baseLon = 0;
-    ASSERT_EQ(std::sscanf(test.Out("a.csv").c_str(), "%lf,%lf", &baseLat, &baseLon), 2);
-    EXPECT_EQ(compare(lat, baseLat), std::string(row.lat)) << row.x << "/" << row.y;
-    EXPECT_EQ(compare(lon, baseLon), std::string(row.lon)) << row.x << "/" << row.y;
+    test.Source("a.sl2", EchogramBytes(2, {frame}));
+    const auto place = [&](Text ducerX, Text ducerY) {
+      test.settings.DucerX = ducerX;
+      test.settings.DucerY = ducerY;
+      test.Click();
+      std::pair<double, double> point;
+      EXPECT_EQ(std::sscanf(test.Out("a.csv").c_str(), "%lf,%lf", &point.first, &point.second), 2);
+      return point;
+    };
+    const auto compare = [](double value, double base) -> std::string {
+      return std::abs(value - base) < 2e-6 ? "same" : value < base ? "less" : "more";
+    };
+    test.settings.UseHead = useHead;
+    const auto [lat, lon] = place(x, y);
+    const auto [baseLat, baseLon] = place("0", "0");
+    EXPECT_EQ(compare(lat, baseLat) + "," + compare(lon, baseLon), moved) << x << "/" << y;
     test.settings.UseUTM = true;
-    test.Click();
-    double easting = 0, northing = 0;
-    ASSERT_EQ(std::sscanf(test.Out("a.csv").c_str(), "%lf,%lf", &easting, &northing), 2);
-    EXPECT_TRUE(easting > 667'000 && easting < 668'000 && northing > 6'600'000) << test.Out("a.csv");
+    const auto [easting, northing] = place("0", "0");
+    EXPECT_TRUE(easting > 667'000 && easting < 668'000 && northing > 6'600'000) << easting;
   }
 }
 
 TEST(TrackPoint, LiveTrackStepsWithTheSpeed) {
   TestRun test;
   test.settings.ViewOzi = true;
-  std::vector<int> points, codes;
   int counter = 0, offMap = 0;
+  std::string points;  // frame:code
   test.link.CreateTrackPoint = [&](int, int code, double, double, double feet, double date) {
-    points.push_back(counter);
-    codes.push_back(code);
+    points += std::to_string(counter) + ":" + std::to_string(code) + " ";
     EXPECT_EQ(feet, 10.1);
     EXPECT_NEAR(date, 42515.58334, 1e-5);
   };
@@ -141,8 +126,7 @@ TEST(TrackPoint, LiveTrackStepsWithTheSpeed) {
     frame.Speed = counter < 200 ? 7.0F : counter < 300 ? 4.0F : 2.0F;
     TrackPointOf(test.run, track, {frame, 3, DateOfUnix(1'464'184'800), counter}, csv);
   }
-  EXPECT_EQ(points, (std::vector<int>{0, 50, 100, 150, 200, 300, 400}));
-  EXPECT_EQ(codes, (std::vector<int>{1, 0, 0, 0, 0, 0, 0}));
+  EXPECT_EQ(points, "0:1 50:0 100:0 150:0 200:0 300:0 400:0 ");
   EXPECT_EQ(offMap, 1);
   EXPECT_EQ(test.window.informed, std::vector<std::string>{"Load relevant map in OziExplorer"});
 }
