@@ -27,7 +27,6 @@ namespace {
 
 constexpr int FirstWidth = SettingsLeft + SettingsWidth, FirstHeight = 480;
 constexpr auto ShowPace = std::chrono::milliseconds(16);
-constexpr auto WaitShows = std::chrono::milliseconds(2);
 
 void ResizeNeedle(Picture& picture, double scale) {
   const auto size = static_cast<int>(std::lround(40 * scale));
@@ -91,7 +90,18 @@ void DesktopWindow::Build() {
     ArrangeNeedles();
     if (showsSketch_) DrawSketch();
   };
-  setTabOrder(runPanel_, settingsPanel_);
+  // The tabulator visits the settings first, then the run's half.
+  QWidget* last = nullptr;
+  for (const QWidget* half : {settingsPanel_, static_cast<QWidget*>(runPanel_)}) {
+    for (QWidget* widget : half->findChildren<QWidget*>()) {
+      if (!controls_.contains(Utf8Of(widget->objectName())) || !(widget->focusPolicy() & Qt::TabFocus)) {
+        continue;
+      }
+      if (last) setTabOrder(last, widget);
+      last = widget;
+    }
+  }
+  Find("Source")->setFocus();
 }
 
 void DesktopWindow::ArrangeNeedles() {
@@ -211,7 +221,7 @@ void DesktopWindow::Pump() {
 
 void DesktopWindow::Wait(int milliseconds) {
   if (milliseconds <= 0) return Pump();
-  if (std::chrono::milliseconds(milliseconds) >= WaitShows) ShowAll();
+  ShowAll();
   QEventLoop loop;
   QTimer::singleShot(milliseconds, Qt::PreciseTimer, &loop, &QEventLoop::quit);
   QEventLoop* const outer = std::exchange(wait_, &loop);

@@ -10,6 +10,8 @@
 namespace sondrix {
 namespace {
 
+constexpr int TextPixels = 10;
+
 QColor ColourOf(Colour colour) {
   return QColor(static_cast<int>(colour & 0xFF), static_cast<int>(colour >> 8 & 0xFF),
                 static_cast<int>(colour >> 16 & 0xFF));
@@ -33,6 +35,10 @@ void PaintText(QPainter& painter, const PictureText& text, double scale, double 
 PictureView::PictureView(const Picture& picture, std::function<void()> refresh, QWidget* parent)
     : QWidget(parent), picture_(picture), refresh_(std::move(refresh)) {
   setAttribute(Qt::WA_OpaquePaintEvent);
+  // The texts of the sketch and of the depths have little room beside what they name.
+  QFont small = font();
+  small.setPixelSize(TextPixels);
+  setFont(small);
 }
 
 void PictureView::ShowChange() {

@@ -129,6 +129,8 @@ void DesktopWindow::ConnectButtons() {
 }
 
 void DesktopWindow::ConnectShortcuts() {
+  connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q), this), &QShortcut::activated, this,
+          &QWidget::close);
   // In a text field Space goes to the field. The button takes the click only where it is enabled.
   const std::pair<int, const char*> keys[] = {
       {Qt::Key_F1, "btnHelp"}, {Qt::Key_F5, "btnGO"}, {Qt::Key_Escape, "RunEnd"}, {Qt::Key_Space, "RunSet"}};
