@@ -1,5 +1,14 @@
 #include "app/desktop/desktop_window.h"
 
+#include "app/captions.h"
+#include "app/desktop/app_icon.h"
+#include "app/desktop/fit_label.h"
+#include "app/desktop/log_line.h"
+#include "app/desktop/picture_view.h"
+#include "app/desktop/qt_text.h"
+#include "app/desktop/run_panel.h"
+#include "app/desktop/settings_panel.h"
+
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
@@ -12,15 +21,6 @@
 #include <QScrollBar>
 #include <QTimer>
 #include <cmath>
-
-#include "app/captions.h"
-#include "app/desktop/app_icon.h"
-#include "app/desktop/fit_label.h"
-#include "app/desktop/log_line.h"
-#include "app/desktop/picture_view.h"
-#include "app/desktop/qt_text.h"
-#include "app/desktop/run_panel.h"
-#include "app/desktop/settings_panel.h"
 
 namespace sondrix {
 namespace {
@@ -73,7 +73,8 @@ void DesktopWindow::Build() {
   layout->addWidget(settingsPanel_);
   BuildHiddenFlags(centre);
   const auto addNeedle = [this](const Picture& picture, const char* name, const QRect& place) {
-    auto* view = new PictureView(picture, [] {}, settingsPanel_);
+    auto* view = new PictureView(
+        picture, [] {}, settingsPanel_);
     view->setObjectName(QLatin1String(name));
     view->setGeometry(place);
     return view;
@@ -179,7 +180,10 @@ void DesktopWindow::SetEnabled(std::string_view control, bool enabled) {
     runPanel_->att->SetRunning(enabled);
     if (enabled) showsSketch_ = false;
   }
-  if (QWidget* widget = Find(control)) widget->setEnabled(enabled);
+  QWidget* widget = Find(control);
+  if (!widget || widget->isEnabled() == enabled) return;
+  widget->setEnabled(enabled);
+  shownAt_ = {};  // the next pump shows it, and what the user may click now works from there on
 }
 
 bool DesktopWindow::IsEnabled(std::string_view control) const {

@@ -1,16 +1,16 @@
 #pragma once
 
+#include "app/desktop/dialogs.h"
+#include "app/session.h"
+#include "app/start.h"
+#include "core/window.h"
+
 #include <QMainWindow>
 #include <chrono>
 #include <functional>
 #include <map>
 #include <string>
 #include <string_view>
-
-#include "app/desktop/dialogs.h"
-#include "app/session.h"
-#include "app/start.h"
-#include "core/window.h"
 
 class QEventLoop;
 

@@ -1,5 +1,7 @@
 #include "app/desktop/dialogs.h"
 
+#include "app/desktop/qt_text.h"
+
 #include <QApplication>
 #include <QDesktopServices>
 #include <QDir>
@@ -7,8 +9,6 @@
 #include <QMessageBox>
 #include <QStringList>
 #include <QUrl>
-
-#include "app/desktop/qt_text.h"
 
 namespace sondrix {
 namespace {

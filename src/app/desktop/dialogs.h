@@ -1,9 +1,9 @@
 #pragma once
 
+#include "app/file_choice.h"
+
 #include <functional>
 #include <string>
-
-#include "app/file_choice.h"
 
 class QWidget;
 

@@ -1,10 +1,10 @@
 #include "app/desktop/key_filter.h"
 
+#include "app/desktop/event_hook.h"
+
 #include <QKeyEvent>
 #include <functional>
 #include <utility>
-
-#include "app/desktop/event_hook.h"
 
 namespace sondrix {
 namespace {

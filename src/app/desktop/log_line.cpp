@@ -1,16 +1,19 @@
 #include "app/desktop/log_line.h"
 
-#include <QPainter>
-#include <QPaintEvent>
-#include <charconv>
-
 #include "app/desktop/qt_text.h"
+
+#include <QFontMetricsF>
+#include <QPaintEvent>
+#include <QPainter>
+#include <charconv>
 
 namespace sondrix {
 namespace {
 
 constexpr int BarHeight = 3;
 constexpr int BarInset = 2;
+constexpr int TextMargins = 12;    // both sides together
+constexpr int NarrowStretch = 85;  // percent
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
@@ -32,7 +35,9 @@ LogLine::LogLine(QWidget* parent) : QLineEdit(parent) {
 }
 
 void LogLine::ShowLine(std::string_view line) {
-  setText(QtText(line));
+  const QString text = QtText(line);
+  NarrowFor(text);
+  setText(text);
   setCursorPosition(0);
   if (const bool isFault = line.starts_with(" ! "); isFault != isFault_) {
     isFault_ = isFault;
@@ -42,6 +47,17 @@ void LogLine::ShowLine(std::string_view line) {
   }
   // A line without a percentage leaves the bar where it is.
   if (const int percent = PercentOf(line); isRunning_ && percent >= 0) percent_ = percent;
+}
+
+// A line that is too long for its room has narrower letters; a tip shows all of one that still is.
+void LogLine::NarrowFor(const QString& text) {
+  const int room = width() - TextMargins;
+  QFont letters = font();
+  letters.setStretch(QFont::Unstretched);
+  const bool isLong = QFontMetricsF(letters).horizontalAdvance(text) > room;
+  if (isLong) letters.setStretch(NarrowStretch);
+  if (letters != font()) setFont(letters);
+  setToolTip(isLong && QFontMetricsF(letters).horizontalAdvance(text) > room ? text : QString());
 }
 
 void LogLine::SetRunning(bool running) {

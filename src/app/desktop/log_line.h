@@ -22,6 +22,8 @@ class LogLine : public QLineEdit {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  void NarrowFor(const QString& text);
+
   bool isRunning_ = false;
   bool isFault_ = false;
   int percent_ = -1;

@@ -1,10 +1,10 @@
-#include <QApplication>
-
 #include "app/desktop/desktop_window.h"
 #include "app/desktop/qt_text.h"
 #include "app/file_choice.h"
 #include "app/settings_store.h"
 #include "platform/platform.h"
+
+#include <QApplication>
 
 using namespace sondrix;
 

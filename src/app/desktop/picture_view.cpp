@@ -1,11 +1,11 @@
 #include "app/desktop/picture_view.h"
 
+#include "app/desktop/qt_text.h"
+
 #include <QFontMetricsF>
 #include <QImage>
 #include <QPainter>
 #include <algorithm>
-
-#include "app/desktop/qt_text.h"
 
 namespace sondrix {
 namespace {

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "echo/picture.h"
+
 #include <QWidget>
 #include <cstdint>
 #include <functional>
-
-#include "echo/picture.h"
 
 namespace sondrix {
 

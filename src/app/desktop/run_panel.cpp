@@ -1,15 +1,15 @@
 #include "app/desktop/run_panel.h"
 
+#include "app/desktop/log_line.h"
+#include "app/desktop/picture_view.h"
+#include "core/settings.h"
+#include "echo/views.h"
+
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollBar>
 #include <cmath>
-
-#include "app/desktop/log_line.h"
-#include "app/desktop/picture_view.h"
-#include "core/settings.h"
-#include "echo/views.h"
 
 namespace sondrix {
 namespace {
@@ -46,7 +46,8 @@ QPushButton* AddButton(QWidget* parent, const char* name) {
 
 RunPanel::RunPanel(Pictures& pictures, QWidget* parent) : QWidget(parent), pictures_(pictures) {
   const auto addView = [&](const Picture& picture, const char* name) {
-    auto* view = new PictureView(picture, [this] { Refresh(pictures_); }, this);
+    auto* view = new PictureView(
+        picture, [this] { Refresh(pictures_); }, this);
     view->setObjectName(QLatin1String(name));
     return view;
   };

@@ -1,16 +1,16 @@
 #include "app/desktop/settings_panel.h"
 
+#include "app/captions.h"
+#include "app/desktop/key_filter.h"
+#include "app/desktop/qt_text.h"
+#include "app/language.h"
+
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
-
-#include "app/captions.h"
-#include "app/desktop/key_filter.h"
-#include "app/desktop/qt_text.h"
-#include "app/language.h"
 
 namespace sondrix {
 namespace {

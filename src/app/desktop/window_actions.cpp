@@ -1,11 +1,3 @@
-#include <QAction>
-#include <QClipboard>
-#include <QComboBox>
-#include <QGuiApplication>
-#include <QLabel>
-#include <QLayout>
-#include <QMenu>
-
 #include "app/captions.h"
 #include "app/desktop/desktop_window.h"
 #include "app/desktop/log_line.h"
@@ -22,6 +14,14 @@
 #include "core/rounding.h"
 #include "echo/views.h"
 #include "platform/platform.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QComboBox>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QLayout>
+#include <QMenu>
 
 namespace sondrix {
 namespace {

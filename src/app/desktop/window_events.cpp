@@ -1,3 +1,13 @@
+#include "app/captions.h"
+#include "app/desktop/desktop_window.h"
+#include "app/desktop/event_hook.h"
+#include "app/desktop/qt_text.h"
+#include "app/desktop/run_panel.h"
+#include "app/edit_field.h"
+#include "app/settings_store.h"
+#include "core/fault.h"
+#include "jobs/clicks.h"
+
 #include <QApplication>
 #include <QCheckBox>
 #include <QCloseEvent>
@@ -13,16 +23,6 @@
 #include <QShortcut>
 #include <QUrl>
 #include <QWindow>
-
-#include "app/captions.h"
-#include "app/desktop/desktop_window.h"
-#include "app/desktop/event_hook.h"
-#include "app/desktop/qt_text.h"
-#include "app/desktop/run_panel.h"
-#include "app/edit_field.h"
-#include "app/settings_store.h"
-#include "core/fault.h"
-#include "jobs/clicks.h"
 
 namespace sondrix {
 namespace {

@@ -1,0 +1,114 @@
+#include "window_run.h"
+
+#include "app/batch/batch.h"
+#include "app/desktop/log_line.h"
+
+#include <QCloseEvent>
+#include <QScrollBar>
+
+namespace sondrix {
+namespace {
+
+TEST_F(WindowTest, PausesResumesAndEndsWithItsFiles) {
+  window->SetSource(WriteEchogram());
+  RunWith({[&] {
+             EXPECT_FALSE(Find("btnGO")->isEnabled());
+             EXPECT_FALSE(Find("Source")->isEnabled());
+             EXPECT_FALSE(Find("UseTyp9")->isEnabled());
+             EXPECT_TRUE(Find("WPT")->isEnabled());
+             EXPECT_FALSE(Find("UseRad")->isEnabled());
+             Click("RunSet");
+             EXPECT_EQ(Find<QAbstractButton>("RunSet")->text(), ">>");
+           },
+           [&] { EXPECT_TRUE(window->TheSession().state.PauseFlag); },
+           [&] { QTest::keyClick(window.get(), Qt::Key_Space); },
+           [&] {
+             EXPECT_FALSE(window->TheSession().state.PauseFlag);
+             EXPECT_EQ(Find<QAbstractButton>("RunSet")->text(), "II");
+           }});
+  EXPECT_TRUE(window->Att().ends_with(" * done")) << window->Att();
+  EXPECT_EQ(Text("Att"), window->Att());
+  EXPECT_TRUE(Find("btnGO")->isEnabled() && Find("Source")->isEnabled());
+  EXPECT_FALSE(Find("RunSet")->isEnabled() || Find("RunEnd")->isEnabled());
+  EXPECT_TRUE(std::filesystem::exists(Path("out/trip.csv")));
+  EXPECT_EQ(Text("TargetName"), "");
+  EXPECT_EQ(static_cast<LogLine*>(Find("Att"))->Percent(), -1);
+}
+
+TEST_F(WindowTest, StopsAtOnceAlsoInAPause) {
+  window->SetSource(WriteEchogram());
+  std::chrono::steady_clock::time_point stopped;
+  RunWith({[&] { Click("RunSet"); },
+           [&] {
+             stopped = std::chrono::steady_clock::now();
+             QTest::keyClick(window.get(), Qt::Key_Escape);
+           }});
+  EXPECT_LT(std::chrono::steady_clock::now() - stopped, std::chrono::milliseconds(100));
+  EXPECT_TRUE(window->Att().starts_with(" * proc")) << window->Att();
+}
+
+TEST_F(WindowTest, ClosingDuringARunStopsItAndKeepsTheWindow) {
+  window->SetSource(WriteEchogram());
+  RunWith({[&] { EXPECT_FALSE(window->close()); }});
+  EXPECT_TRUE(window->isVisible());
+  EXPECT_FALSE(window->Att().ends_with(" * done"));
+  EXPECT_FALSE(std::filesystem::exists(Path("sondrix.ini")));
+  EXPECT_TRUE(window->close());
+  EXPECT_TRUE(std::filesystem::exists(Path("sondrix.ini")));
+}
+
+TEST_F(WindowTest, ContrastLanguageAndWidthChangeDuringARun) {
+  window->SetSource(WriteEchogram());
+  RunWith({[&] { Click("RunSet"); }, [&] { Find<QScrollBar>("EhoSens")->setValue(-60); },
+           [&] { ChooseLanguage(2); }, [&] { Click("FrmSize"); },
+           [&] { EXPECT_EQ(window->TheSession().pictures.ECHO.Width(), 227); }, [&] { Click("FrmSize"); },
+           [&] { Click("RunSet"); }});
+  EXPECT_EQ(Fields().EhoSens, -60);
+  EXPECT_TRUE(window->Att().ends_with(" * Ausgeführt")) << window->Att();
+  // An echo of 200 is black at this contrast.
+  const Picture& echo = window->TheSession().pictures.ECHO;
+  int dark = 0;
+  for (int y = 0; y < echo.Height(); ++y) dark += echo.At(echo.Width() - 4, y) == 0;
+  EXPECT_GT(dark, 0);
+}
+
+TEST_F(WindowTest, WritesTheSameFilesAsTheBatchProgram) {
+  const std::string source = WriteEchogram();
+  const struct {
+    std::vector<std::string> boxes, edits;
+    std::vector<std::string> files;
+  } cases[] = {{{}, {}, {"trip.csv", "trip_bad.txt"}},
+               {{"MakeCut", "HideCut", "UseDcm"},
+                {"MakeCut=1", "HideCut=1", "UseDcm=0"},
+                {"trip.csv", "trip_ch2.sl2"}}};
+  int number = 0;
+  for (const auto& c : cases) {
+    const std::string batchFolder = Path("batch" + std::to_string(++number)) + PathSeparator;
+    const std::string windowFolder = Path("window" + std::to_string(number)) + PathSeparator;
+    std::vector<const char*> argv = {"sondrix-batch", "-o", batchFolder.c_str()};
+    for (const std::string& edit : c.edits) argv.insert(argv.end(), {"-s", edit.c_str()});
+    argv.push_back(source.c_str());
+    ASSERT_EQ(RunBatch(static_cast<int>(argv.size()), argv.data()), 0);
+
+    window->SetSource(source);
+    Find<QLineEdit>("TargetPath")->setText(QtText(windowFolder));
+    for (const std::string& box : c.boxes) Click(box.c_str());
+    Click("btnGO");
+    for (const std::string& file : c.files) {
+      SCOPED_TRACE(file);
+      const std::string expected = ReadWhole(batchFolder + file);
+      EXPECT_GT(expected.size(), 0U);
+      EXPECT_TRUE(ReadWhole(windowFolder + file) == expected);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace sondrix
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  testing::InitGoogleTest(&argc, argv);
+  QApplication application(argc, argv);
+  return RUN_ALL_TESTS();
+}
