@@ -10,7 +10,8 @@ namespace sondrix {
 
 enum class CaptionKind { Caption, Tip };
 
-// A caption or a tool tip of the window in the three languages. An empty text leaves the element as it is.
+// A caption or a tool tip of the window in the three languages. An empty caption leaves the element
+// as it is, an empty tip takes it away.
 struct CaptionRow {
   std::string_view element;
   CaptionKind kind;

@@ -60,6 +60,7 @@ void ShowHelp(Session& session, std::string_view file, const HelpReport& report,
     WriteF(file, help + "\r\n\r\n\r\n" + ReportLines(report), session.window);
     ShellOpen(dialogs, session.window, std::string(file));
   } catch (...) {
+    session.window.Beep();
     session.window.SetAtt(FaultLine("btnHelp_Click", CaughtFault()));
   }
 }

@@ -12,6 +12,7 @@ bool StartSession(Session& session, const StartFacts& facts) {
   session.langId = facts.systemLanguage;
   if (const auto fault = LoadAtStart(session, facts.iniFile, facts.openPath)) {
     session.state.SelectedChannel = 0;
+    session.window.Beep();
     session.window.SetAtt(FaultLine("Load", fault->fault));
     return false;
   }

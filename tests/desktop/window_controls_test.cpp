@@ -181,6 +181,7 @@ TEST_F(WindowTest, LabelsFitTheirRoomInEveryLanguage) {
 TEST_F(WindowTest, SettingsComeBackAtTheNextStart) {
   Find<QLineEdit>("MaxProc")->setText("123");
   Type("DucerX", "-50");
+  Find<QLineEdit>("DucerY")->setText("1E300");  // as pasted: it must not keep the program from starting
   Click("UseUTM");
   ChooseLanguage(2);
   Click("UseTyp5");
@@ -189,9 +190,13 @@ TEST_F(WindowTest, SettingsComeBackAtTheNextStart) {
   EXPECT_EQ(Text("MaxProc"), "123");
   EXPECT_EQ(Text("DucerX"), "-50");
   EXPECT_EQ(window->TheSession().limits.DucerXM, -0.5F);
+  EXPECT_EQ(Text("DucerY"), "1E300");
   EXPECT_TRUE(Checked("UseUTM"));
   EXPECT_TRUE(Checked("UseTyp2"));
   EXPECT_EQ(Find<QLabel>("lblUseRev")->text(), "Geber ist verkehrt montiert");
+  EXPECT_EQ(Find("UseDcm")->toolTip(), "");
+  ChooseLanguage(1);
+  EXPECT_EQ(Find("lblUseDcm")->toolTip(), "");
 
   OutputFile(Path("sondrix.ini")).Write(std::string_view("[Main]\r\nSource=x\r\nMakeCut=5\r\n"));
   Open();

@@ -125,13 +125,14 @@ QWidget* DesktopWindow::Find(std::string_view name) const {
 }
 
 void DesktopWindow::ShowCaptions() {
+  if (HintHelpOf(session_.langId).empty()) return;  // a language without a table leaves all as it is
   for (const CaptionRow& row : CaptionRows()) {
     const std::string_view text = TextOf(row, session_.langId);
     QWidget* widget = Find(row.element);
-    if (!widget || text.empty()) continue;
+    if (!widget) continue;
     if (row.kind == CaptionKind::Tip) {
       widget->setToolTip(QtText(text));
-    } else {
+    } else if (!text.empty()) {
       SetCaption(row.element, text);
     }
   }

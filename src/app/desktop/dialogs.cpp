@@ -6,6 +6,7 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QStringList>
 #include <QUrl>
@@ -28,9 +29,11 @@ std::string AskFile(QWidget* parent, const std::string& initial, const std::vect
                     const std::string& title) {
   QStringList entries;
   for (const FileFilter& filter : filters) entries << FilterText(filter);
-  const QString path =
-      QFileDialog::getOpenFileName(parent, QtText(title), QtText(initial), entries.join(QLatin1String(";;")));
-  return Utf8Of(QDir::toNativeSeparators(path));
+  QFileDialog dialog(parent, QtText(title), QtText(initial), entries.join(QLatin1String(";;")));
+  dialog.setFileMode(QFileDialog::AnyFile);  // a run tells of a file that isn't there
+  dialog.setAcceptMode(QFileDialog::AcceptOpen);
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
+  return Utf8Of(QDir::toNativeSeparators(dialog.selectedFiles().front()));
 }
 
 std::optional<std::string> AskFolder(QWidget* parent, const std::string& start, const std::string& title) {
@@ -57,6 +60,7 @@ DesktopServices ToolkitServices(QWidget* parent) {
     return AskFolder(parent, start, title);
   };
   services.files.shellOpen = [](const std::string& path) {
+    if (!QFileInfo::exists(QtText(path))) return 0;  // its writing has been reported
     return QDesktopServices::openUrl(QUrl::fromLocalFile(QtText(path))) ? 0 : NoAssociation;
   };
   services.ask = [parent](const std::string& text, const std::string& title) {

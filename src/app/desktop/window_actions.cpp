@@ -10,8 +10,8 @@
 #include "app/settings_store.h"
 #include "core/date_time.h"
 #include "core/fault.h"
+#include "core/files.h"
 #include "core/number_text.h"
-#include "core/rounding.h"
 #include "echo/views.h"
 #include "platform/platform.h"
 
@@ -22,6 +22,7 @@
 #include <QLabel>
 #include <QLayout>
 #include <QMenu>
+#include <cmath>
 
 namespace sondrix {
 namespace {
@@ -31,8 +32,7 @@ constexpr double CentimetresPerMetre = 100;
 float MetresOf(const std::string& text) {
   if (!IsNumeric(text)) return 0;
   const auto metres = static_cast<float>(LocParse(text) / CentimetresPerMetre);
-  Finite(metres);
-  return metres;
+  return std::isfinite(metres) ? metres : 0;  // a start of a run reports such a number
 }
 
 }  // namespace
@@ -103,7 +103,9 @@ void DesktopWindow::OpenOutputs() {
 
 void DesktopWindow::SavePicture() {
   const QPixmap graph = runPanel_->Graph();
-  const std::string path = services.askPicture(session_.settings.TargetPath + "sondrix.png");
+  std::string folder = session_.settings.TargetPath;
+  if (!folder.empty() && !IsSeparator(folder.back())) folder += PathSeparator;
+  const std::string path = services.askPicture(folder + "sondrix.png");
   if (!path.empty() && !graph.save(QtText(path))) throw Fault(FaultNumber::PathAccess);
 }
 

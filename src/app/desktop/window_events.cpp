@@ -17,6 +17,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
@@ -29,8 +30,11 @@ namespace {
 
 // What a click on a label beside a box does: the label acts as a part of it.
 void JoinLabel(QWidget* label, QCheckBox* box) {
-  label->installEventFilter(new EventHook(box, [box](QObject*, QEvent* event) {
-    if (event->type() == QEvent::MouseButtonRelease) box->click();
+  label->installEventFilter(new EventHook(box, [box, label](QObject*, QEvent* event) {
+    if (event->type() != QEvent::MouseButtonRelease) return false;
+    const auto* release = static_cast<QMouseEvent*>(event);
+    if (release->button() == Qt::LeftButton && label->rect().contains(release->position().toPoint()))
+      box->click();
     return false;
   }));
 }
