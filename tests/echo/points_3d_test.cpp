@@ -23,8 +23,8 @@ struct Boat : TestRun {
     frame.RightBytes = static_cast<std::int16_t>(right.empty() ? 0 : 8 * right.size() + 8);
     payload.assign(0x4C + static_cast<std::size_t>(frame.LeftBytes + frame.RightBytes) + 8, 0);
     std::uint8_t* at = payload.data() + 0x4C + 4;
-    std::memcpy(at, left.data(), 8 * left.size());
-    std::memcpy(at + frame.LeftBytes, right.data(), 8 * right.size());
+    if (!left.empty()) std::memcpy(at, left.data(), 8 * left.size());
+    if (!right.empty()) std::memcpy(at + frame.LeftBytes, right.data(), 8 * right.size());
     return *this;
   }
   // The third column of each line, which tells the entries apart, with a blank behind it.
