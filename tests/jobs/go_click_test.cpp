@@ -5,20 +5,15 @@ namespace sondrix {
 namespace {
 
 TEST(GoClick, WhatEndsBeforeAJob) {
-  struct Row {
-    std::string source, target, name, end;
-  };
   const std::string slash(1, PathSeparator);
-  const std::vector<Row> rows = {
-      {"", "", "", " * select source file..."},
-      {"folder" + slash, "", "", " begin processing..."},
-      {"nopoint", "", "", " ! error GO: 5. Invalid procedure call or argument"},
-  };
-  for (const Row& row : rows) {
+  // The source and the message.
+  for (const auto& [source, end] : {std::pair<std::string, std::string>("", " * select source file..."),
+                                    {"folder" + slash, " begin processing..."},
+                                    {"nopoint", " ! error GO: 5. Invalid procedure call or argument"}}) {
     TestRun test;
-    test.settings.Source = row.source;
-    test.settings.TargetPath = row.target;
-    EXPECT_EQ(test.Click(), row.end);
+    test.settings.Source = source;
+    test.settings.TargetPath = "";
+    EXPECT_EQ(test.Click(), end);
     EXPECT_TRUE(test.window.IsEnabled("btnGO"));
     EXPECT_FALSE(test.window.busy);
   }

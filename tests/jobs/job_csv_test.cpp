@@ -1,7 +1,6 @@
 #include "jobs/job_csv.h"
 
 #include "core/date_time.h"
-#include "core/number_text.h"
 #include "jobs/text_run.h"
 
 namespace sondrix {
@@ -12,14 +11,6 @@ const std::string Head = "Channel,a,b,c,d,Depth,e,f,g,h,i,X,Y,Time\n";
 std::string Row(const std::string& x, const std::string& feet = "30.000000", const std::string& time = "0",
                 const std::string& channel = "Downscan") {
   return channel + ",1,2,3,4," + feet + ",6,7,8,9,10," + x + ",7560000," + time + "\n";
-}
-
-// Lines from text with LF, in another form.
-std::string WithLineEnd(std::string text, const std::string& end) {
-  for (std::size_t at = 0; (at = text.find('\n', at)) != std::string::npos; at += end.size()) {
-    text.replace(at, 1, end);
-  }
-  return text;
 }
 
 std::string Report(int points, int lines) {
@@ -59,8 +50,7 @@ TEST(JobCsv, AWholeRun) {
 
 TEST(JobCsv, LineEndsSeparatorsAndChannels) {
   const std::string rows = Head + Row("4105000") + Row("4105003") + Row("4105006", "9", "0", "Primary");
-  std::string semicolons = rows;
-  for (char& c : semicolons) c = c == ',' ? ';' : c;
+  const std::string semicolons = WithLineEnd(rows, ',', ";");
   std::string commas = semicolons;
   commas.replace(commas.find("30.000000"), 9, "30,5");
   struct Case {
@@ -68,23 +58,21 @@ TEST(JobCsv, LineEndsSeparatorsAndChannels) {
     int channel;
     std::string end;
   };
-  const std::vector<Case> cases = {
-      {rows, 2, Report(2, 5)},
-      {rows.substr(0, rows.size() - 1), 2, Report(2, 4)},
-      {WithLineEnd(rows, "\r\n"), 2, Report(2, 5)},
-      {WithLineEnd(rows, "\r"), 2, Report(0, 5)},
-      {semicolons, 2, Report(2, 5)},
-      {commas, 2, Report(2, 5)},
-      {rows, 0, Report(1, 5)},
-      {rows, 5, Report(0, 5)},
-      {rows, 9, Report(0, 5)},
-      {rows + "Primary\n", 2, Report(2, 6)},
-      {Head + Row("4105000", "0") + Row("4105003", "0.0"), 2, Report(2, 4)},
-      {"", 2, Report(0, 0)},
-      // The head's only separator is the letter that CR LF costs.
-      {";x\r\n", 2, " ! source file without delimiters ';' or ','..."},
-  };
-  for (const Case& row : cases) {
+  for (const Case& row :
+       std::vector<Case>{{rows, 2, Report(2, 5)},
+                         {rows.substr(0, rows.size() - 1), 2, Report(2, 4)},
+                         {WithLineEnd(rows, '\n', "\r\n"), 2, Report(2, 5)},
+                         {WithLineEnd(rows, '\n', "\r"), 2, Report(0, 5)},
+                         {semicolons, 2, Report(2, 5)},
+                         {commas, 2, Report(2, 5)},
+                         {rows, 0, Report(1, 5)},
+                         {rows, 5, Report(0, 5)},
+                         {rows, 9, Report(0, 5)},
+                         {rows + "Primary\n", 2, Report(2, 6)},
+                         {Head + Row("4105000", "0") + Row("4105003", "0.0"), 2, Report(2, 4)},
+                         {"", 2, Report(0, 0)},
+                         // The head's only separator is the letter that CR LF costs.
+                         {";x\r\n", 2, " ! source file without delimiters ';' or ','..."}}) {
     TextRun test;
     EXPECT_EQ(test.ClickOn("a.csv", row.text, row.channel), row.end) << row.text;
   }
@@ -93,39 +81,35 @@ TEST(JobCsv, LineEndsSeparatorsAndChannels) {
 TEST(JobCsv, RowsOfThreeColumns) {
   struct Case {
     bool useDcm;
-    const char *text, *list, *track;
+    const char *text, *list, *track;  // | is the line end of an output
   };
   const std::vector<Case> cases = {
-      {false, "head,x\n55.1,37.1,12\n55.2,37.2,3.456", "55.1,37.1,12.00\r\n55.2,37.2,3.456\r\n\r\n",
-       "55.1,37.1,0,-12,,<clock>\r\n55.2,37.2,0,-3.456,,<clock>\r\n\r\n"},
+      {false, "head,x\n55.1,37.1,12\n55.2,37.2,3.456", "55.1,37.1,12.00|55.2,37.2,3.456||",
+       "55.1,37.1,0,-12,,<clock>|55.2,37.2,0,-3.456,,<clock>||"},
       // The line end at the end is one more row like the last.
-      {false, "head,x\n55.1,37.1,12\n", "55.1,37.1,12.00\r\n55.1,37.1,12.00\r\n\r\n",
-       "55.1,37.1,0,-12,,<clock>\r\n55.1,37.1,0,-12,,<clock>\r\n\r\n"},
-      {false, "head;x\n55,1;37.10;4,2", "55,1,37.10,4.20\r\n\r\n", "55,1,37.10,0,-4.2,,<clock>\r\n\r\n"},
+      {false, "head,x\n55.1,37.1,12\n", "55.1,37.1,12.00|55.1,37.1,12.00||",
+       "55.1,37.1,0,-12,,<clock>|55.1,37.1,0,-12,,<clock>||"},
+      {false, "head;x\n55,1;37.10;4,2", "55,1,37.10,4.20||", "55,1,37.10,0,-4.2,,<clock>||"},
       // The correction comes with UseDcm, and so does the altitude in feet.
-      {true, "head,x\n55.1,37.1,12", "55.1,37.1,12.25\r\n\r\n", "55.1,37.1,0,-40.19,,<clock>\r\n\r\n"},
+      {true, "head,x\n55.1,37.1,12", "55.1,37.1,12.25||", "55.1,37.1,0,-40.19,,<clock>||"},
       // Once in the mode, a wide row gives its first three columns.
       {false, "head,x\n55.1,37.1,12\n55.2,37.2,3,,,,,,,,,,,\n",
-       "55.1,37.1,12.00\r\n55.2,37.2,3.00\r\n55.2,37.2,3.00\r\n\r\n",
-       "55.1,37.1,0,-12,,<clock>\r\n55.2,37.2,0,-3,,<clock>\r\n55.2,37.2,0,-3,,<clock>\r\n\r\n"},
-  };
+       "55.1,37.1,12.00|55.2,37.2,3.00|55.2,37.2,3.00||",
+       "55.1,37.1,0,-12,,<clock>|55.2,37.2,0,-3,,<clock>|55.2,37.2,0,-3,,<clock>||"}};
   for (const Case& row : cases) {
     TextRun test;
     test.settings.UseDcm = row.useDcm;
     test.settings.DepthSm = "25";
     test.ClickOn("a.txt", row.text, 9);
-    EXPECT_EQ(test.Out("a.txt"), row.list) << row.text << test.window.att;
-    const std::string track = test.Masked("a.plt");
-    EXPECT_EQ(track.substr(track.find("8421376\r\n") + 12), row.track) << row.text;
+    EXPECT_EQ(test.Out("a.txt"), WithLineEnd(row.list, '|', "\r\n")) << row.text << test.window.att;
+    EXPECT_TRUE(test.Masked("a.plt").ends_with("8421376\r\n" + std::to_string(test.OutLines("a.txt").size()) +
+                                               WithLineEnd(std::string("|") + row.track, '|', "\r\n")))
+        << row.text << test.Masked("a.plt");
+    // A row of an export is corrected with and without it, once; with it to the decimetre.
+    test.ClickOn("b.csv", Head + Row("4105000", "30"));
+    EXPECT_EQ(test.Out("b.txt"),
+              "56.135476,36.999896," + std::string(row.useDcm ? "9.40" : "9.39") + "\r\n\r\n");
   }
-}
-
-TEST(JobCsv, AnExportRowIsCorrectedOnce) {
-  TextRun test;
-  test.settings.UseDcm = true;
-  test.settings.DepthSm = "100";
-  test.ClickOn("a.csv", Head + Row("4105000", "30"));
-  EXPECT_EQ(test.Out("a.txt"), "56.135476,36.999896,10.10\r\n\r\n");
 }
 
 TEST(JobCsv, TimesAreTheClockPlusTheRowsTime) {
@@ -146,34 +130,22 @@ TEST(JobCsv, BadInput) {
   const std::string subscript = " ! error JobCsv: 9: Subscript out of range";
   const std::string overflow = " ! error JobCsv: 6: Overflow";
   const std::string short13 = Row("4105000").substr(0, Row("4105000").size() - 3) + "\n";
-  struct Case {
-    std::string text, end;
-  };
-  const std::vector<Case> cases = {
-      {"no separator\nat all\n", " ! source file without delimiters ';' or ','..."},
-      {"a,b;c", subscript},
-      {"a,b\n", subscript},
-      {Head + short13, subscript},
-      {Head + "Downscan,1,2\nDownscan,1\n", mismatch},
-      {Head + "55,37,2\n55,37\n", subscript},
-      {Head + Row("east"), mismatch},
-      {Head + Row("4105000", "deep"), mismatch},
-      {Head + Row("4105000", ""), mismatch},
-      {Head + Row("4105000", "30", "noon"), mismatch},
-      {Head + Row("3000000000"), overflow},
-      {Head + Row("4105000", "1e39"), overflow},
-      {Head + Row("4105000", "30", "1e15"), overflow},
-      {Head + Row(std::string("4105\0", 5)), mismatch},
-      {Head + "55.1,x,3\n", mismatch},
-      {Head + "90,37.1,-\n", mismatch},
-  };
-  for (const Case& row : cases) {
-    TextRun test;
-    EXPECT_EQ(test.ClickOn("a.csv", row.text), row.end) << row.text;
-    EXPECT_TRUE(test.HasNoOutput());
-    EXPECT_EQ(test.window.beeps, 1);
-    EXPECT_TRUE(test.window.IsEnabled("btnGO"));
-  }
+  CheckRefusals("a.csv", {{"no separator\nat all\n", " ! source file without delimiters ';' or ','..."},
+                          {"a,b;c", subscript},
+                          {"a,b\n", subscript},
+                          {Head + short13, subscript},
+                          {Head + "Downscan,1,2\nDownscan,1\n", mismatch},
+                          {Head + "55,37,2\n55,37\n", subscript},
+                          {Head + Row("east"), mismatch},
+                          {Head + Row("4105000", "deep"), mismatch},
+                          {Head + Row("4105000", ""), mismatch},
+                          {Head + Row("4105000", "30", "noon"), mismatch},
+                          {Head + Row("3000000000"), overflow},
+                          {Head + Row("4105000", "1e39"), overflow},
+                          {Head + Row("4105000", "30", "1e15"), overflow},
+                          {Head + Row(std::string("4105\0", 5)), mismatch},
+                          {Head + "55.1,x,3\n", mismatch},
+                          {Head + "90,37.1,-\n", mismatch}});
   TextRun test;
   test.settings.Source = (test.folder / "none.csv").string();
   EXPECT_EQ(test.Click(), " ! error JobCsv: 53: File not found");
@@ -227,18 +199,10 @@ TEST(JobCsv, AFileThatCantBeWrittenLeavesTheOthers) {
 
 TEST(JobCsv, ShowsItsTrackInTheMapProgram) {
   TextRun test;
-  test.settings.ViewOzi = true;
   test.settings.MaxDiff = "300";
-  std::vector<std::string> calls;
-  test.link.ShowTrack = [&](std::int32_t track) { calls.push_back("track " + std::to_string(track)); };
-  test.link.CreateTrackPoint = [&](std::int32_t, std::int32_t code, double lat, double lon, double feet,
-                                   double) {
-    calls.push_back(std::to_string(code) + " " + NumText(lat) + " " + NumText(lon) + " " + NumText(feet));
-  };
-  test.link.IsPositionOnMap = [](double, double) { return 0; };
+  test.RecordTrack();
   test.ClickOn("a.csv", Head + Row("4105000") + Row("4105400", "31.5"));
-  EXPECT_EQ(calls,
-            (std::vector<std::string>{"track 1", "0 56.135476 36.999896 30", "1 56.135476 37.003501 31.5"}));
+  EXPECT_EQ(test.calls, "track 1|0 56.135476 36.999896 30|1 56.135476 37.003501 31.5|");
   EXPECT_EQ(test.window.informed.size(), 1U);
 }
 

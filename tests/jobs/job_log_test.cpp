@@ -1,6 +1,5 @@
 #include "jobs/job_log.h"
 
-#include "core/number_text.h"
 #include "jobs/text_run.h"
 
 namespace sondrix {
@@ -55,10 +54,8 @@ TEST(JobLog, AWholeRun) {
   EXPECT_EQ(test.window.CountLines(" 55% line 10/18 dot 2"), 1);
 
   const std::string track = test.Out("t.plt");
-  std::string crLf;
-  for (const char c : log) crLf += c == '\n' ? "\r\n" : std::string(1, c);
   test.settings.TargetName = "t";
-  EXPECT_EQ(test.ClickOn("a.log", crLf), Done);
+  EXPECT_EQ(test.ClickOn("a.log", WithLineEnd(log, '\n', "\r\n")), Done);
   EXPECT_EQ(test.Out("t.plt"), track);
 }
 
@@ -70,19 +67,17 @@ TEST(JobLog, WhichSoundingsAreTaken) {
     const char* what;
     std::string text, end, rows;
   };
-  const std::vector<Case> cases = {
-      {"the date of today without one", Fix("20.0000") + Depth("30"), Done, "55.166667,37.333333,9.14|"},
-      {"of another hemisphere the position before", Date + Fix("20.0000") + Depth("30") + south + Depth("31"),
-       Done, "55.166667,37.333333,9.14|"},
-      {"a first position in the west", Date + west + Depth("30"), Mismatch, ""},
-      {"no position yet", Date + empty + Depth("30"), Done, ""},
-      {"a second date sentence is passed over", Date + Date + Fix("20.0000") + Depth("30"), Done,
-       "55.166667,37.333333,9.14|"},
-      {"a date of nowhere matters only with a fix", "$GPRMC,,V,,,,,,,,,*00\n", Done, ""},
-      {"and then ends the run", "$GPRMC,,V,,,,,,,,,*00\n" + Fix("20.0000") + Depth("30"), Mismatch, ""},
-      {"no line end at the end", Date + Fix("20.0000") + "$SDDBT,30", Done, "55.166667,37.333333,9.14|"},
-  };
-  for (const Case& row : cases) {
+  const std::string only = "55.166667,37.333333,9.14|";
+  for (const Case& row : std::vector<Case>{
+           {"the date of today without one", Fix("20.0000") + Depth("30"), Done, only},
+           {"of another hemisphere the position before",
+            Date + Fix("20.0000") + Depth("30") + south + Depth("31"), Done, only},
+           {"a first position in the west", Date + west + Depth("30"), Mismatch, ""},
+           {"no position yet", Date + empty + Depth("30"), Done, ""},
+           {"a second date sentence is passed over", Date + Date + Fix("20.0000") + Depth("30"), Done, only},
+           {"a date of nowhere matters only with a fix", "$GPRMC,,V,,,,,,,,,*00\n", Done, ""},
+           {"and then ends the run", "$GPRMC,,V,,,,,,,,,*00\n" + Fix("20.0000") + Depth("30"), Mismatch, ""},
+           {"no line end at the end", Date + Fix("20.0000") + "$SDDBT,30", Done, only}}) {
     SCOPED_TRACE(row.what);
     TextRun test;
     EXPECT_EQ(test.ClickOn("a.log", row.text), row.end);
@@ -96,33 +91,22 @@ TEST(JobLog, WhichSoundingsAreTaken) {
 
 TEST(JobLog, BadInput) {
   const std::string good = Date + Fix("20.0000") + Depth("30");
-  struct Case {
-    std::string text, end;
-  };
-  const std::vector<Case> cases = {
-      {"", Corrupt},
-      {"\n\n", " ! source file without delimiters ';' or ','..."},
-      {"no separator\n" + good, " ! source file without delimiters ';' or ','..."},
-      {good + Fix("20.0100"), Corrupt},
-      {good + Date.substr(0, Date.size() - 1), Corrupt},
-      {good + "$GPRMC,120000,A\n", Corrupt},
-      {good + "$GPGGA,1200", Corrupt},
-      {good + "$GPGGA,120000,5510.0000,N,03720.0000,E,1\n", Corrupt},
-      {good + Fix("20.0100") + "$SDDBT", Corrupt},
-      {good + Fix("20.0100", "120000", "1", "") + Depth("30"), Mismatch},
-      {good + Fix("20.0100", "1200xx") + Depth("30"), Mismatch},
-      {good + Fix("20.0100") + Depth("deep"), Mismatch},
-      {good + Fix("20.0100") + Depth(std::string(1, '\0')), Mismatch},
-      {good + Fix("20.0100") + Depth("1e39"), " ! error JobLog: 6: Overflow"},
-      {good + "$GPGGA,120000,551000000,N,03720.0000,E,1,08\n" + Depth("30"),
-       " ! error JobLog: 5: Invalid procedure call or argument"},
-  };
-  for (const Case& row : cases) {
-    TextRun test;
-    EXPECT_EQ(test.ClickOn("a.log", row.text), row.end) << row.text;
-    EXPECT_TRUE(test.HasNoOutput());
-    EXPECT_EQ(test.window.beeps, 1);
-  }
+  CheckRefusals("a.log", {{"", Corrupt},
+                          {"\n\n", " ! source file without delimiters ';' or ','..."},
+                          {"no separator\n" + good, " ! source file without delimiters ';' or ','..."},
+                          {good + Fix("20.0100"), Corrupt},
+                          {good + Date.substr(0, Date.size() - 1), Corrupt},
+                          {good + "$GPRMC,120000,A\n", Corrupt},
+                          {good + "$GPGGA,1200", Corrupt},
+                          {good + "$GPGGA,120000,5510.0000,N,03720.0000,E,1\n", Corrupt},
+                          {good + Fix("20.0100") + "$SDDBT", Corrupt},
+                          {good + Fix("20.0100", "120000", "1", "") + Depth("30"), Mismatch},
+                          {good + Fix("20.0100", "1200xx") + Depth("30"), Mismatch},
+                          {good + Fix("20.0100") + Depth("deep"), Mismatch},
+                          {good + Fix("20.0100") + Depth(std::string(1, '\0')), Mismatch},
+                          {good + Fix("20.0100") + Depth("1e39"), " ! error JobLog: 6: Overflow"},
+                          {good + "$GPGGA,120000,551000000,N,03720.0000,E,1,08\n" + Depth("30"),
+                           " ! error JobLog: 5: Invalid procedure call or argument"}});
   TextRun test;
   EXPECT_EQ(test.ClickOn("a.log", std::string(50'000'000, ',') + std::string("\n\0\n", 3) + good), Done);
   EXPECT_EQ(test.OutLines("a.srf.txt").size(), 1U);
@@ -145,19 +129,14 @@ TEST(JobLog, AStopWritesNothing) {
 
 TEST(JobLog, AFileThatCantBeWrittenLeavesTheOthers) {
   TextRun test;
-  test.settings.ViewOzi = true;
-  std::string calls;
-  test.link.CreateTrackPoint = [&](std::int32_t, std::int32_t code, double lat, double lon, double feet,
-                                   double) {
-    calls += std::to_string(code) + " " + NumText(lat) + " " + NumText(lon) + " " + NumText(feet) + "|";
-  };
+  test.RecordTrack();
   std::filesystem::create_directory(test.OutPath("a.srf.txt"));
   EXPECT_EQ(test.ClickOn("a.log", Date + Fix("20.0000") + Depth("30") + Fix("20.0100") + Depth("31.5")),
             Done);
   EXPECT_EQ(test.window.CountLines("ошибка WriteF: 75. Path/File access error"), 1);
   EXPECT_TRUE(test.HasOut("a.drd.txt") && test.HasOut("a.plt") && test.HasOut("a.mp"));
   EXPECT_FALSE(test.HasOut("a.bad.txt"));
-  EXPECT_EQ(calls, "1 55.166667 37.333333 30|0 55.166667 37.3335 31.5|");
+  EXPECT_EQ(test.calls, "track 1|1 55.166667 37.333333 30|0 55.166667 37.3335 31.5|");
 }
 
 TEST(JobLog, ARealLog) {

@@ -1,7 +1,7 @@
 #include "jobs/job_mp.h"
 
 #include "jobs/line_input.h"
-#include "test_run.h"
+#include "jobs/text_run.h"
 
 namespace sondrix {
 namespace {
@@ -15,10 +15,6 @@ const std::string None = " * polylines with depths in the source file is not fou
 const std::string NeedPolish = " * specify the source file in 'polish' format to continue";
 const std::string NoList = "(no list)";
 
-std::span<const std::uint8_t> BytesOf(const std::string& text) {
-  return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
-}
-
 class MapRun : public TestRun {
  public:
   explicit MapRun(const std::string& map) { Source("lake.mp", BytesOf(map)); }
@@ -27,6 +23,7 @@ class MapRun : public TestRun {
   }
 };
 
+// | is a line end, and the head goes before the map.
 struct Row {
   std::string what, map, list, end;
   int beeps = 0;
@@ -35,55 +32,45 @@ struct Row {
 void Check(const std::vector<Row>& rows) {
   for (const Row& row : rows) {
     SCOPED_TRACE(row.what);
-    MapRun test(row.map);
+    MapRun test(Head + WithLineEnd(row.map, '|', "\r\n"));
     JobMp(test.run);
-    EXPECT_EQ(test.List(), row.list);
+    EXPECT_EQ(test.List(), WithLineEnd(row.list, '|', "\r\n"));
     EXPECT_EQ(test.window.att, row.end);
     EXPECT_EQ(test.window.beeps, row.beeps);
   }
 }
 
 TEST(JobMp, VerticesOfLabelledPolylines) {
-  const std::string line = "[POLYLINE]\r\nLabel=5\r\nData0=(1,2),(3,4)\r\n[END]\r\n";
-  const std::string list = "\r\n1,2,5\r\n3,4,5\r\n\r\n";
-  Check({
-      {"one line", Head + line, list, Done},
-      {"names in any case and blanks around lines",
-       Head + "  [pOlYlInE] \r\n LABEL=5 \r\n  DATA3=(1,2),(3,4)  ", list, Done},
-      {"zero is an error value",
-       Head + "[POLYLINE]\r\nLabel=0\r\nData0=(1,2)\r\nLabel=0.0\r\nData0=(1,2)\r\n",
-       "\r\n1,2,-1\r\n\r\n1,2,0.0\r\n\r\n", Done},
-      {"a label lasts until the next one", Head + line + "[POLYLINE]\r\nData0=(5,6)\r\n",
-       list + "\r\n5,6,5\r\n\r\n", Done},
-      {"a blank label passes its data over", Head + line + "[POLYLINE]\r\nLabel=\r\nData0=(5)\r\n",
-       list + "\r\n", Done},
-      {"two data lines", Head + "[POLYLINE]\r\nLabel=5\r\nData0=(1,2)\r\nData1=(3,4)\r\n",
-       "\r\n1,2,5\r\n\r\n3,4,5\r\n\r\n", Done},
-      {"points and areas end a line, END doesn't",
-       Head + line +
-           "Data0=(7,8)\r\n[POI]\r\nLabel=9\r\nData0=(9,9)\r\n[POLYGON]\r\nData0=(9,9)\r\n[POLYLINE\r\nData0="
-           "(9,9)\r\n",
-       list + "7,8,5\r\n\r\n", Done},
-      {"texts stay as they are", Head + "[POLYLINE]\r\nLabel= \xC3\xEB.\xFF;5\r\nData0=( 1.50, x,7)\r\n",
-       "\r\n 1.50, x,7, \xC3\xEB.\xFF;5\r\n\r\n", Done},
-      {"no bracket to cut at", Head + "[POLYLINE]\r\nLabel=5\r\ndata1,2)\r\n", "\r\ndata1,2,5\r\n\r\n", Done},
-      {"CR alone ends a line", Head + "[POLYLINE]\rLabel=5\rData0=(1,2),(3,4)\r", list, Done},
-      {"LF alone does not",
-       Head + "[POLYLINE]\r\nLabel=5\n\r\nData0=(1,2\n),(3,4)\r\n\n[POI]\r\nData0=(1,2)\r\n",
-       "\r\n1,2\n,5\n\r\n3,4,5\n\r\n\r\n1,2,5\n\r\n\r\n", Done},
-      {"NUL bytes", Head + "[POLYLINE]\r\n\0\r\nLabel=\0\r\nData0=(1,\0)\r\n"s, "\r\n1,\0,\0\r\n\r\n"s, Done},
-      {"points only", Head + "[POI]\r\nLabel=5\r\nData0=(1,2)\r\n", NoList, None, 1},
-      {"a line without data", Head + "[POLYLINE]\r\nLabel=5\r\n", NoList, None, 1},
-  });
+  const std::string line = "[POLYLINE]|Label=5|Data0=(1,2),(3,4)|[END]|";
+  const std::string list = "|1,2,5|3,4,5||";
+  Check({{"one line", line, list, Done},
+         {"names in any case and blanks around lines", "  [pOlYlInE] | LABEL=5 |  DATA3=(1,2),(3,4)  ", list,
+          Done},
+         {"zero is an error value", "[POLYLINE]|Label=0|Data0=(1,2)|Label=0.0|Data0=(1,2)|",
+          "|1,2,-1||1,2,0.0||", Done},
+         {"a label lasts until the next one", line + "[POLYLINE]|Data0=(5,6)|", list + "|5,6,5||", Done},
+         {"a blank label passes its data over", line + "[POLYLINE]|Label=|Data0=(5)|", list + "|", Done},
+         {"two data lines", "[POLYLINE]|Label=5|Data0=(1,2)|Data1=(3,4)|", "|1,2,5||3,4,5||", Done},
+         {"points and areas end a line, END doesn't",
+          line + "Data0=(7,8)|[POI]|Label=9|Data0=(9,9)|[POLYGON]|Data0=(9,9)|[POLYLINE|Data0=(9,9)|",
+          list + "7,8,5||", Done},
+         {"texts stay as they are", "[POLYLINE]|Label= \xC3\xEB.\xFF;5|Data0=( 1.50, x,7)|",
+          "| 1.50, x,7, \xC3\xEB.\xFF;5||", Done},
+         {"no bracket to cut at", "[POLYLINE]|Label=5|data1,2)|", "|data1,2,5||", Done},
+         {"CR alone ends a line", "[POLYLINE]\rLabel=5\rData0=(1,2),(3,4)\r", list, Done},
+         {"LF alone does not", "[POLYLINE]|Label=5\n|Data0=(1,2\n),(3,4)|\n[POI]|Data0=(1,2)|",
+          "|1,2\n,5\n|3,4,5\n||1,2,5\n||", Done},
+         {"NUL bytes", "[POLYLINE]|\0|Label=\0|Data0=(1,\0)|"s, "|1,\0,\0||"s, Done},
+         {"points only", "[POI]|Label=5|Data0=(1,2)|", NoList, None, 1},
+         {"a line without data", "[POLYLINE]|Label=5|", NoList, None, 1}});
 }
 
 TEST(JobMp, FaultsKeepWhatWasConvertedBefore) {
-  const std::string open = "[POLYLINE]\r\nLabel=5\r\n";
+  const std::string open = "[POLYLINE]|Label=5|";
   for (const std::string bad : {"Data0=(3,4),(5)", "Data0=(", "Data0=()", "data"}) {
-    const std::string partial = bad.starts_with("Data0=(3,4)") ? "3,4,5\r\n" : "";
-    Check({{bad + " first", Head + open + bad + "\r\nData0=(1,2)\r\n", NoList, NeedPolish, 2},
-           {bad + " later", Head + open + "Data0=(1,2)\r\n" + bad + "\r\n", "\r\n1,2,5\r\n\r\n" + partial,
-            NeedPolish, 1}});
+    const std::string partial = bad.starts_with("Data0=(3,4)") ? "3,4,5|" : "";
+    Check({{bad + " first", open + bad + "|Data0=(1,2)|", NoList, NeedPolish, 2},
+           {bad + " later", open + "Data0=(1,2)|" + bad + "|", "|1,2,5||" + partial, NeedPolish, 1}});
   }
 }
 
@@ -107,17 +94,14 @@ TEST(JobMp, RefusalsLeaveAnEarlierListAlone) {
 TEST(JobMp, FilesThatCantBeOpened) {
   MapRun test(Head);
   const std::string source = test.settings.Source;
-  struct Opening {
-    std::string source, end;
-  };
-  for (const Opening& row :
-       {Opening{source + ".mp", NeedPolish},
-        {(test.folder / "none" / "lake.mp").string(), " ! error ReadShp: 76. Path not found"},
-        {(test.folder / "out").string(), " ! error ReadShp: 75. Path/File access error"},
-        {"mp", NeedPolish}}) {
-    test.settings.Source = row.source;
+  for (const auto& [name, end] :
+       Ends{{source + ".mp", NeedPolish},
+            {(test.folder / "none" / "lake.mp").string(), " ! error ReadShp: 76. Path not found"},
+            {(test.folder / "out").string(), " ! error ReadShp: 75. Path/File access error"},
+            {"mp", NeedPolish}}) {
+    test.settings.Source = name;
     JobMp(test.run);
-    EXPECT_EQ(test.window.att, row.end) << row.source;
+    EXPECT_EQ(test.window.att, end) << name;
   }
   test.settings.Source = source;
   std::filesystem::create_directories(test.folder / "lake.txt" / "kept");

@@ -1,14 +1,14 @@
 #include "jobs/text_source.h"
 
 #include "fault_in.h"
-#include "test_run.h"
+#include "jobs/text_run.h"
 
 namespace sondrix {
 namespace {
 
 // The lines of a text, each with the last one that isn't empty as it stands at that moment: "line<last>".
 std::string LinesOf(TestRun& test, const std::string& text, LineStart start, std::size_t blockSize) {
-  test.Source("a.txt", std::span(reinterpret_cast<const std::uint8_t*>(text.data()), text.size()));
+  test.Source("a.txt", BytesOf(text));
   TextSource source(test.settings.Source, start, blockSize);
   std::string lines;
   std::string_view last;
@@ -49,7 +49,7 @@ TEST(TextSource, LinesInBlocksOfAnySize) {
 TEST(TextSource, AFileThatBecomesShorter) {
   TestRun test;
   const std::string text = "one\ntwo\nthree\n";
-  test.Source("a.txt", std::span(reinterpret_cast<const std::uint8_t*>(text.data()), text.size()));
+  test.Source("a.txt", BytesOf(text));
   TextSource source(test.settings.Source, LineStart::CutLf, 4);
   source.Next();
   std::filesystem::resize_file(test.settings.Source, 5);
