@@ -1,9 +1,13 @@
 #include "app/session.h"
 
+#include "ozi/ozi_library.h"
+
 namespace sondrix {
 
 Session::Session(Window& itsWindow)
-    : window(itsWindow), run{settings, limits, state, messages, pictures, link, window} {}
+    : window(itsWindow), run{settings, limits, state, messages, pictures, link, window} {
+  link.Load = [](OziLink& itself) { return LoadOziLibrary(itself, OziLibraryFolders()); };
+}
 
 void ApplyLanguage(Session& session, LangId langId) {
   session.langId = langId;

@@ -24,7 +24,7 @@ void Refuse(std::string_view message, Settings& settings, Window& window) {
 
 void OpenLink(OziLink& link, Settings& settings, const Messages& messages, Window& window) {
   try {
-    if (!link.IsOpen && !link.Load()) {
+    if (!link.IsOpen && !link.Load(link)) {
       Refuse(messages.MsgCopyApi, settings, window);
       return;
     }
@@ -33,7 +33,7 @@ void OpenLink(OziLink& link, Settings& settings, const Messages& messages, Windo
     window.SetAtt(" запущен OziExplorer v" + link.GetVersion() + std::string(window.Att()));
     if (link.FindOzi() != 0) Refuse(messages.MsgRunOzi, settings, window);
   } catch (const std::exception&) {
-    ClearViewOzi(settings, window);
+    Refuse(messages.MsgCopyApi, settings, window);
   }
 }
 

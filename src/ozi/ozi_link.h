@@ -27,8 +27,8 @@ struct OziWaypoint {
 struct OziLink {
   bool IsOpen = false;
 
-  // Finds and opens the library; false where there is none.
-  std::function<bool()> Load = [] { return false; };
+  // Finds the library and replaces the calls below by its own; false where there is none.
+  std::function<bool(OziLink&)> Load = [](OziLink&) { return false; };
   std::function<std::string()> GetApiVersion = [] { return std::string(); };
   std::function<std::string()> GetVersion = [] { return std::string(); };
   std::function<std::int32_t()> FindOzi = [] { return 1; };  // 0: the map program is running

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -27,6 +28,29 @@ std::pair<int, int> SystemVersion();
 
 // The address that the user's open file manager shows; empty if there is none or no way to know.
 std::string FileManagerAddress();
+
+// Where the machine's own libraries for all programs lie.
+std::string SystemLibraryFolder();
+
+// A library that is loaded while the program runs, and stays so as long as this record lives. It is taken
+// from the very file that is named, never from a search; its own libraries may lie beside it.
+class SharedLibrary {
+ public:
+  using Address = void (*)();
+
+  explicit SharedLibrary(std::string_view path);
+  ~SharedLibrary();
+  SharedLibrary(const SharedLibrary&) = delete;
+  SharedLibrary& operator=(const SharedLibrary&) = delete;
+  // False for a file that is missing, damaged, or made for another kind of processor.
+  bool IsLoaded() const { return handle_ != nullptr; }
+  // A function, null where the library has none of that name. argumentBytes: what the arguments take on the
+  // stack, which 32-bit Windows libraries may carry in the name.
+  Address Find(std::string_view name, std::size_t argumentBytes) const;
+
+ private:
+  void* handle_ = nullptr;
+};
 
 // The first of the user's running programs of a name, as long as it lives.
 class SingleInstance {

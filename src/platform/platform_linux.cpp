@@ -1,11 +1,16 @@
+#include "core/fault.h"
+#include "core/files.h"
 #include "platform/platform.h"
 
 #include <cerrno>
 #include <charconv>
 #include <cstdlib>
+#include <cstring>
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <filesystem>
 #include <initializer_list>
+#include <link.h>
 #include <sys/file.h>
 #include <sys/utsname.h>
 #include <unistd.h>
@@ -55,6 +60,33 @@ int FirstNumber(std::string_view& text) {
   return error == std::errc() ? value : 0;
 }
 
+template <typename Record>
+bool ReadRecord(InputFile& file, std::uint64_t offset, Record& record) {
+  const std::span bytes(reinterpret_cast<std::uint8_t*>(&record), sizeof record);
+  return file.ReadAt(static_cast<std::int64_t>(offset), bytes) == sizeof record;
+}
+
+// Whether a library is made for this kind of program and has all bytes that are to be loaded. The system maps
+// what its head promises, and a program that touches a page behind the file's end is ended.
+bool IsWholeImage(std::string_view path) try {
+  InputFile file(path);
+  ElfW(Ehdr) head{};
+  if (!ReadRecord(file, 0, head) || std::memcmp(head.e_ident, ELFMAG, SELFMAG) != 0 ||
+      head.e_ident[EI_CLASS] != (sizeof(void*) == 8 ? ELFCLASS64 : ELFCLASS32) ||
+      head.e_phentsize != sizeof(ElfW(Phdr))) {
+    return false;
+  }
+  for (std::uint64_t i = 0; i < head.e_phnum; ++i) {
+    ElfW(Phdr) part{};
+    if (!ReadRecord(file, head.e_phoff + i * sizeof part, part)) return false;
+    const auto length = static_cast<std::uint64_t>(file.Length());
+    if (part.p_filesz > length || part.p_offset > length - part.p_filesz) return false;
+  }
+  return true;
+} catch (const Fault&) {
+  return false;
+}
+
 }  // namespace
 
 std::string ProgramFolder() { return Executable().parent_path().string(); }
@@ -83,6 +115,24 @@ std::pair<int, int> SystemVersion() {
 }
 
 std::string FileManagerAddress() { return {}; }
+
+std::string SystemLibraryFolder() { return "/usr/local/lib"; }
+
+// Only a whole path is opened as it stands: a bare name would be searched for. A pipe would be waited for.
+SharedLibrary::SharedLibrary(std::string_view path) {
+  const fs::path file = path;
+  std::error_code error;
+  if (!file.is_absolute() || !fs::is_regular_file(file, error) || !IsWholeImage(path)) return;
+  handle_ = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
+}
+
+SharedLibrary::~SharedLibrary() {
+  if (handle_) dlclose(handle_);
+}
+
+SharedLibrary::Address SharedLibrary::Find(std::string_view name, std::size_t) const {
+  return reinterpret_cast<Address>(dlsym(handle_, std::string(name).c_str()));
+}
 
 // The lock goes with the process, however it ends; the file stays.
 SingleInstance::SingleInstance(std::string_view name) {

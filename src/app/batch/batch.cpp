@@ -133,8 +133,8 @@ int RunBatch(int argc, const char* const* argv) {
     Complain(*wrong);
     return ExitUsage;
   }
-  // What a click of an edit reported, as a map program that can't be reached.
-  if (!window.Att().empty()) Complain(std::string(window.Att()));
+  // What an edit was refused for, as a map program that can't be reached.
+  if (window.Att().starts_with(" ! ")) Complain(std::string(window.Att()));
 
   const InterruptGuard guard;
   window.SetRun(&session.run);

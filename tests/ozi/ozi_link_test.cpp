@@ -16,7 +16,7 @@ namespace {
 class OziLinkTest : public testing::Test {
  protected:
   OziLinkTest() {
-    link.Load = [this] { return Note("load"), true; };
+    link.Load = [this](OziLink&) { return Note("load"), true; };
     link.GetApiVersion = [] { return std::string("1.08"); };
     link.GetVersion = [] { return std::string("3.95"); };
     link.FindOzi = [] { return 0; };
@@ -67,6 +67,7 @@ TEST_F(OziLinkTest, WhatCantBeOpenedClearsTheBox) {
 
   link.GetVersion = []() -> std::string { throw std::runtime_error("call"); };
   Open();
+  EXPECT_EQ(window.att, " ! copy oziapi.dll in the program folder or system directory");
   EXPECT_FALSE(settings.ViewOzi);
 
   link = OziLink();
@@ -74,7 +75,7 @@ TEST_F(OziLinkTest, WhatCantBeOpenedClearsTheBox) {
   EXPECT_EQ(window.att, " ! copy oziapi.dll in the program folder or system directory");
   EXPECT_FALSE(settings.ViewOzi);
   EXPECT_FALSE(link.IsOpen);
-  EXPECT_EQ(window.beeps, 2);
+  EXPECT_EQ(window.beeps, 3);
   EXPECT_EQ(window.shown, std::vector<std::string>(3, "ViewOzi"));
 }
 
