@@ -1,11 +1,11 @@
 #include "samples/bulk.h"
 
 #include "samples/echogram.h"
+#include "samples/open_file.h"
 #include "samples/xorshift.h"
 
 #include <array>
 #include <cstdio>
-#include <memory>
 #include <vector>
 
 namespace sondrix {
@@ -22,11 +22,6 @@ constexpr std::int16_t SparseSamples = 32608;
 
 constexpr int BlockPings = 400;  // of a dense file: about 4 MB
 constexpr int PingsPerSecond = 15;
-
-struct FileCloser {
-  void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using FileHandle = std::unique_ptr<std::FILE, FileCloser>;
 
 bool Seek(std::FILE* file, std::int64_t offset) {
 #ifdef _WIN32
@@ -147,7 +142,7 @@ bool WriteSparse(std::FILE* file, std::int64_t bytes, std::int64_t& position) {
 }  // namespace
 
 std::int64_t WriteBulk(const std::string& path, std::int64_t bytes, bool sparse) {
-  const FileHandle file(std::fopen(path.c_str(), "wb"));
+  const SampleFile file = OpenSample(path);
   if (!file) return -1;
   std::int64_t position = 0;
   const bool written =

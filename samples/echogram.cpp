@@ -1,5 +1,7 @@
 #include "samples/echogram.h"
 
+#include "samples/open_file.h"
+
 #include <algorithm>
 #include <bit>
 #include <cstdio>
@@ -182,10 +184,10 @@ std::vector<std::size_t> FrameStarts(std::span<const std::uint8_t> echogram) {
 }
 
 bool WriteBytes(const std::string& path, std::span<const std::uint8_t> bytes) {
-  std::FILE* file = std::fopen(path.c_str(), "wb");
-  if (file == nullptr) return false;
-  const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
-  return std::fclose(file) == 0 && written;
+  SampleFile file = OpenSample(path);
+  if (!file) return false;
+  const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size();
+  return std::fclose(file.release()) == 0 && written;
 }
 
 }  // namespace sondrix

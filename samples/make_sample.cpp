@@ -1,3 +1,4 @@
+#include "platform/platform.h"
 #include "samples/bulk.h"
 #include "samples/damage.h"
 #include "samples/echogram.h"
@@ -27,13 +28,13 @@ constexpr int CantWrite = 1;
 constexpr int WrongUsage = 2;
 
 int Wrong(const std::string& what) {
-  std::fprintf(stderr, "make-sample: %s\n", what.c_str());
+  sondrix::PutText(stderr, "make-sample: " + what + "\n");
   return WrongUsage;
 }
 
 int Written(bool written, const std::string& path) {
   if (written) return Done;
-  std::fprintf(stderr, "make-sample: can't write %s\n", path.c_str());
+  sondrix::PutText(stderr, "make-sample: can't write " + path + "\n");
   return CantWrite;
 }
 
@@ -170,9 +171,11 @@ constexpr Kind Kinds[] = {
 }  // namespace
 
 int main(int count, char** texts) {
-  const std::string_view name = count > 1 ? texts[1] : "";
+  Arguments arguments = sondrix::ProgramArguments(count, texts);
+  const std::string name = arguments.empty() ? "" : arguments[0];
+  if (!arguments.empty()) arguments.erase(arguments.begin());
   for (const Kind& kind : Kinds) {
-    if (kind.Name == name) return kind.Make(Arguments(texts + 2, texts + count));
+    if (kind.Name == name) return kind.Make(arguments);
   }
   std::fprintf(stderr, "usage:\n");
   for (const Kind& kind : Kinds) std::fprintf(stderr, "  make-sample %s\n", kind.Usage);

@@ -1,11 +1,11 @@
 #include "samples/text_steps.h"
 
 #include "samples/lake.h"
+#include "samples/open_file.h"
 
 #include <charconv>
 #include <cmath>
 #include <cstdio>
-#include <memory>
 
 namespace sondrix {
 
@@ -18,10 +18,6 @@ constexpr double LaneStep = 4;     // metres from lane to lane, to the south
 constexpr int Lanes = 23;
 constexpr double NorthernLane = 10;  // metres
 
-struct FileCloser {
-  void operator()(std::FILE* file) const { std::fclose(file); }
-};
-
 }  // namespace
 
 std::string StepsText(const TextStep& add, std::int64_t steps) {
@@ -31,7 +27,7 @@ std::string StepsText(const TextStep& add, std::int64_t steps) {
 }
 
 bool WriteSteps(const std::string& path, const TextStep& add, std::int64_t bytes) {
-  const std::unique_ptr<std::FILE, FileCloser> file(std::fopen(path.c_str(), "wb"));
+  const SampleFile file = OpenSample(path);
   if (!file) return false;
   std::string piece;
   std::int64_t written = 0;

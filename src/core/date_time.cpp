@@ -67,14 +67,23 @@ double DayCount(DateSeconds date) { return static_cast<double>(date) / static_ca
 
 DateSeconds DateOfUnix(std::int64_t unixSeconds) { return unixSeconds + DaysTo1970 * SecondsOfDay; }
 
-DateSeconds ClockNow() { return LocalDate(std::time(nullptr)); }
+// std::time_t ends in 2038 on 32-bit Windows.
+std::int64_t UnixNow() {
+#ifdef _WIN32
+  return _time64(nullptr);
+#else
+  return std::time(nullptr);
+#endif
+}
+
+DateSeconds ClockNow() { return LocalDate(UnixNow()); }
 
 DateSeconds LocalDate(std::int64_t unixSeconds) {
-  const auto now = static_cast<std::time_t>(unixSeconds);
   std::tm local{};
 #ifdef _WIN32
-  localtime_s(&local, &now);
+  _localtime64_s(&local, &unixSeconds);
 #else
+  const auto now = static_cast<std::time_t>(unixSeconds);
   localtime_r(&now, &local);
 #endif
   const std::chrono::year_month_day day{std::chrono::year{local.tm_year + 1900},

@@ -17,7 +17,8 @@ DateSeconds DateOfUnix(std::int64_t unixSeconds);
 // Seconds since 01/01/1970 00:00:00 UTC as a date of the machine's local time.
 DateSeconds LocalDate(std::int64_t unixSeconds);
 
-// The machine's clock, local time.
+// The machine's clock: seconds since 01/01/1970 00:00:00 UTC, and local time.
+std::int64_t UnixNow();
 DateSeconds ClockNow();
 
 // "yyyy-mm-ddThh:mm:ss" at the end of a buffer.

@@ -5,6 +5,7 @@
 #include "core/window.h"
 
 #include <cerrno>
+#include <utility>
 
 #ifdef _WIN32
 #include <io.h>
@@ -63,9 +64,12 @@ fs::file_type TypeOf(const fs::path& path) {
   return type;
 }
 
+// A drive without a folder, as in "D:lake.csv", stands for its current one, which needs a name to be looked
+// up.
 bool FolderIsThere(const fs::path& path) {
   const fs::path folder = path.parent_path();
-  return folder.empty() || TypeOf(folder) == fs::file_type::directory;
+  return folder.empty() ||
+         TypeOf(folder == folder.root_name() ? folder / "." : folder) == fs::file_type::directory;
 }
 
 void ReportWriteF(const Fault& fault, Window& window) {
@@ -202,7 +206,9 @@ void OutputFile::Close() {
 
 std::string ReadWhole(std::string_view path) {
   InputFile file(path);
-  std::string bytes(static_cast<std::size_t>(file.Length()), '\0');
+  std::string bytes;
+  if (!std::in_range<std::size_t>(file.Length())) throw Fault(FaultNumber::OutOfMemory);
+  bytes.resize(static_cast<std::size_t>(file.Length()));
   bytes.resize(file.ReadAt(0, std::span(reinterpret_cast<std::uint8_t*>(bytes.data()), bytes.size())));
   return bytes;
 }

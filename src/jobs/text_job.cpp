@@ -10,7 +10,6 @@
 #include "formats/point_list.h"
 
 #include <cmath>
-#include <ctime>
 
 namespace sondrix {
 namespace {
@@ -88,7 +87,7 @@ float FloatOf(std::string_view text) {
 }
 
 DateSeconds LocalClock::Now() {
-  const std::int64_t now = std::time(nullptr);
+  const std::int64_t now = UnixNow();
   if (now != unixSeconds_) {
     date_ = LocalDate(now);
     unixSeconds_ = now;

@@ -2,9 +2,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace sondrix {
 
@@ -28,6 +30,15 @@ std::pair<int, int> SystemVersion();
 
 // The address that the user's open file manager shows; empty if there is none or no way to know.
 std::string FileManagerAddress();
+
+// The arguments behind the program's name. On Windows one with * or ? becomes the files that fit it, as a
+// shell does elsewhere.
+std::vector<std::string> ProgramArguments(int argc, const char* const* argv);
+
+// stdout or stderr: whether a user looks at it, and a text for it whose letters a terminal shows whatever its
+// code page is.
+bool IsTerminal(std::FILE* file);
+void PutText(std::FILE* file, std::string_view text);
 
 // Where the machine's own libraries for all programs lie.
 std::string SystemLibraryFolder();

@@ -116,6 +116,14 @@ std::pair<int, int> SystemVersion() {
 
 std::string FileManagerAddress() { return {}; }
 
+std::vector<std::string> ProgramArguments(int argc, const char* const* argv) {
+  return argc > 0 ? std::vector<std::string>(argv + 1, argv + argc) : std::vector<std::string>();
+}
+
+bool IsTerminal(std::FILE* file) { return isatty(fileno(file)) != 0; }
+
+void PutText(std::FILE* file, std::string_view text) { std::fwrite(text.data(), 1, text.size(), file); }
+
 std::string SystemLibraryFolder() { return "/usr/local/lib"; }
 
 // Only a whole path is opened as it stands: a bare name would be searched for. A pipe would be waited for.

@@ -1,9 +1,11 @@
 #include "core/files.h"
 #include "platform/platform.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <filesystem>
+#include <io.h>
 #include <windows.h>
 
 namespace sondrix {
@@ -11,9 +13,34 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string Utf8Of(const fs::path& path) {
-  const std::u8string text = path.u8string();
-  return {text.begin(), text.end()};
+// Half of a pair of surrogates, as a file's name may hold it, becomes the replacement character.
+std::string Utf8Of(std::wstring_view text) {
+  const int length = static_cast<int>(text.size());
+  const int size = WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
+  std::string utf8(static_cast<std::size_t>(size), '\0');
+  WideCharToMultiByte(CP_UTF8, 0, text.data(), length, utf8.data(), size, nullptr, nullptr);
+  return utf8;
+}
+
+HANDLE SystemHandleOf(std::FILE* file) { return reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(file))); }
+
+// The files that a pattern fits, by name; the text itself where there are none.
+void AppendFitting(const std::wstring& text, std::vector<std::string>& arguments) {
+  std::vector<std::string> names;
+  const std::wstring folder = text.substr(0, text.find_last_of(L"\\/:") + 1);
+  WIN32_FIND_DATAW found{};
+  const bool isPattern = text.find_first_of(L"*?", folder.size()) != std::wstring::npos;
+  const HANDLE search = isPattern ? FindFirstFileW(text.c_str(), &found) : INVALID_HANDLE_VALUE;
+  if (search != INVALID_HANDLE_VALUE) {
+    do {
+      const bool isFile = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+      if (isFile) names.push_back(Utf8Of(folder + found.cFileName));
+    } while (FindNextFileW(search, &found));
+    FindClose(search);
+  }
+  if (names.empty()) names.push_back(Utf8Of(text));
+  std::sort(names.begin(), names.end());
+  arguments.insert(arguments.end(), names.begin(), names.end());
 }
 
 fs::path Executable() {
@@ -35,13 +62,13 @@ HWND ChildOf(HWND parent, const wchar_t* name) {
 
 }  // namespace
 
-std::string ProgramFolder() { return Utf8Of(Executable().parent_path()); }
+std::string ProgramFolder() { return Utf8Of(Executable().parent_path().native()); }
 
-std::string ProgramStem() { return Utf8Of(Executable().stem()); }
+std::string ProgramStem() { return Utf8Of(Executable().stem().native()); }
 
 std::string ConfigFolder() {
   const wchar_t* appData = _wgetenv(L"APPDATA");
-  return Utf8Of(fs::path(appData ? appData : L".") / "sondrix");
+  return Utf8Of((fs::path(appData ? appData : L".") / "sondrix").native());
 }
 
 // Only an attempt tells: access lists, read-only media and redirected folders all play a part.
@@ -77,7 +104,37 @@ std::string FileManagerAddress() {
   if (!address) return {};
   std::array<wchar_t, MaxAddress + 1> text{};
   SendMessageW(address, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
-  return Utf8Of(fs::path(std::wstring(text.data())));
+  return Utf8Of(text.data());
+}
+
+// The narrow arguments lack the letters that the system's code page lacks.
+std::vector<std::string> ProgramArguments(int, const char* const*) {
+  int count = 0;
+  wchar_t** const texts = CommandLineToArgvW(GetCommandLineW(), &count);
+  std::vector<std::string> arguments;
+  for (int i = 1; i < count; ++i) AppendFitting(texts[i], arguments);
+  LocalFree(texts);
+  return arguments;
+}
+
+bool IsTerminal(std::FILE* file) {
+  DWORD mode = 0;
+  return GetConsoleMode(SystemHandleOf(file), &mode) != 0;
+}
+
+// The C library here holds back what goes to stderr, unless that is a terminal.
+void PutText(std::FILE* file, std::string_view text) {
+  if (!IsTerminal(file)) {
+    std::fwrite(text.data(), 1, text.size(), file);
+    if (file == stderr) std::fflush(file);
+    return;
+  }
+  std::fflush(file);
+  const int length = static_cast<int>(text.size());
+  std::wstring wide(text.size(), L'\0');
+  const int count = MultiByteToWideChar(CP_UTF8, 0, text.data(), length, wide.data(), length);
+  DWORD written = 0;
+  WriteConsoleW(SystemHandleOf(file), wide.data(), static_cast<DWORD>(count), &written, nullptr);
 }
 
 std::string SystemLibraryFolder() {

@@ -9,7 +9,7 @@ namespace sondrix {
 
 SlSource::SlSource(std::string_view path, std::size_t blockSize)
     : file_(path), blockSize_(static_cast<std::int64_t>(blockSize)) {
-  const std::size_t room = MaxRequest + std::max(blockSize, MaxRequest + PageSize) + 1;
+  const std::size_t room = MaxRequest + std::max(blockSize, MaxRequest + std::size_t{PageSize}) + 1;
   storage_.reset(static_cast<std::uint8_t*>(::operator new[](room, std::align_val_t(PageSize))));
 }
 

@@ -21,11 +21,9 @@ struct Outcome {
 };
 
 Outcome Batch(const std::vector<std::string>& arguments) {
-  std::vector<const char*> argv = {"sondrix-batch"};
-  for (const std::string& argument : arguments) argv.push_back(argument.c_str());
   testing::internal::CaptureStdout();
   testing::internal::CaptureStderr();
-  const int status = RunBatch(static_cast<int>(argv.size()), argv.data());
+  const int status = RunBatch(arguments);
   std::fflush(stdout);
   return {status, testing::internal::GetCapturedStdout(), testing::internal::GetCapturedStderr()};
 }

@@ -12,10 +12,7 @@
 namespace sondrix {
 namespace {
 
-ParsedOptions Parse(std::vector<const char*> arguments) {
-  arguments.insert(arguments.begin(), "sondrix-batch");
-  return ParseOptions(static_cast<int>(arguments.size()), arguments.data());
-}
+ParsedOptions Parse(const std::vector<std::string>& arguments) { return ParseOptions(arguments); }
 
 TEST(BatchOptions, TakesWhatIsGiven) {
   const auto parsed =
@@ -34,7 +31,7 @@ TEST(BatchOptions, TakesWhatIsGiven) {
 
 TEST(BatchOptions, SomeArgumentsEndIt) {
   const struct {
-    std::vector<const char*> arguments;
+    std::vector<std::string> arguments;
     int status;
     const char* said;
   } cases[] = {

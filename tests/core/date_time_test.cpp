@@ -1,5 +1,6 @@
 #include "core/date_time.h"
 
+#include <cstdlib>
 #include <ctime>
 #include <gtest/gtest.h>
 #include <map>
@@ -37,6 +38,13 @@ TEST(DateTime, ClockIsLocal) {
   };
   const std::string before = look(), read = Stamp(ClockNow());
   EXPECT_TRUE(before <= read && read <= look()) << read;
+}
+
+TEST(DateTime, LocalTimeRunsOnPast2038) {
+  constexpr std::int64_t zones = 15 * 3600;
+  for (const std::int64_t unixSeconds : {1'000'000'000LL, 2'200'000'000LL, 5'000'000'000LL}) {
+    EXPECT_LE(std::abs(LocalDate(unixSeconds) - DateOfUnix(unixSeconds)), zones) << unixSeconds;
+  }
 }
 
 TEST(Ms2Hms, HoursRunOn) {

@@ -65,7 +65,7 @@ TEST(NumText, ShortWaysGiveWhatTheExactOnesDo) {
     const std::uint64_t bits = random();
     // Up to 15 digits with a mark anywhere, and a 32-bit float from a hundredth to a hundred million.
     std::string text = std::to_string(bits % 1000000000000000 >> bits % 50);
-    text.insert(bits / 7 % (text.size() + 1), 1, '.');
+    text.insert(std::size_t(bits / 7 % (text.size() + 1)), 1, '.');
     const double value = std::strtod(text.c_str(), nullptr);
     ASSERT_EQ(LocParse(text), value) << text;
     ASSERT_EQ(LocParse("-" + text), -value) << text;

@@ -85,10 +85,10 @@ TEST_F(WindowTest, WritesTheSameFilesAsTheBatchProgram) {
   for (const auto& c : cases) {
     const std::string batchFolder = Path("batch" + std::to_string(++number)) + PathSeparator;
     const std::string windowFolder = Path("window" + std::to_string(number)) + PathSeparator;
-    std::vector<const char*> argv = {"sondrix-batch", "-o", batchFolder.c_str()};
-    for (const std::string& edit : c.edits) argv.insert(argv.end(), {"-s", edit.c_str()});
-    argv.push_back(source.c_str());
-    ASSERT_EQ(RunBatch(static_cast<int>(argv.size()), argv.data()), 0);
+    std::vector<std::string> arguments = {"-o", batchFolder};
+    for (const std::string& edit : c.edits) arguments.insert(arguments.end(), {"-s", edit});
+    arguments.push_back(source);
+    ASSERT_EQ(RunBatch(arguments), 0);
 
     window->SetSource(source);
     Find<QLineEdit>("TargetPath")->setText(QtText(windowFolder));

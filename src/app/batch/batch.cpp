@@ -12,6 +12,7 @@
 #include "core/fault.h"
 #include "core/files.h"
 #include "jobs/clicks.h"
+#include "platform/platform.h"
 
 #include <cstdio>
 #include <optional>
@@ -20,7 +21,7 @@
 namespace sondrix {
 namespace {
 
-void Complain(const std::string& text) { std::fprintf(stderr, "sondrix-batch: %s\n", text.c_str()); }
+void Complain(const std::string& text) { PutText(stderr, "sondrix-batch: " + text + "\n"); }
 
 std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
 
@@ -110,14 +111,14 @@ bool ConvertSource(Session& session, BatchWindow& window, const std::string& sou
 
 }  // namespace
 
-int RunBatch(int argc, const char* const* argv) {
-  ParsedOptions parsed = ParseOptions(argc, argv);
+int RunBatch(std::span<const std::string> arguments) {
+  ParsedOptions parsed = ParseOptions(arguments);
   if (parsed.exitStatus == ExitUsage) {
     Complain(parsed.text);
     return ExitUsage;
   }
   if (parsed.exitStatus) {
-    std::fputs(parsed.text.c_str(), stdout);
+    PutText(stdout, parsed.text);
     return *parsed.exitStatus;
   }
   BatchOptions& options = parsed.options;

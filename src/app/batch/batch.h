@@ -1,9 +1,12 @@
 #pragma once
 
+#include <span>
+#include <string>
+
 namespace sondrix {
 
-// The whole batch program: one click for each source. Prints on stdout and stderr and returns the exit
-// status.
-int RunBatch(int argc, const char* const* argv);
+// The whole batch program, with the arguments behind its name: one click for each source. Prints on stdout
+// and stderr and returns the exit status.
+int RunBatch(std::span<const std::string> arguments);
 
 }  // namespace sondrix

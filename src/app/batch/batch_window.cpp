@@ -3,15 +3,10 @@
 #include "app/batch/interrupt.h"
 #include "core/code_page.h"
 #include "jobs/clicks.h"
+#include "platform/platform.h"
 
 #include <algorithm>
 #include <cstdio>
-
-#ifdef _WIN32
-#include <io.h>
-#else
-#include <unistd.h>
-#endif
 
 namespace sondrix {
 namespace {
@@ -20,16 +15,6 @@ constexpr std::size_t ProgressWidth = 79;  // characters, so that a terminal doe
 constexpr auto ProgressPace = std::chrono::milliseconds(100);
 constexpr std::string_view WriteFailed = "ошибка WriteF";
 constexpr unsigned PumpsPerLook = 64;  // at the clock
-
-bool IsTerminal(std::FILE* file) {
-#ifdef _WIN32
-  return _isatty(_fileno(file)) != 0;
-#else
-  return isatty(fileno(file)) != 0;
-#endif
-}
-
-void Put(std::string_view text, std::FILE* file) { std::fwrite(text.data(), 1, text.size(), file); }
 
 }  // namespace
 
@@ -90,7 +75,7 @@ void BatchWindow::Inform(std::string_view text, std::string_view title) {
 }
 
 void BatchWindow::PrintLine(std::string_view text) {
-  Put(name_ + ":" + std::string(text) + "\n", stdout);
+  PutText(stdout, name_ + ":" + std::string(text) + "\n");
   printed_ = text;
   hasPrinted_ = true;
 }
@@ -100,7 +85,7 @@ void BatchWindow::Note(const std::string& line) {
   if (line == noted_) return;
   noted_ = line;
   EraseProgress();
-  Put(line, stderr);
+  PutText(stderr, line);
 }
 
 void BatchWindow::ShowProgress() {
@@ -112,14 +97,14 @@ void BatchWindow::ShowProgress() {
   const std::string_view shown = std::string_view(line).substr(0, line.size() - dropped);
   const std::size_t width = CharacterCount(shown);
   const std::size_t blanks = shownWidth_ > width ? shownWidth_ - width : 0;
-  Put("\r" + std::string(shown) + std::string(blanks, ' '), stderr);
+  PutText(stderr, "\r" + std::string(shown) + std::string(blanks, ' '));
   std::fflush(stderr);
   shownWidth_ = width;
 }
 
 void BatchWindow::EraseProgress() {
   if (shownWidth_ == 0) return;
-  Put("\r" + std::string(shownWidth_, ' ') + "\r", stderr);
+  PutText(stderr, "\r" + std::string(shownWidth_, ' ') + "\r");
   std::fflush(stderr);
   shownWidth_ = 0;
 }

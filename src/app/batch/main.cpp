@@ -1,3 +1,4 @@
 #include "app/batch/batch.h"
+#include "platform/platform.h"
 
-int main(int argc, char** argv) { return sondrix::RunBatch(argc, argv); }
+int main(int argc, char** argv) { return sondrix::RunBatch(sondrix::ProgramArguments(argc, argv)); }

@@ -19,7 +19,7 @@ ParsedOptions Refused(std::string text) { return {{}, ExitUsage, std::move(text)
 
 }  // namespace
 
-ParsedOptions ParseOptions(int argc, const char* const* argv) {
+ParsedOptions ParseOptions(std::span<const std::string> arguments) {
   CLI::App app(Description, "sondrix-batch");
   app.allow_windows_style_options(false);  // a path may begin with a slash
   app.footer(Footer);
@@ -47,7 +47,7 @@ ParsedOptions ParseOptions(int argc, const char* const* argv) {
   app.add_option("SOURCE", options.sources, "files to convert")->type_name("");
 
   try {
-    app.parse(argc, argv);
+    app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));  // the last one first
   } catch (const CLI::CallForHelp&) {
     return {{}, ExitWell, app.help()};
   } catch (const CLI::CallForVersion& version) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,7 @@ struct ParsedOptions {
   std::string text;
 };
 
-ParsedOptions ParseOptions(int argc, const char* const* argv);
+// From the arguments behind the program's name.
+ParsedOptions ParseOptions(std::span<const std::string> arguments);
 
 }  // namespace sondrix
