@@ -81,13 +81,17 @@ std::string OpenPathOf(std::string_view address, std::string_view programFolder)
   return WithSeparator(isOnDrive ? path : programFolder);
 }
 
-std::string OpenPath(Window& window) {
+std::string OpenPath(Window& window, std::string_view programFolder) {
   try {
-    return OpenPathOf(FileManagerAddress(), ProgramFolder());
+    return OpenPathOf(FileManagerAddress(), programFolder);
   } catch (...) {
     window.SetAtt("ошибка OpenPath:" + NumberAnd(" - ", CaughtFault()));
     return {};
   }
+}
+
+std::string OutputFolder(std::string_view programFolder, std::string_view userFolder) {
+  return std::string(CanWriteFolder(programFolder) ? programFolder : userFolder);
 }
 
 void ShellOpen(const FileDialogs& dialogs, Window& window, const std::string& path) {

@@ -45,8 +45,12 @@ std::string FolderSel(const FileDialogs& dialogs, Window& window, std::string_vi
 // A folder to begin with, ending in a separator: the one that the address of the user's file manager names if
 // that is a path on a drive, else the program's folder.
 std::string OpenPathOf(std::string_view address, std::string_view programFolder);
-// The same for the running program. Empty after a fault, which is put into the log line.
-std::string OpenPath(Window& window);
+// The same with the address that is shown now. Empty after a fault, which is put into the log line.
+std::string OpenPath(Window& window, std::string_view programFolder);
+
+// What stands for the program's folder where outputs are to go: that folder, or one of the user's own where
+// the former can't be written, as that of an installed program.
+std::string OutputFolder(std::string_view programFolder, std::string_view userFolder);
 
 // Shows a file in the user's own viewer. The log line tells if no program is registered for its type.
 void ShellOpen(const FileDialogs& dialogs, Window& window, const std::string& path);

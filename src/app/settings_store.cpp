@@ -45,6 +45,10 @@ std::string StorePath(std::string_view extension) {
   return StorePath(ProgramFolder(), ConfigFolder(), ProgramStem(), extension);
 }
 
+std::string PathBesideProgram(std::string_view extension) {
+  return WithSeparator(ProgramFolder()) + ProgramStem() + std::string(extension);
+}
+
 bool IsListed(std::string_view path) {
   const std::string_view name = FileNameOf(path);
   const std::string_view folder = path.substr(0, path.size() - name.size());

@@ -27,6 +27,8 @@ std::string StorePath(std::string_view programFolder, std::string_view configFol
                       std::string_view extension);
 // The same with the folders and the stem of the running program.
 std::string StorePath(std::string_view extension);
+// The path beside the running program, whether or not it can be written.
+std::string PathBesideProgram(std::string_view extension);
 
 // Whether the folder of the path lists a file of exactly that name, compared with case.
 bool IsListed(std::string_view path);

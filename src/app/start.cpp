@@ -10,7 +10,8 @@ namespace sondrix {
 
 bool StartSession(Session& session, const StartFacts& facts) {
   session.langId = facts.systemLanguage;
-  if (const auto fault = LoadAtStart(session, facts.iniFile, facts.openPath)) {
+  const std::string& iniFile = IsListed(facts.iniFile) ? facts.iniFile : facts.packagedIni;
+  if (const auto fault = LoadAtStart(session, iniFile, facts.openPath)) {
     session.state.SelectedChannel = 0;
     session.window.Beep();
     session.window.SetAtt(FaultLine("Load", fault->fault));

@@ -12,6 +12,7 @@ struct StartFacts {
   std::string iniFile;
   LangId systemLanguage = 0;
   std::function<std::string()> openPath;  // asked only if there is no ini file
+  std::string packagedIni = {};           // read where iniFile isn't listed, never written
 };
 
 // The start behind the building of the window: loads the settings, sets the channel, settles the language,

@@ -144,6 +144,9 @@ TEST(FileChoice, OnlyAPathOnADriveCounts) {
     EXPECT_EQ(OpenPathOf(oneCase.address, s + "prog"), oneCase.result) << oneCase.address;
   }
   EXPECT_EQ(OpenPathOf("", s), s);
+  const std::string written = testing::TempDir();
+  EXPECT_EQ(OutputFolder(written, "/home"), written);
+  EXPECT_EQ(OutputFolder(written + "none", "/home"), "/home");
 }
 
 }  // namespace

@@ -107,6 +107,21 @@ TEST_F(StartTest, AFaultSkipsTheRestOfTheStart) {
   EXPECT_EQ(session.state.SelectedChannel, 0);
 }
 
+TEST_F(StartTest, APackagedFileCountsUntilTheUserHasOne) {
+  Store("MaxDiff", "7");
+  const std::string own = file + ".own";
+  const StartFacts facts{own, LangEnglish, [this] { return ++asked, std::string(); }, file};
+  EXPECT_TRUE(StartSession(session, facts));
+  EXPECT_EQ(session.settings.MaxDiff, "7");
+  session.settings.MaxDiff = "8";
+  ASSERT_TRUE(SaveSettings(session, own));
+  Session next(window);
+  EXPECT_TRUE(StartSession(next, facts));
+  EXPECT_EQ(next.settings.MaxDiff, "8");
+  EXPECT_EQ(asked, 0);
+  std::filesystem::remove(PathOf(own));
+}
+
 // The name of the file is compared with case.
 TEST_F(StartTest, AFileInOtherLettersIsAbsent) {
   Store("MaxDiff", "7");

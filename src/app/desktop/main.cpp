@@ -5,21 +5,41 @@
 #include "platform/platform.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
 
 using namespace sondrix;
+
+namespace {
+
+// The user's documents, or the home folder where there are none.
+std::string UserFolder() {
+  const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  return Utf8Of(QDir::toNativeSeparators(QFileInfo(documents).isDir() ? documents : QDir::homePath()));
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setApplicationName(QLatin1String("Sondrix"));
   QApplication::setApplicationVersion(QLatin1String(SONDRIX_VERSION));
+  QApplication::setDesktopFileName(QLatin1String("sondrix"));
   const SingleInstance instance(ProgramStem());
   if (!instance.IsFirst()) return 0;
 
-  DesktopWindow window(ProgramFolder(), StorePath(".txt"));
-  window.Start({StorePath(".ini"), InterfaceLanguage(), [&window] { return OpenPath(window); }});
+  const std::string outputFolder = OutputFolder(ProgramFolder(), UserFolder());
+  DesktopWindow window(outputFolder, StorePath(".txt"));
+  window.Start({StorePath(".ini"), InterfaceLanguage(), [&] { return OpenPath(window, outputFolder); },
+                PathBesideProgram(".ini")});
   // A file that is opened with the program.
   const QStringList arguments = QApplication::arguments();
-  if (arguments.size() == 2) window.SetSource(Utf8Of(arguments[1]));
+  if (arguments.size() == 2) {
+    // Whole, since the settings keep it for a start from another folder.
+    const QString path = QFileInfo(arguments[1]).absoluteFilePath();
+    window.SetSource(Utf8Of(QDir::toNativeSeparators(path)));
+  }
   window.show();
   return QApplication::exec();
 }

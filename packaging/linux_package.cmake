@@ -1,0 +1,74 @@
+# The files of a Linux installation, and the Debian package. Included by CMakeLists.txt.
+include(GNUInstallDirs)
+set(linux ${CMAKE_CURRENT_SOURCE_DIR}/linux)
+set(made ${CMAKE_CURRENT_BINARY_DIR})
+set(doc ${CMAKE_INSTALL_DATAROOTDIR}/doc/sondrix)
+
+set(SONDRIX_MAINTAINER "The sondrix authors <authors@sondrix.example>" CACHE STRING "Who made the package")
+execute_process(COMMAND date -R -u -d ${SONDRIX_DATE} OUTPUT_VARIABLE SONDRIX_DEBIAN_DATE
+                OUTPUT_STRIP_TRAILING_WHITESPACE ERROR_QUIET)
+
+# packed(FILE COPY): COPY is FILE packed by gzip, without name and time.
+function(packed file copy)
+  execute_process(COMMAND gzip -9n INPUT_FILE ${file} OUTPUT_FILE ${made}/${copy} COMMAND_ERROR_IS_FATAL ANY)
+endfunction()
+
+install(TARGETS ${programs} RUNTIME)
+set(pages sondrix-batch.1)
+configure_file(${linux}/sondrix-batch.1.in ${made}/sondrix-batch.1 @ONLY)
+configure_file(${linux}/sondrix.1.in ${made}/sondrix.1 @ONLY)
+configure_file(${linux}/sondrix.metainfo.xml.in ${made}/sondrix.metainfo.xml @ONLY)
+configure_file(${linux}/changelog.Debian.in ${made}/changelog.Debian @ONLY)
+
+if(TARGET sondrix)
+  list(APPEND pages sondrix.1)
+  install(FILES ${linux}/sondrix.desktop DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/applications)
+  install(FILES ${made}/sondrix.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/metainfo)
+  install(FILES ${linux}/sondrix-mime.xml DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/mime/packages RENAME sondrix.xml)
+
+  # The window's own drawing as files, beside the SVG.
+  set(icons ${CMAKE_INSTALL_DATAROOTDIR}/icons/hicolor)
+  install(FILES ${linux}/sondrix.svg DESTINATION ${icons}/scalable/apps)
+  add_executable(save-icon linux/save_icon.cpp)
+  target_link_libraries(save-icon PRIVATE sondrix_desktop_lib)
+  set(quiet QT_QPA_PLATFORM=offscreen QT_LOGGING_RULES=default.warning=false ASAN_OPTIONS=detect_leaks=0)
+  foreach(size 48 128 256)
+    set(icon ${made}/sondrix-${size}.png)
+    add_custom_command(OUTPUT ${icon} COMMAND ${CMAKE_COMMAND} -E env ${quiet} $<TARGET_FILE:save-icon>
+                                              ${size} ${icon} DEPENDS save-icon VERBATIM)
+    list(APPEND pngs ${icon})
+    install(FILES ${icon} DESTINATION ${icons}/${size}x${size}/apps RENAME sondrix.png)
+  endforeach()
+  add_custom_target(icons ALL DEPENDS ${pngs})
+endif()
+foreach(page ${pages})
+  packed(${made}/${page} ${page}.gz)
+  install(FILES ${made}/${page}.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+endforeach()
+
+packed(${PROJECT_SOURCE_DIR}/CHANGELOG.md changelog.gz)
+packed(${made}/changelog.Debian changelog.Debian.gz)
+install(FILES ${linux}/copyright ${made}/changelog.gz ${made}/changelog.Debian.gz ${PROJECT_SOURCE_DIR}/README.md
+        DESTINATION ${doc})
+install(FILES ${PROJECT_SOURCE_DIR}/docs/formats.md DESTINATION ${doc}/docs)
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE
+                                                WORLD_READ WORLD_EXECUTE)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
+set(CPACK_DEBIAN_PACKAGE_MAINTAINER "${SONDRIX_MAINTAINER}")
+set(CPACK_DEBIAN_PACKAGE_SECTION science)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# Nothing links these: letters to write with, and the way to a Wayland screen.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-dejavu-core, qt6-wayland")
+set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
+    "Sondrix converts what a fish-finder recorded (SL2, SL3) into depth points
+and tracks for mapping tools: it reads an echogram frame by frame, works out
+where the transducer was, and writes one line for each sounding. It looks for
+the bottom a second time in the echo, crops recordings, and thins tables of
+soundings and NMEA logs down to the points that a chart needs.
+.
+It comes with a window (sondrix) and with a program for the command line
+(sondrix-batch).")
