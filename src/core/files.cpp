@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <utility>
+#include <vector>
 
 #ifdef _WIN32
 #include <io.h>
@@ -120,7 +121,9 @@ void DeleteIfThere(std::string_view path) {
 
 bool SameFile(std::string_view one, std::string_view other) {
   std::error_code error;
-  return fs::equivalent(PathOf(one), PathOf(other), error) && !error;
+  const bool isSame = fs::equivalent(PathOf(one), PathOf(other), error);
+  if (error && error != std::errc::no_such_file_or_directory) throw Fault(FaultOfError(error));
+  return isSame;
 }
 
 void FileCloser::operator()(std::FILE* file) const { std::fclose(file); }
@@ -159,13 +162,12 @@ std::size_t InputFile::ReadAt(std::int64_t offset, std::span<std::uint8_t> targe
   return count;
 }
 
-OutputFile::OutputFile(std::string_view path) {
-  const fs::path name = PathOf(path);
-  switch (TypeOf(name)) {
+OutputFile::OutputFile(std::string_view path) : path_(PathOf(path)) {
+  switch (TypeOf(path_)) {
     case fs::file_type::directory:
       throw Fault(FaultNumber::PathAccess);
     case fs::file_type::not_found:
-      if (!FolderIsThere(name)) throw Fault(FaultNumber::PathNotFound);
+      if (!FolderIsThere(path_)) throw Fault(FaultNumber::PathNotFound);
       break;
     case fs::file_type::fifo:  // the opening would wait for a reader
     case fs::file_type::socket:
@@ -173,7 +175,7 @@ OutputFile::OutputFile(std::string_view path) {
     default:
       break;
   }
-  file_ = Open(name, true);
+  file_ = Open(path_, true);
 }
 
 void OutputFile::Write(std::span<const std::uint8_t> bytes) {
@@ -185,6 +187,24 @@ void OutputFile::Write(std::span<const std::uint8_t> bytes) {
 
 void OutputFile::Write(std::string_view bytes) {
   Write(std::span(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()));
+}
+
+void OutputFile::Complete(std::span<const std::string_view> pieces) {
+  try {
+    for (const std::string_view piece : pieces) Write(piece);
+    Close();
+  } catch (...) {
+    TakeAway();
+    throw;
+  }
+}
+
+// Emptied first, for a name that is a link or can't be removed.
+void OutputFile::TakeAway() {
+  file_.reset();
+  std::error_code ignored;
+  fs::resize_file(path_, 0, ignored);
+  if (fs::is_regular_file(fs::symlink_status(path_, ignored))) fs::remove(path_, ignored);
 }
 
 void OutputFile::Flush() {
@@ -227,10 +247,9 @@ void WriteF(std::string_view path, std::string_view text, Window& window) {
 
 void WriteBytesF(std::string_view path, std::span<const std::string_view> pieces, Window& window) {
   try {
-    OutputFile file(path);
-    for (const std::string_view piece : pieces) file.Write(piece);
-    file.Write(std::string_view("\r\n"));
-    file.Close();
+    std::vector<std::string_view> all(pieces.begin(), pieces.end());
+    all.emplace_back("\r\n");
+    OutputFile(path).Complete(all);
   } catch (...) {
     ReportWriteF(CaughtFault(), window);
   }

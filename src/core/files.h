@@ -34,7 +34,7 @@ bool MakeFolders(std::string_view path);
 // Deletes a file if there is one. Faults as of the operating system.
 void DeleteIfThere(std::string_view path);
 
-// Whether both paths lead to the same existing file, links followed.
+// Whether both paths lead to the same existing file, links followed. Faults where that can't be found out.
 bool SameFile(std::string_view one, std::string_view other);
 
 struct FileCloser {
@@ -68,12 +68,17 @@ class OutputFile {
   // Unbuffered: a caller hands over pieces of some kilobytes. Faults as of the operating system.
   void Write(std::span<const std::uint8_t> bytes);
   void Write(std::string_view bytes);
+  // Writes the last pieces and closes. On a fault the file is taken away: none stays that ends too early.
+  void Complete(std::span<const std::string_view> pieces);
   // Returns when what was written is on the disk.
   void Flush();
   // Faults that show only at the closing are thrown here; the destructor closes in silence.
   void Close();
 
  private:
+  void TakeAway();
+
+  std::filesystem::path path_;
   FileHandle file_;
 };
 
@@ -81,7 +86,7 @@ class OutputFile {
 std::string ReadWhole(std::string_view path);
 
 // Replaces path by text and one CR LF, in the 8-bit code page. On a fault the log line becomes
-// "ошибка WriteF: " + number + ". " + description, and the caller goes on.
+// "ошибка WriteF: " + number + ". " + description, no file that ends too early stays, and the caller goes on.
 void WriteF(std::string_view path, std::string_view text, Window& window);
 
 // The same for pieces of text that are 8-bit bytes already; they are written one after the other.

@@ -51,9 +51,8 @@ void SaveGraph(Pictures& pictures, std::string_view path) {
   const auto pixels = static_cast<std::size_t>(bmp.Stride()) * static_cast<std::size_t>(bmp.Height());
   const std::vector<std::uint8_t> bytes =
       BmpBytes({bmp.Row(0), pixels}, bmp.Width(), bmp.Height(), bmp.Stride());
-  OutputFile file(path);
-  file.Write(bytes);
-  file.Close();
+  const std::string_view whole(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+  OutputFile(path).Complete(std::span(&whole, 1));
 }
 
 }  // namespace sondrix

@@ -1,5 +1,6 @@
 #include "jobs/line_input.h"
 
+#include "core/fault.h"
 #include "core/files.h"
 
 #include <cstring>
@@ -22,6 +23,7 @@ bool LineInput::Fill() {
     capacity_ = capacity;
   }
   const std::size_t count = file_.ReadAt(offset_, {buffer_.get() + end_, blockSize_});
+  if (count == 0 && offset_ < file_.Length()) throw Fault(FaultNumber::PastEnd);
   offset_ += static_cast<std::int64_t>(count);
   end_ += count;
   return count > 0;

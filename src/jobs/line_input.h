@@ -21,6 +21,7 @@ class LineInput {
   explicit LineInput(InputFile& file, std::size_t blockSize = DefaultBlock)
       : file_(file), blockSize_(blockSize) {}
   // The next line without its end, valid until the next call; empty behind the last line.
+  // Faults as of the operating system; fault 62 where the file has become shorter meanwhile.
   std::optional<std::string_view> Next();
 
  private:

@@ -87,7 +87,8 @@ void SlCut::Add(const CutSource& source, const SlFrame& frame, const SlFormat& f
   Put(at, source.frame);
   Put32(at, position);
   for (std::uint32_t i = 0; i < ChannelLinkCount; ++i) {
-    Put32(at + Sl2ChannelLinks + 4 * i, i == frame.Channel ? position : 0);
+    Put32(at + static_cast<std::int64_t>(Sl2ChannelLinks + std::size_t{4} * i),
+          i == frame.Channel ? position : 0);
   }
   const auto frameSize = static_cast<std::uint16_t>(frame.FrameSize);
   Put16(at + Sl2Offsets.FrameSize, frameSize);
@@ -105,8 +106,9 @@ void SlCut::Add(const CutSource& source, const SlFrame& frame, const SlFormat& f
 
 void SlCut::Close(std::int64_t frameLength) {
   const std::int64_t length = frameLength * std::max<std::int64_t>(count_ - 1, 0) + FileHeaderLength;
-  file_.Write(std::span(buffer_.get(), static_cast<std::size_t>(std::min(length, size_))));
-  file_.Close();
+  const std::string_view whole(reinterpret_cast<const char*>(buffer_.get()),
+                               static_cast<std::size_t>(std::min(length, size_)));
+  file_.Complete(std::span(&whole, 1));
 }
 
 }  // namespace sondrix

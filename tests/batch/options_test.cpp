@@ -97,6 +97,7 @@ TEST(EndedWell, KnowsErrorsBehindThePercentageToo) {
       {LangEnglish, " 100log-file error 99% offset 5000... * done", false},
       {LangGerman, " 100Log-Fehler99% Offset 5000... * Ausgeführt", false},
       {LangEnglish, " begin processing...", false},
+      {LangEnglish, " * specify the source file in 'polish' format to continue", false},
   };
   for (const auto& [language, lastLine, isWell] : cases) {
     EXPECT_EQ(EndedWell(lastLine, *MessagesOf(language)), isWell) << lastLine;

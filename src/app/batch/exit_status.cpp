@@ -19,7 +19,8 @@ bool Names(std::string_view line, std::string_view report) {
 bool EndedWell(std::string_view lastLine, const Messages& messages) {
   if (lastLine.starts_with(" ! ")) return false;
   if (Names(lastLine, "ошибка ") || Names(lastLine, messages.MsgLogError)) return false;
-  return lastLine != messages.MsgBegin;  // a folder as a source
+  // A folder as a source, a map that isn't there or isn't one.
+  return lastLine != messages.MsgBegin && lastLine != messages.MsgNeedPolish;
 }
 
 }  // namespace sondrix

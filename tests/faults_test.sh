@@ -1,0 +1,163 @@
+#!/usr/bin/env bash
+# Faults of a real system: a full disk, folders and mounts that take nothing, sources that aren't what they seem. Each
+# gives one clear line and the exit status 1, and every file that stays is whole.
+# Usage: tests/faults_test.sh MAKE_SAMPLE SONDRIX_BATCH
+# Exit status: 0 all is as it should be, 1 not so, 77 mounting isn't allowed here.
+set -euo pipefail
+export LC_ALL=C.UTF-8
+
+make_sample=$1 sondrix_batch=$2
+work=$(mktemp -d)
+chmod 755 "$work"
+cleanup() {
+  umount "$work/disk" 2>/dev/null || true
+  rm -rf "$work"
+}
+trap cleanup EXIT
+mkdir "$work/disk" "$work/sound"
+if ! command -v setpriv >/dev/null || ! mount -t tmpfs -o size=4m,mode=777 tmpfs "$work/disk" 2>/dev/null; then
+  echo "skipped: no file system can be mounted here"
+  exit 77
+fi
+# A copy that a user without rights reaches.
+cp "$sondrix_batch" "$work/batch"
+cd "$work"
+
+bad=0
+fail() {
+  echo "failed: $*" >&2
+  sed 's/^/  /' "$work/said" >&2
+  bad=1
+}
+
+# convert COMMAND...: what it says is kept, $status is how it ended; a run that hangs ends with 124.
+convert() {
+  status=0
+  timeout 20 "$@" >"$work/said" 2>&1 || status=$?
+}
+
+# one_error LABEL: the last conversion said just one error, with a fault's number or a message of its own.
+one_error() {
+  [ "$status" -eq 1 ] || fail "$1: exit status $status"
+  [ "$(grep -cE ':( ! |ошибка WriteF| \* specify)|: ошибка WriteF' "$work/said")" -eq 1 ] || fail "$1: not one error line"
+}
+
+# The clock's date and time stand in some outputs.
+masked() { LC_ALL=C sed -E 's/[0-9]{2}-[A-Z][a-z]{2}-[0-9]{2},[0-9:]{8}//g' "$1"; }
+is_sound() { cmp -s <(masked "$1") <(masked "$work/sound/$(basename "$1")"); }
+# A table of an echogram and the points of a map keep what could be written.
+is_start() { cmp -s -n "$(stat -c %s "$1")" "$1" "$work/sound/$(basename "$1")"; }
+
+# whole LABEL FOLDER: each file there is a sound run's.
+whole() {
+  local file
+  for file in "$2"/*; do
+    case $(basename "$file") in
+      filler) ;;
+      lake.csv | map.txt) is_sound "$file" || is_start "$file" || fail "$1: $(basename "$file") is wrong" ;;
+      *) is_sound "$file" || fail "$1: $(basename "$file") isn't whole" ;;
+    esac
+  done
+}
+
+"$make_sample" bulk sound/lake.sl2 --bytes 600000
+"$make_sample" export sound/table.csv --bytes 300000
+"$make_sample" log sound/boat.log --bytes 300000
+"$make_sample" map sound/map.mp --bytes 300000
+sources=(lake.sl2 table.csv boat.log map.mp)
+for source in "${sources[@]}"; do
+  options=(-s DistDiff=0 -s MakeGraf=0 -s DefLvl=10 -s MakeCut=1 --answer yes)
+  ./batch -o sound "${options[@]}" "sound/$source" >said || fail "a sound run of $source"
+done
+
+# A disk with room for some bytes only; then, with room again, the same click.
+for source in "${sources[@]}"; do
+  for room in 0 40 160; do
+    rm -rf disk/*
+    cp "sound/$source" disk
+    dd if=/dev/zero of=disk/filler bs=4096 status=none 2>/dev/null || true
+    truncate -s "-${room}K" disk/filler
+    convert ./batch -o disk "${options[@]}" "disk/$source"
+    if [ "$status" -ne 0 ] || [ "$room" -eq 0 ]; then one_error "$source, $room KB"; fi
+    whole "$source, $room KB" disk
+    rm disk/filler
+    convert ./batch -o disk "${options[@]}" "disk/$source"
+    [ "$status" -eq 0 ] || fail "$source, with room again"
+    whole "$source again" disk
+    for file in disk/*; do is_sound "$file" || fail "$source again: $file"; done
+  done
+done
+
+# Earlier outputs in a folder without rights and on a mount that can only be read.
+rm -rf disk/*
+cp sound/* disk
+chmod 555 disk
+chmod 444 disk/*
+for source in "${sources[@]}"; do
+  convert setpriv --reuid=65534 --regid=65534 --clear-groups ./batch -o disk "${options[@]}" "disk/$source"
+  one_error "$source, no rights"
+done
+mount -o remount,ro disk
+for source in "${sources[@]}"; do
+  convert ./batch -o disk "${options[@]}" "disk/$source"
+  one_error "$source, read-only mount"
+done
+for file in sound/*; do cmp "$file" "disk/$(basename "$file")" || fail "$file was lost"; done
+
+# Sources that aren't what they seem, each under the name of every kind.
+mkdir out odd
+for source in "${sources[@]}"; do
+  mkfifo "odd/$source"
+  convert ./batch -o out "${options[@]}" "odd/$source"
+  one_error "$source as a pipe"
+  rm "odd/$source"
+  ln -s "$source" "odd/$source"
+  convert ./batch -o out "${options[@]}" "odd/$source"
+  one_error "$source as a loop of links"
+  rm "odd/$source"
+  rmdir out || fail "$source left something"
+  mkdir out
+done
+
+# Sources that lose their second half while they are read.
+"$make_sample" bulk odd/lake.sl2 --bytes 3000000000 --sparse
+"$make_sample" export odd/table.csv --bytes 60000000
+"$make_sample" log odd/boat.log --bytes 60000000
+"$make_sample" map odd/map.mp --bytes 60000000
+for source in "${sources[@]}"; do
+  ./batch -o out -s MakeGraf=0 "odd/$source" >said 2>&1 &
+  run=$!
+  while kill -0 "$run" 2>/dev/null; do
+    read=$(awk '/^rchar/ { print $2 }' "/proc/$run/io" 2>/dev/null || echo 0)
+    [ "${read:-0}" -lt 3000000 ] || break
+  done
+  kill -STOP "$run" || fail "$source was too quick to be cut"
+  truncate -s "$(($(stat -c %s "odd/$source") / 2))" "odd/$source"
+  kill -CONT "$run" || true
+  status=0
+  wait "$run" || status=$?
+  one_error "$source, cut while it is read"
+done
+
+# Names: of 255 bytes, of which an output may be too long; of letters beyond the 8-bit code page.
+long=$(printf 'n%.0s' {1..251})
+rm -f out/*
+cp sound/table.csv "odd/$long.csv"
+convert ./batch -o out "${options[@]}" "odd/$long.csv"
+if [ -e sound/table_bad.txt ]; then one_error "a long name"; fi
+cmp "out/$long.txt" sound/table.txt || fail "a long name: $(ls out)"
+cp sound/lake.sl2 "odd/$long.sl2"
+convert ./batch -o out "${options[@]}" "odd/$long.sl2"
+one_error "a long name of an echogram"
+for name in "озеро 🐟" "$(printf 'n%.0s' {1..240})"; do
+  for source in lake.sl2 table.csv; do
+    cp "sound/$source" "odd/$name.${source#*.}"
+    convert ./batch -o out "${options[@]}" "odd/$name.${source#*.}"
+    [ "$status" -eq 0 ] || fail "$name"
+  done
+  cmp "out/$name.csv" sound/lake.csv || fail "$name: $(ls out)"
+  cmp "out/$name.txt" sound/table.txt || fail "$name: $(ls out)"
+done
+
+[ "$bad" -eq 0 ] || exit 1
+echo "one clear line each time, and every file whole"
