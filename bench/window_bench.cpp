@@ -44,7 +44,7 @@ std::filesystem::path Folder() { return std::filesystem::temp_directory_path() /
 std::string MakeSource() {
   const std::vector<std::uint8_t> lake = LakeEchogram();
   const std::span frames = std::span(lake).subspan(8);
-  const std::string path = (Folder() / "lake.sl3").string();
+  std::string path = (Folder() / "lake.sl3").string();
   OutputFile file(path);
   file.Write(std::span(lake).first(8));
   for (int i = 0; i < Repeats; ++i) file.Write(frames);

@@ -132,8 +132,9 @@ void AddContour(std::string& text, const Contour& contour, const Vertex& shift) 
 
 TextStep Layout() {
   return [contours = Contours()](std::string& text, std::int64_t step) {
+    const std::int64_t row = step / CopiesInRow;
     const Vertex shift{CopyStepLat * static_cast<double>(step % CopiesInRow),
-                       CopyStepLon * static_cast<double>(step / CopiesInRow)};
+                       CopyStepLon * static_cast<double>(row)};
     if (step == 0) text += Head;
     AddPlaces(text, shift);
     AddShore(text, shift);

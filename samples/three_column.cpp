@@ -15,7 +15,8 @@ constexpr std::int64_t GapEvery = 250;
 constexpr double GapLength = 70;  // metres
 
 void AddRow(std::string& text, const TableForm& form, std::int64_t step) {
-  const double gap = static_cast<double>(step / GapEvery) * GapLength;
+  const std::int64_t gaps = step / GapEvery;
+  const double gap = static_cast<double>(gaps) * GapLength;
   const std::int64_t at = step % TwiceEvery == TwiceEvery - 1 ? step - 1 : step;
   const SurveyPoint point = SurveyAt(static_cast<double>(at) * StepLength + gap);
   const LakePlace place = LakePlaceOf(point.X, point.Y);

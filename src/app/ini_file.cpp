@@ -151,6 +151,7 @@ void ReplaceFile(const fs::path& path, std::string_view bytes) {
     if (fs::exists(old)) fs::permissions(PathOf(temporary), old.permissions(), none);
     fs::rename(PathOf(temporary), path);
   } catch (...) {
+    // cppcheck-suppress unreadVariable ; this closes the file, which Windows wants before a removal
     file = OutputFile();
     std::error_code ignored;
     fs::remove(PathOf(temporary), ignored);

@@ -75,6 +75,7 @@ bool SaveSettings(Session& session, std::string_view iniFile) {
   try {
     EndLink(session.link);
     std::vector<IniValue> values;
+    values.reserve(std::size(SavedKeys));
     for (const std::string_view key : SavedKeys) values.push_back({key, ValueOf(session, key)});
     return IWriteAll(iniFile, IniSection, values);
   } catch (...) {

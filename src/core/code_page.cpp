@@ -57,18 +57,18 @@ struct Decoded {
 Decoded Decode(std::string_view text) {
   const auto first = static_cast<std::uint8_t>(text[0]);
   if (first < 0x80) return {first, 1};
-  constexpr Decoded Bad = {NoCharacter, 1};
+  constexpr Decoded bad = {NoCharacter, 1};
   const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
-  if (first < 0xC2 || first > 0xF4 || text.size() < length) return Bad;
+  if (first < 0xC2 || first > 0xF4 || text.size() < length) return bad;
   char32_t codePoint = first & (0x7FU >> length);
   for (std::size_t i = 1; i < length; ++i) {
     const auto next = static_cast<std::uint8_t>(text[i]);
-    if ((next & 0xC0U) != 0x80U) return Bad;
+    if ((next & 0xC0U) != 0x80U) return bad;
     codePoint = (codePoint << 6U) | (next & 0x3FU);
   }
   const bool tooLong = (length == 3 && codePoint < 0x800) || (length == 4 && codePoint < 0x10000);
   const bool surrogate = codePoint >= 0xD800 && codePoint <= 0xDFFF;
-  if (tooLong || surrogate || codePoint > 0x10FFFF) return Bad;
+  if (tooLong || surrogate || codePoint > 0x10FFFF) return bad;
   return {codePoint, length};
 }
 

@@ -24,10 +24,10 @@ inline double Finite(double x) {
 // 10 to the power digits, from a table as far as a 64-bit float holds it exactly; C libraries differ in the
 // last digit of a negative power, the quotient is the nearest float everywhere.
 inline double PowerOfTen(int digits) {
-  constexpr double Powers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+  constexpr double powers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
                                1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
   if (digits < -22 || digits > 22) return std::pow(10.0, digits);
-  return digits >= 0 ? Powers[digits] : 1 / Powers[-digits];
+  return digits >= 0 ? powers[digits] : 1 / powers[-digits];
 }
 
 // floor(x * 10^digits + 0.5) / 10^digits in 64-bit floats: ties go towards plus infinity. Fault 6 for a NaN

@@ -24,11 +24,11 @@ double Atan2(double y, double x) {
 double WrapLon(double degrees) { return 2 * FMod(degrees / 2 + 90, 180, true) - 180; }
 
 double FMod(double a, double b, bool floored) {
-  constexpr double Epsilon = 2.220446049250313e-16;
+  constexpr double epsilon = 2.220446049250313e-16;
   if (b == 0) throw Fault(FaultNumber::DivisionByZero);
   const double quotient = Finite(a / b);
   const double rest = Finite(a - (floored ? std::floor(quotient) : std::trunc(quotient)) * b);
-  return std::fabs(rest) <= Epsilon ? 0 : rest;
+  return std::fabs(rest) <= epsilon ? 0 : rest;
 }
 
 }  // namespace sondrix

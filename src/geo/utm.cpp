@@ -25,10 +25,10 @@ void Ll2Utm(double lat, double lon, std::string& northingText, std::string& east
   const double phi = lat * Deg2Rad;
   const double lambda = lon * Deg2Rad;
 
-  constexpr double A = ScaledMajor;
-  constexpr double B = ScaledMinor;
-  constexpr double E2 = (A * A - B * B) / (A * A);
-  constexpr double N = (A - B) / (A + B);
+  constexpr double a = ScaledMajor;
+  constexpr double b = ScaledMinor;
+  constexpr double e2 = (a * a - b * b) / (a * a);
+  constexpr double n = (a - b) / (a + b);
 
   const double sinPhi = std::sin(phi);
   const double cosPhi = std::cos(phi);
@@ -37,8 +37,8 @@ void Ll2Utm(double lat, double lon, std::string& northingText, std::string& east
   const double t = std::tan(phi);
   const double t2 = t * t;
   const double t4 = t2 * t2;
-  const double nu = A / std::sqrt(1 - E2 * (sinPhi * sinPhi));
-  const double rho = (1 - E2) * nu / (1 - E2 * (sinPhi * sinPhi));
+  const double nu = a / std::sqrt(1 - e2 * (sinPhi * sinPhi));
+  const double rho = (1 - e2) * nu / (1 - e2 * (sinPhi * sinPhi));
   const double eta2 = nu / rho - 1;
   const double p = lambda - lambda0;
   const double p2 = p * p;
@@ -49,7 +49,7 @@ void Ll2Utm(double lat, double lon, std::string& northingText, std::string& east
   const double vi = nu / 120 * cos5 * (5 - 18 * t2 + t4 + 14 * eta2 - 58 * t2 * eta2);
   const double easting = 500000 + p * iv + p2 * p * v + p4 * p * vi;
 
-  const double i = Marc(B, N, 0, phi);
+  const double i = Marc(b, n, 0, phi);
   const double ii = nu / 2 * sinPhi * cosPhi;
   const double iii = nu / 24 * sinPhi * cos3 * (5 - t2 + 9 * eta2);
   const double iiia = nu / 720 * sinPhi * cos5 * (61 - 58 * t2 + t4);

@@ -43,7 +43,7 @@ void ShowLineProgress(Run& run, std::string& text, const LineProgress& progress)
   run.window.Pump();
 }
 
-void ReportBadLine(Run& run, TextBody& bad, std::string_view reason, std::string_view value,
+void ReportBadLine(const Run& run, TextBody& bad, std::string_view reason, std::string_view value,
                    std::int64_t line) {
   std::string record;
   AppendBadLine(record, {ToCodePage(reason), value, ToCodePage(run.messages.WordInLine), line});

@@ -32,7 +32,7 @@ struct LineProgress {
 void ShowLineProgress(Run& run, std::string& text, const LineProgress& progress);
 
 // Puts a line for the reason into the bad lines; value stands behind the reason.
-void ReportBadLine(Run& run, TextBody& bad, std::string_view reason, std::string_view value,
+void ReportBadLine(const Run& run, TextBody& bad, std::string_view reason, std::string_view value,
                    std::int64_t line);
 
 // The same, and shows that the line is passed over, for as long as the eye needs.

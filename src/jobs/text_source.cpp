@@ -85,7 +85,7 @@ void TextSource::ReadOn() {
       return lastText_ && block.bytes && !before(lastText_, block.bytes.get()) &&
              before(lastText_, block.bytes.get() + block.capacity);
     };
-    if (holds(previous_)) retained_ = std::move(previous_);
+    if (holds(previous_)) retained_ = std::exchange(previous_, {});
     // Room for the longest line costs memory only where such a line comes.
     const std::size_t capacity = 2 * longest_ <= blockSize_ ? blockSize_ : longest_ + 2 * blockSize_;
     if (!previous_.bytes || previous_.capacity < capacity) {

@@ -107,6 +107,7 @@ std::string TextOf(const TextCall& call) {
   if (length < 0 || length > static_cast<int32_t>(MaxVersion)) {
     throw std::runtime_error("a version text of an impossible length");
   }
+  // cppcheck-suppress containerOutOfBounds ; there is one byte more than the longest text
   bytes.at(static_cast<std::size_t>(length)) = 0;
   std::string text(bytes.data());
   std::erase_if(text, [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; });
@@ -114,13 +115,13 @@ std::string TextOf(const TextCall& call) {
 }
 
 int32_t CreateWaypoint(const OziLibrary& library, const OziWaypoint& point) {
-  constexpr int32_t NameAndMark = 3, NameSize = 6, SymbolSize = 17;
+  constexpr int32_t nameAndMark = 3, nameSize = 6, symbolSize = 17;
   return library.CreateWp(ToCodePage(point.name).c_str(), point.symbol, point.latitude, point.longitude,
-                          point.altitude, point.date, NameAndMark, point.direction, 0, 0, point.colour, 0,
-                          ToCodePage(point.description).c_str(), NameSize, 0, SymbolSize);
+                          point.altitude, point.date, nameAndMark, point.direction, 0, 0, point.colour, 0,
+                          ToCodePage(point.description).c_str(), nameSize, 0, symbolSize);
 }
 
-void TakeCalls(OziLink& link, std::shared_ptr<const OziLibrary> library) {
+void TakeCalls(OziLink& link, const std::shared_ptr<const OziLibrary>& library) {
   link.GetApiVersion = [library] { return TextOf(library->GetApiVersion); };
   link.GetVersion = [library] { return TextOf(library->GetVersion); };
   link.FindOzi = [library] { return library->FindOzi(); };

@@ -31,8 +31,6 @@ Outcome Batch(const std::vector<std::string>& arguments) {
 class BatchTest : public testing::Test {
  protected:
   BatchTest() {
-    folder = std::filesystem::path(testing::TempDir()) /
-             ("sondrix_batch_" + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()));
     std::filesystem::remove_all(folder);
     std::filesystem::create_directories(folder);
   }
@@ -44,7 +42,9 @@ class BatchTest : public testing::Test {
     return Path(name);
   }
 
-  std::filesystem::path folder;
+  std::filesystem::path folder =
+      std::filesystem::path(testing::TempDir()) /
+      ("sondrix_batch_" + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()));
 };
 
 TEST_F(BatchTest, WrongUsageRunsNothingAndSaysWhy) {
@@ -147,6 +147,7 @@ TEST(BatchWindow, CtrlCStopsTheRunAtEachPump) {
   EXPECT_FALSE(session.state.StopFlag);
   for (int i = 0; i < 2; ++i) {
     std::raise(SIGINT);
+    // cppcheck-suppress unreachableCode ; raise comes back, since the guard catches the signal
     session.state.StopFlag = false;
     window.Pump();
     EXPECT_TRUE(session.state.StopFlag);

@@ -26,9 +26,6 @@ namespace sondrix {
 class WindowTest : public testing::Test {
  protected:
   WindowTest() {
-    folder =
-        std::filesystem::path(testing::TempDir()) /
-        ("sondrix_desktop_" + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()));
     std::filesystem::remove_all(folder);
     std::filesystem::create_directories(folder);
     Open();
@@ -43,7 +40,7 @@ class WindowTest : public testing::Test {
     window = std::make_unique<DesktopWindow>(folder.string(), Path("help.txt"));
     window->services.beep = [this] { ++beeps; };
     window->services.files.askFile = [this](auto&, auto&, auto&) { return chosenFile; };
-    window->services.files.askFolder = [this](auto& start, auto&) {
+    window->services.files.askFolder = [this](const auto& start, auto&) {
       askedFolder = start;
       return chosenFolder;
     };
@@ -106,7 +103,9 @@ class WindowTest : public testing::Test {
     EXPECT_EQ(done, steps.size());
   }
 
-  std::filesystem::path folder;
+  std::filesystem::path folder =
+      std::filesystem::path(testing::TempDir()) /
+      ("sondrix_desktop_" + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()));
   std::unique_ptr<DesktopWindow> window;
   int beeps = 0;
   std::string chosenFile, askedFolder, opened;

@@ -68,16 +68,17 @@ TEST(JobLog, WhichSoundingsAreTaken) {
     std::string text, end, rows;
   };
   const std::string only = "55.166667,37.333333,9.14|";
-  for (const Case& row : std::vector<Case>{
-           {"the date of today without one", Fix("20.0000") + Depth("30"), Done, only},
-           {"of another hemisphere the position before",
-            Date + Fix("20.0000") + Depth("30") + south + Depth("31"), Done, only},
-           {"a first position in the west", Date + west + Depth("30"), Mismatch, ""},
-           {"no position yet", Date + empty + Depth("30"), Done, ""},
-           {"a second date sentence is passed over", Date + Date + Fix("20.0000") + Depth("30"), Done, only},
-           {"a date of nowhere matters only with a fix", "$GPRMC,,V,,,,,,,,,*00\n", Done, ""},
-           {"and then ends the run", "$GPRMC,,V,,,,,,,,,*00\n" + Fix("20.0000") + Depth("30"), Mismatch, ""},
-           {"no line end at the end", Date + Fix("20.0000") + "$SDDBT,30", Done, only}}) {
+  const std::vector<Case> table = {
+      {"the date of today without one", Fix("20.0000") + Depth("30"), Done, only},
+      {"of another hemisphere the position before", Date + Fix("20.0000") + Depth("30") + south + Depth("31"),
+       Done, only},
+      {"a first position in the west", Date + west + Depth("30"), Mismatch, ""},
+      {"no position yet", Date + empty + Depth("30"), Done, ""},
+      {"a second date sentence is passed over", Date + Date + Fix("20.0000") + Depth("30"), Done, only},
+      {"a date of nowhere matters only with a fix", "$GPRMC,,V,,,,,,,,,*00\n", Done, ""},
+      {"and then ends the run", "$GPRMC,,V,,,,,,,,,*00\n" + Fix("20.0000") + Depth("30"), Mismatch, ""},
+      {"no line end at the end", Date + Fix("20.0000") + "$SDDBT,30", Done, only}};
+  for (const Case& row : table) {
     SCOPED_TRACE(row.what);
     TextRun test;
     EXPECT_EQ(test.ClickOn("a.log", row.text), row.end);

@@ -145,25 +145,26 @@ TEST(OziLibrary, AnEchogramsRun) {
     run.state.MarkRequest = MarkFish;
   };
   EXPECT_TRUE(run.Click().ends_with(" * done"));
-  EXPECT_EQ(run.Calls(), (Lines{"oziShowAllTracks", "oziShowTrack 1",
-                                "oziCreateTrackPoint 1 1 56.000001414 37.000004220 18.4000 42515.583333",
-                                "oziCenterMapAtPositionWithMark 56.000001414 37.000004220",
-                                "oziIsPositionOnMap 56.000001414 37.000004220",
-                                "oziFindMapAtPosition 56.000001414 37.000004220",
-                                "oziCreateTrackPoint 1 0 56.000036696 37.000274621 20.8000 42515.583414",
-                                "oziCenterMapAtPositionWithMark 56.000036696 37.000274621",
-                                "oziCreateTrackPoint 1 0 56.000066937 37.000545022 21.9000 42515.583484",
-                                "oziCenterMapAtPositionWithMark 56.000066937 37.000545022",
-                                "oziCreateTrackPoint 1 0 56.000102218 37.000815423 24.5000 42515.583565",
-                                "oziCenterMapAtPositionWithMark 56.000102218 37.000815423",
-                                "oziCreateTrackPoint 1 0 56.000011495 37.000986677 28.6000 42515.583646",
-                                "oziCenterMapAtPositionWithMark 56.000011495 37.000986677",
-                                "oziCreateTrackPoint 1 0 55.999930851 37.000779370 27.7000 42515.583715",
-                                "oziCenterMapAtPositionWithMark 55.999930851 37.000779370",
-                                "oziCreateTrackPoint 1 0 55.999900610 37.000499955 38.6000 42515.583796",
-                                "oziCenterMapAtPositionWithMark 55.999900610 37.000499955",
-                                "oziCreateWP '11.93' 23 55.999900610 37.000490942 11.9300 42515.583796 3 2 0 "
-                                "0 16776960 0 '#604 5.4 \xEA\xEC/\xF7 ' 6 0 17"}));
+  EXPECT_EQ(
+      run.Calls(),
+      (Lines{"oziShowAllTracks", "oziShowTrack 1",
+             "oziCreateTrackPoint 1 1 56.000001414 37.000004220 18.4000 42515.583333",
+             "oziCenterMapAtPositionWithMark 56.000001414 37.000004220",
+             "oziIsPositionOnMap 56.000001414 37.000004220", "oziFindMapAtPosition 56.000001414 37.000004220",
+             "oziCreateTrackPoint 1 0 56.000036696 37.000274621 20.8000 42515.583414",
+             "oziCenterMapAtPositionWithMark 56.000036696 37.000274621",
+             "oziCreateTrackPoint 1 0 56.000066937 37.000545022 21.9000 42515.583484",
+             "oziCenterMapAtPositionWithMark 56.000066937 37.000545022",
+             "oziCreateTrackPoint 1 0 56.000102218 37.000815423 24.5000 42515.583565",
+             "oziCenterMapAtPositionWithMark 56.000102218 37.000815423",
+             "oziCreateTrackPoint 1 0 56.000011495 37.000986677 28.6000 42515.583646",
+             "oziCenterMapAtPositionWithMark 56.000011495 37.000986677",
+             "oziCreateTrackPoint 1 0 55.999930851 37.000779370 27.7000 42515.583715",
+             "oziCenterMapAtPositionWithMark 55.999930851 37.000779370",
+             "oziCreateTrackPoint 1 0 55.999900610 37.000499955 38.6000 42515.583796",
+             "oziCenterMapAtPositionWithMark 55.999900610 37.000499955",
+             ("oziCreateWP '11.93' 23 55.999900610 37.000490942 11.9300 42515.583796 3 2 0 "
+              "0 16776960 0 '#604 5.4 \xEA\xEC/\xF7 ' 6 0 17")}));
   EXPECT_EQ(run.window.informed, Lines{"Load relevant map in OziExplorer"});
   EXPECT_TRUE(run.Out("lake_usr.wpt").find("\n17,11.93,") != std::string::npos);
 }

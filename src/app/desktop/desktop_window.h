@@ -21,7 +21,7 @@ class RunPanel;
 
 // The program's window: every control is found by its name. All of a run happens inside a click, and only at
 // its pumps and waits other events come through.
-class DesktopWindow : public QMainWindow, public Window {
+class DesktopWindow final : public QMainWindow, public Window {
  public:
   // helpFile: where the help button writes its text.
   DesktopWindow(std::string programFolder, std::string helpFile);
@@ -39,7 +39,7 @@ class DesktopWindow : public QMainWindow, public Window {
   void RepaintAtt() override;
   void SetSpd(std::string_view text) override { spd_ = text; }
   std::string_view Spd() const override { return spd_; }
-  void ShowField(std::string_view field) override;
+  void ShowField(std::string_view name) override;
   void SetEnabled(std::string_view control, bool enabled) override;
   bool IsEnabled(std::string_view control) const override;
   void SetCaption(std::string_view control, std::string_view text) override;
