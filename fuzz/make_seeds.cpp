@@ -1,0 +1,111 @@
+#include "core/files.h"
+#include "core/settings.h"
+#include "samples/damage.h"
+#include "samples/echogram.h"
+#include "samples/nmea_log.h"
+#include "samples/polish_map.h"
+#include "samples/text_export.h"
+#include "samples/three_column.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+// Writes what the fuzzers start from: make-seeds FOLDER, one folder in it for each fuzzer.
+
+namespace {
+
+using namespace sondrix;
+
+constexpr std::size_t DrawLength = 32;  // bytes of settings in front of the source of a run
+constexpr std::size_t TextLength = 3000;
+
+class Seeds {
+ public:
+  explicit Seeds(std::string folder) : folder_(std::move(folder)) {}
+  void Add(std::string_view fuzzer, std::string_view bytes) {
+    const std::string path = folder_ + "/" + std::string(fuzzer) + "_fuzz/seed" + std::to_string(count_++);
+    MakeFolders(path);
+    OutputFile file(path);
+    file.Write(bytes);
+    file.Close();
+  }
+  // The source under a draw of that channel, counted as the draw does, and of those flags, one bit each.
+  void AddRun(std::string_view fuzzer, std::string_view source, std::size_t channel, unsigned flags) {
+    std::string draw(DrawLength, '\0');
+    draw[15] = static_cast<char>(flags);
+    draw[16] = static_cast<char>(flags >> 8U);
+    draw[19] = static_cast<char>(channel);
+    Add(fuzzer, draw + std::string(source));
+  }
+
+ private:
+  std::string folder_;
+  int count_ = 0;
+};
+
+std::string Text(std::span<const std::uint8_t> bytes) {
+  return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+// A few pings of every channel with samples that show something.
+std::string SmallEchogram(int formatWord) {
+  const SampleSounding left[] = {{10, 2}, {11, 5}}, right[] = {{10, 3}, {9, 6}, {8, 9}};
+  std::vector<SampleFrame> frames;
+  for (std::int32_t i = 0; i < 4; ++i) {
+    const float depth = 10.0F + static_cast<float>(i);
+    for (const int channel : {0, 2, 5})
+      frames.push_back(Frame(channel, depth, 4'105'000 + 9 * i, 7'533'000, 96));
+    frames.push_back(Frame3D(left, right, depth, 4'105'000 + 9 * i));
+  }
+  return Text(EchogramBytes(formatWord, frames));
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  if (count != 2) {
+    std::fputs("make-seeds: takes one folder\n", stderr);
+    return 2;
+  }
+  Seeds seeds(arguments[1]);
+  for (const int formatWord : {1, 2, 3}) {
+    const std::string echogram = SmallEchogram(formatWord);
+    for (std::size_t channel = 0; channel < 4; ++channel) {
+      for (const unsigned flags : {0x0000U, 0x0400U, 0x0003U, 0x0604U})
+        seeds.AddRun("job_sl", echogram, channel, flags);
+    }
+  }
+  const auto clean = EchogramBytes(2, std::vector<SampleFrame>(16, Frame(2, 10, 4'105'000, 7'533'000, 96)));
+  for (const Damage& damage : Damages()) seeds.AddRun("job_sl", Text(damage.Apply(clean)), 0, 0);
+
+  for (const char separator : {',', ';', '\t'}) {
+    for (const bool crLf : {false, true}) {
+      const TableForm form = {crLf, separator, crLf};
+      seeds.AddRun("job_csv", TextExport(form).substr(0, TextLength), 0, 0);
+      seeds.AddRun("job_csv", ThreeColumn(form).substr(0, TextLength), 0, 0x0200);
+    }
+  }
+  const std::string log = NmeaLog();
+  for (std::size_t at = 0; at < 4; ++at)
+    seeds.AddRun("job_log", log.substr(log.size() / 5 * at, TextLength), 0, 0);
+  const std::string map = PolishMap();
+  for (std::size_t at = 0; at < 4; ++at)
+    seeds.AddRun("job_mp", map.substr(map.size() / 5 * at, TextLength), 0, 0);
+
+  std::string ini = "[Other]\r\na=b\r\n[Main]\r\n";
+  for (const Field& field : Fields())
+    ini.append(field.key).append("=").append(field.defaultText).append("\r\n");
+  seeds.Add("ini", ini);
+  seeds.Add("ini", "\xEF\xBB\xBF[Main]\nSource=\"\xD0\x9E\"\nUseDcm=2");
+  for (const char* text : {"0", " 1 234,5", "-.5e-3x", "1E+308", "&HFF",
+                           "\xC2\xA0"
+                           "7"})
+    seeds.Add("numbers", text);
+  for (const char* text : {"5545.1234", "03737.5678", "5545,1234", "1e30.1234"}) seeds.Add("nmea", text);
+  for (const char* text : {"-o\nout\n--set\nUseTyp=9\nlake.sl2", "--answer\nno\n-v\na\nb", "--list-fields",
+                           "--help", "--ini=a.ini\n--\n-x", "-sUseDcm=1\n--version"})
+    seeds.Add("options", text);
+  return 0;
+}
