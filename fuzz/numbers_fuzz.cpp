@@ -27,7 +27,8 @@ void CheckText(std::string_view text) {
   Require(IsNumeric(text) == parses, "IsNumeric says what LocParse does", text);
 }
 
-// digits: how many the text holds at most.
+// digits: how many the text holds at most. Half a unit of the last one is lost in the text, half a unit of
+// the 64-bit float in reading it.
 void CheckValue(double value, int digits, const std::string& text, const std::string& padded) {
   const double back = ValOf(text);
   Require(std::fabs(back - value) <= std::fabs(value) * 5.5 * std::pow(10, -digits) ||
