@@ -69,8 +69,10 @@ TEST(JobMp, FaultsKeepWhatWasConvertedBefore) {
   const std::string open = "[POLYLINE]|Label=5|";
   for (const std::string bad : {"Data0=(3,4),(5)", "Data0=(", "Data0=()", "data"}) {
     const std::string partial = bad.starts_with("Data0=(3,4)") ? "3,4,5|" : "";
+    std::string later = open;
+    later.append("Data0=(1,2)|").append(bad).append("|");
     Check({{bad + " first", open + bad + "|Data0=(1,2)|", NoList, NeedPolish, 2},
-           {bad + " later", open + "Data0=(1,2)|" + bad + "|", "|1,2,5||" + partial, NeedPolish, 1}});
+           {bad + " later", later, "|1,2,5||" + partial, NeedPolish, 1}});
   }
 }
 
