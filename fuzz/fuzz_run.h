@@ -5,6 +5,7 @@
 #include "core/files.h"
 #include "core/settings.h"
 #include "core/window.h"
+#include "fuzz/draw_length.h"
 #include "jobs/clicks.h"
 
 #include <algorithm>
@@ -35,8 +36,7 @@ inline std::string_view TextOf(FuzzBytes bytes) {
   return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
 
-// The settings of a run as bytes in front of its source; behind the end of the input they are 0.
-inline constexpr std::size_t DrawLength = 32;
+// What the settings of a run are drawn from; behind the end of the input the bytes are 0.
 class Draw {
  public:
   explicit Draw(FuzzBytes input) : bytes_(input.first(std::min(input.size(), DrawLength))) {}

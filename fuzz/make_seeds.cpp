@@ -1,5 +1,6 @@
 #include "core/files.h"
 #include "core/settings.h"
+#include "fuzz/draw_length.h"
 #include "samples/damage.h"
 #include "samples/echogram.h"
 #include "samples/nmea_log.h"
@@ -18,7 +19,6 @@ namespace {
 
 using namespace sondrix;
 
-constexpr std::size_t DrawLength = 32;  // bytes of settings in front of the source of a run
 constexpr std::size_t TextLength = 3000;
 
 class Seeds {
