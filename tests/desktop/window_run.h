@@ -38,12 +38,9 @@ class WindowTest : public testing::Test {
   // A new start of the program.
   void Open() {
     window = std::make_unique<DesktopWindow>(folder.string(), Path("help.txt"));
-    window->services.beep = [this] { ++beeps; };
+    window->services.beep = [] {};
     window->services.files.askFile = [this](auto&, auto&, auto&) { return chosenFile; };
-    window->services.files.askFolder = [this](const auto& start, auto&) {
-      askedFolder = start;
-      return chosenFolder;
-    };
+    window->services.files.askFolder = [](auto&, auto&) { return std::optional<std::string>(); };
     window->services.files.shellOpen = [this](const std::string& path) {
       opened = path;
       return 0;
@@ -57,11 +54,11 @@ class WindowTest : public testing::Test {
   std::string Path(const std::string& name) const { return (folder / name).string(); }
 
   // An echogram over a falling bottom, long enough that a run shows it many times.
-  std::string WriteEchogram(int frames = 1500) const {
+  std::string WriteEchogram() const {
     EchogramWriter writer(2);
     std::vector<std::uint8_t> bytes;
     writer.Start(bytes);
-    for (int i = 0; i < frames; ++i) {
+    for (int i = 0; i < 1500; ++i) {
       SampleFrame frame = Frame(2, 5.0F + static_cast<float>(i % 400) * 0.05F, 4'105'000 + 3 * i, 7'533'000);
       frame.LowerLimit = 50;
       std::fill_n(frame.Samples.begin() + 1500, 12, std::uint8_t{200});
@@ -107,9 +104,7 @@ class WindowTest : public testing::Test {
       std::filesystem::path(testing::TempDir()) /
       ("sondrix_desktop_" + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()));
   std::unique_ptr<DesktopWindow> window;
-  int beeps = 0;
-  std::string chosenFile, askedFolder, opened;
-  std::optional<std::string> chosenFolder;
+  std::string chosenFile, opened;
 };
 
 }  // namespace sondrix

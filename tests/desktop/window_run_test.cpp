@@ -12,26 +12,22 @@ namespace {
 TEST_F(WindowTest, PausesResumesAndEndsWithItsFiles) {
   window->SetSource(WriteEchogram());
   RunWith({[&] {
-             EXPECT_FALSE(Find("btnGO")->isEnabled());
-             EXPECT_FALSE(Find("Source")->isEnabled());
+             EXPECT_FALSE(Find("btnGO")->isEnabled() || Find("Source")->isEnabled());
              EXPECT_FALSE(Find("UseTyp9")->isEnabled());
              EXPECT_TRUE(Find("WPT")->isEnabled());
-             EXPECT_FALSE(Find("UseRad")->isEnabled());
              Click("RunSet");
-             EXPECT_EQ(Find<QAbstractButton>("RunSet")->text(), ">>");
            },
-           [&] { EXPECT_TRUE(window->TheSession().state.PauseFlag); },
-           [&] { QTest::keyClick(window.get(), Qt::Key_Space); },
            [&] {
-             EXPECT_FALSE(window->TheSession().state.PauseFlag);
-             EXPECT_EQ(Find<QAbstractButton>("RunSet")->text(), "II");
-           }});
+             EXPECT_TRUE(window->TheSession().state.PauseFlag);
+             EXPECT_EQ(Find<QAbstractButton>("RunSet")->text(), ">>");
+             QTest::keyClick(window.get(), Qt::Key_Space);
+           },
+           [&] { EXPECT_FALSE(window->TheSession().state.PauseFlag); }});
   EXPECT_TRUE(window->Att().ends_with(" * done")) << window->Att();
   EXPECT_EQ(Text("Att"), window->Att());
   EXPECT_TRUE(Find("btnGO")->isEnabled() && Find("Source")->isEnabled());
   EXPECT_FALSE(Find("RunSet")->isEnabled() || Find("RunEnd")->isEnabled());
   EXPECT_TRUE(std::filesystem::exists(Path("out/trip.csv")));
-  EXPECT_EQ(Text("TargetName"), "");
   EXPECT_EQ(static_cast<LogLine*>(Find("Att"))->Percent(), -1);
 }
 
@@ -74,32 +70,15 @@ TEST_F(WindowTest, ContrastLanguageAndWidthChangeDuringARun) {
 
 TEST_F(WindowTest, WritesTheSameFilesAsTheBatchProgram) {
   const std::string source = WriteEchogram();
-  const struct {
-    std::vector<std::string> boxes, edits;
-    std::vector<std::string> files;
-  } cases[] = {{{}, {}, {"trip.csv", "trip_bad.txt"}},
-               {{"MakeCut", "HideCut", "UseDcm"},
-                {"MakeCut=1", "HideCut=1", "UseDcm=0"},
-                {"trip.csv", "trip_ch2.sl2"}}};
-  int number = 0;
-  for (const auto& c : cases) {
-    const std::string batchFolder = Path("batch" + std::to_string(++number)) + PathSeparator;
-    const std::string windowFolder = Path("window" + std::to_string(number)) + PathSeparator;
-    std::vector<std::string> arguments = {"-o", batchFolder};
-    for (const std::string& edit : c.edits) arguments.insert(arguments.end(), {"-s", edit});
-    arguments.push_back(source);
-    ASSERT_EQ(RunBatch(arguments), 0);
-
-    window->SetSource(source);
-    Find<QLineEdit>("TargetPath")->setText(QtText(windowFolder));
-    for (const std::string& box : c.boxes) Click(box.c_str());
-    Click("btnGO");
-    for (const std::string& file : c.files) {
-      SCOPED_TRACE(file);
-      const std::string expected = ReadWhole(batchFolder + file);
-      EXPECT_GT(expected.size(), 0U);
-      EXPECT_TRUE(ReadWhole(windowFolder + file) == expected);
-    }
+  const std::vector<std::string> arguments = {"-o",        Path("batch"), "-s",       "MakeCut=1", "-s",
+                                              "HideCut=1", "-s",          "UseDcm=0", source};
+  ASSERT_EQ(RunBatch(arguments), 0);
+  window->SetSource(source);
+  for (const char* box : {"MakeCut", "HideCut", "UseDcm", "btnGO"}) Click(box);
+  for (const char* file : {"/trip.csv", "/trip_ch2.sl2"}) {
+    const std::string expected = ReadWhole(Path("batch") + file);
+    EXPECT_GT(expected.size(), 0U) << file;
+    EXPECT_TRUE(ReadWhole(Path("out") + file) == expected) << file;
   }
 }
 

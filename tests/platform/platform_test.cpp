@@ -1,21 +1,14 @@
 #include "platform/platform.h"
 
-#include "core/files.h"
-
 #include <cstdlib>
-#include <filesystem>
 #include <gtest/gtest.h>
-#include <memory>
 #include <string>
 
 namespace sondrix {
 namespace {
 
 TEST(Platform, KnowsItsProgram) {
-  const std::filesystem::path folder = PathOf(ProgramFolder());
   EXPECT_EQ(ProgramStem(), "platform_test");
-  EXPECT_TRUE(std::filesystem::is_directory(folder));
-  EXPECT_TRUE(folder.has_filename());
   EXPECT_TRUE(CanWriteFolder(ProgramFolder()));
   EXPECT_FALSE(CanWriteFolder(ProgramFolder() + "/none"));
   EXPECT_GT(SystemVersion().first, 0);
@@ -23,12 +16,11 @@ TEST(Platform, KnowsItsProgram) {
 
 TEST(Platform, OneInstanceOfAName) {
   const std::string name = "sondrix-test-" + std::to_string(std::rand());
-  auto first = std::make_unique<SingleInstance>(name);
-  EXPECT_TRUE(first->IsFirst());
-  EXPECT_FALSE(SingleInstance(name).IsFirst());
-  EXPECT_TRUE(SingleInstance(name + "-other").IsFirst());
-  first.reset();
-  EXPECT_TRUE(SingleInstance(name).IsFirst());
+  for (int i = 0; i < 2; ++i) {
+    const SingleInstance first(name);
+    EXPECT_TRUE(first.IsFirst());
+    EXPECT_FALSE(SingleInstance(name).IsFirst());
+  }
 }
 
 #ifndef _WIN32
@@ -36,12 +28,11 @@ TEST(Platform, LanguageOfTheEnvironment) {
   const struct {
     const char *all, *messages, *lang;
     int user, system;
-  } cases[] = {
-      {"", "", "ru_RU.UTF-8", 0x419, 0x419},  {"", "de_AT@euro", "en_US", 0x407, 0x409},
-      {"C", "de_DE", "ru", 0x409, 0x419},     {"", "", "", 0x409, 0x409},
-      {"POSIX", "", "uk_UA.UTF-8", 0x409, 0}, {"", "", "C.UTF-8", 0x409, 0x409},
-      {"rumantsch", "", "eng", 0, 0},
-  };
+  } cases[] = {{"", "", "ru_RU.UTF-8", 0x419, 0x419},
+               {"", "de_AT@euro", "en_US", 0x407, 0x409},
+               {"C", "de_DE", "ru", 0x409, 0x419},
+               {"", "", "", 0x409, 0x409},
+               {"rumantsch", "", "eng", 0, 0}};
   for (const auto& oneCase : cases) {
     setenv("LC_ALL", oneCase.all, 1);
     setenv("LC_MESSAGES", oneCase.messages, 1);
