@@ -38,7 +38,8 @@ OpenFile* Find(std::FILE* file) {
 
 bool Fails(const char* call, const char* path, bool isTransfer = false) {
   FaultLayer& layer = TheFaultLayer();
-  if (layer.failAt == 0 || path == nullptr || !std::string_view(path).starts_with(layer.folder)) return false;
+  if (layer.folder.empty() || path == nullptr || !std::string_view(path).starts_with(layer.folder))
+    return false;
   if ((layer.shortened && !isTransfer) || ++layer.calls != layer.failAt) return false;
   layer.call = call;
   layer.path = path;
@@ -65,35 +66,26 @@ using namespace sondrix;
 
 // The function of that name behind this layer.
 #define BEHIND(name) reinterpret_cast<decltype(&(name))>(dlsym(RTLD_NEXT, #name))
-#define ON_PATH(name, parameters, arguments)           \
-  int name parameters {                                \
-    static const auto behind = BEHIND(name);           \
-    return Fails(#name, path) ? -1 : behind arguments; \
-  }
-#define ON_FILE(type, name, parameters, arguments)     \
-  type name parameters {                               \
-    static const auto behind = BEHIND(name);           \
-    return Fails(#name, file) ? -1 : behind arguments; \
+#define BEFORE(type, failure, subject, name, parameters, arguments) \
+  type name parameters {                                            \
+    static const auto behind = BEHIND(name);                        \
+    return Fails(#name, subject) ? failure : behind arguments;      \
   }
 
 extern "C" {
 
-ON_PATH(stat, (const char* path, struct stat* status) noexcept, (path, status))
-ON_PATH(lstat, (const char* path, struct stat* status) noexcept, (path, status))
-ON_PATH(mkdir, (const char* path, mode_t mode) noexcept, (path, mode))
-ON_PATH(remove, (const char* path) noexcept, (path))
-ON_PATH(truncate, (const char* path, off_t length) noexcept, (path, length))
-ON_PATH(rename, (const char* path, const char* to) noexcept, (path, to))
-ON_PATH(fchmodat, (int folder, const char* path, mode_t mode, int flags) noexcept,
-        (folder, path, mode, flags))
-ON_FILE(int, fseeko, (std::FILE * file, off_t offset, int origin), (file, offset, origin))
-ON_FILE(off_t, ftello, (std::FILE * file), (file))
-ON_FILE(int, fflush, (std::FILE * file), (file))
-
-char* realpath(const char* path, char* resolved) noexcept {
-  static const auto behind = BEHIND(realpath);
-  return Fails("realpath", path) ? nullptr : behind(path, resolved);
-}
+BEFORE(int, -1, path, stat, (const char* path, struct stat* status) noexcept, (path, status))
+BEFORE(int, -1, path, lstat, (const char* path, struct stat* status) noexcept, (path, status))
+BEFORE(int, -1, path, mkdir, (const char* path, mode_t mode) noexcept, (path, mode))
+BEFORE(int, -1, path, remove, (const char* path) noexcept, (path))
+BEFORE(int, -1, path, truncate, (const char* path, off_t length) noexcept, (path, length))
+BEFORE(int, -1, path, rename, (const char* path, const char* to) noexcept, (path, to))
+BEFORE(int, -1, path, fchmodat, (int folder, const char* path, mode_t mode, int flags) noexcept,
+       (folder, path, mode, flags))
+BEFORE(char*, nullptr, path, realpath, (const char* path, char* resolved) noexcept, (path, resolved))
+BEFORE(int, -1, file, fseeko, (std::FILE * file, off_t offset, int origin), (file, offset, origin))
+BEFORE(off_t, -1, file, ftello, (std::FILE * file), (file))
+BEFORE(int, -1, file, fflush, (std::FILE * file), (file))
 
 int fsync(int descriptor) {
   static const auto behind = BEHIND(fsync);

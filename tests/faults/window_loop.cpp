@@ -17,8 +17,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <string_view>
+#include <unistd.h>
 
 namespace {
 
@@ -47,13 +49,9 @@ int CloseAgain(const std::string& folder, int count) {
 }
 
 long MemoryKb() {
-  long kb = 0;
-  std::FILE* const file = std::fopen("/proc/self/status", "r");
-  for (char line[256]; file != nullptr && std::fgets(line, sizeof line, file) != nullptr;) {
-    if (std::string_view(line).starts_with("VmRSS:")) kb = std::atol(line + 6);
-  }
-  if (file != nullptr) std::fclose(file);
-  return kb;
+  long size = 0, resident = 0;  // pages
+  std::ifstream("/proc/self/statm") >> size >> resident;
+  return resident * sysconf(_SC_PAGESIZE) / 1024;
 }
 
 int ConvertAgain(const std::string& folder, int count, std::span<char* const> sources) {

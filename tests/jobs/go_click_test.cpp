@@ -1,51 +1,46 @@
 #include "samples/echogram.h"
 #include "test_run.h"
 
+#include <algorithm>
+
 namespace sondrix {
 namespace {
 
-TEST(GoClick, WhatEndsBeforeAJob) {
-  const std::string slash(1, PathSeparator);
-  // The source and the message.
-  for (const auto& [source, end] : {std::pair<std::string, std::string>("", " * select source file..."),
-                                    {"folder" + slash, " begin processing..."},
-                                    {"nopoint", " ! error GO: 5. Invalid procedure call or argument"}}) {
+// Paths are below the run's folder, with | for the separator.
+TEST(GoClick, SourcesTargetsAndNames) {
+  struct Row {
+    std::string source, target, name, end;
+    int beeps;
+    std::string csv;
+  };
+  for (const Row& row : std::vector<Row>{
+           {"", "out|", "", " * select source file...", 1, ""},
+           {"|folder|", "out|", "", " begin processing...", 0, ""},
+           {"|nopoint", "out|", "", " ! error GO: 5. Invalid procedure call or argument", 1, ""},
+           {"|lake.v1.sl2", "out|", "", " * done", 0, "out|lake.v1.csv"},
+           {"|lake.v1.sl2", "new|deep|", "mine", " * done", 0, "new|deep|mine.csv"},
+           // The last part without a separator isn't made, only completed.
+           {"|lake.v1.sl2", "other", "", " ! error JobSl: 76. Path not found", 1, ""},
+           {"|lake.v1.sl2", "lake.v1.sl2|below|", "", " ! target folder access denied", 1, ""}}) {
+    SCOPED_TRACE(row.source + " to " + row.target);
     TestRun test;
-    test.settings.Source = source;
-    test.settings.TargetPath = "";
-    EXPECT_EQ(test.Click(), end);
-    EXPECT_TRUE(test.window.IsEnabled("btnGO"));
-    EXPECT_FALSE(test.window.busy);
+    const auto path = [&](std::string below) {
+      std::replace(below.begin(), below.end(), '|', PathSeparator);
+      return test.folder.string() + below;
+    };
+    test.Source("lake.v1.sl2", EchogramBytes(2, {Frame(2, 10)}));
+    test.settings.Source = row.source.empty() ? "" : path(row.source);
+    test.settings.TargetPath = path("|" + row.target);
+    test.settings.TargetName = row.name;
+    EXPECT_TRUE(test.Click().ends_with(row.end)) << test.window.att;
+    EXPECT_TRUE(test.window.IsEnabled("btnGO") && !test.window.busy);
+    EXPECT_EQ(test.window.beeps, row.beeps);
+    EXPECT_TRUE(row.source.empty() || test.settings.TargetPath.back() == PathSeparator);
+    if (row.csv.empty()) continue;
+    EXPECT_TRUE(std::filesystem::exists(path("|" + row.csv)));
+    EXPECT_EQ(test.settings.TargetName, row.name);
+    EXPECT_EQ(test.settings.DepthMP, "0x1000");
   }
-}
-
-TEST(GoClick, TargetFolderIsMadeOrRefused) {
-  TestRun test;
-  test.Source("lake.sl2", EchogramBytes(2, {Frame(2, 10)}));
-  const std::string base = test.settings.TargetPath;
-  test.settings.TargetPath = base + "new" + PathSeparator + "deep" + PathSeparator;
-  EXPECT_TRUE(test.Click().ends_with(" * done")) << test.window.att;
-  EXPECT_TRUE(test.HasOut("lake.csv"));
-  // The last part without a separator isn't made, only completed.
-  test.settings.TargetPath = base + "other";
-  EXPECT_EQ(test.Click(), " ! error JobSl: 76. Path not found");
-  EXPECT_EQ(test.settings.TargetPath, base + "other" + PathSeparator);
-  test.settings.TargetPath = test.settings.Source + PathSeparator + "below" + PathSeparator;
-  EXPECT_EQ(test.Click(), " ! target folder access denied");
-  EXPECT_EQ(test.window.beeps, 2) << "the fault and the refusal";
-  EXPECT_EQ(test.settings.DepthMP, "0x1000");
-}
-
-TEST(GoClick, OutputsAreNamedAfterTheSourceUnlessTheUserDoes) {
-  TestRun test;
-  test.Source("track.v1.sl2", EchogramBytes(2, {Frame(2, 10)}));
-  test.Click();
-  EXPECT_TRUE(test.HasOut("track.v1.csv"));
-  EXPECT_EQ(test.settings.TargetName, "");
-  test.settings.TargetName = "mine";
-  test.Click();
-  EXPECT_TRUE(test.HasOut("mine.csv"));
-  EXPECT_EQ(test.settings.TargetName, "mine");
 }
 
 TEST(GoClick, LimitsOfTheFields) {
@@ -70,48 +65,6 @@ TEST(GoClick, LimitsOfTheFields) {
   test.settings.MaxProc = "40000";
   EXPECT_EQ(test.Click(), " ! error GO: 6. Overflow");
   EXPECT_TRUE(test.window.IsEnabled("btnGO"));
-}
-
-TEST(Clicks, CropAndPictureBoxesActOnEachOther) {
-  TestRun test;
-  test.settings.MakeGraf = test.settings.SaveGraf = test.settings.MakeCut = true;
-  CutClick(test.run);
-  EXPECT_FALSE(test.settings.MakeGraf || test.settings.SaveGraf);
-  EXPECT_FALSE(test.window.IsEnabled("SaveGraf") || test.window.IsEnabled("MakeScrn"));
-  EXPECT_EQ(test.window.shown, (std::vector<std::string>{"MakeGraf", "SaveGraf"}));
-  test.settings.MakeGraf = true;
-  GrafClick(test.run);
-  EXPECT_TRUE(test.window.IsEnabled("SaveGraf") && test.window.IsEnabled("MakeScrn"));
-  test.settings.MakeCut = false;
-  CutClick(test.run);
-  EXPECT_TRUE(test.settings.MakeGraf);
-}
-
-TEST(Clicks, ChannelSetsItsMarker) {
-  TestRun test;
-  for (const auto& [channel, marker] :
-       {std::pair(0, 0x07800000U), {2, 0x07800002U}, {5, 0x07800002U}, {9, 0x07800002U}}) {
-    test.state.KnownSamples = 7;
-    ChannelClick(test.run, channel);
-    EXPECT_EQ(test.state.SelectedChannel, channel);
-    EXPECT_EQ(test.state.ResyncMarker, marker);
-    EXPECT_EQ(test.state.KnownSamples, 0);
-  }
-}
-
-TEST(Clicks, TheRunLockHoldsForTheRunOnly) {
-  TestRun test;
-  test.Source("lake.sl2", EchogramBytes(2, {Frame(2, 10)}));
-  bool locked = false, free = false;
-  test.window.onPump = [&](int pump) {
-    if (pump != 2) return;
-    locked = !test.window.IsEnabled("DistDiff") && !test.window.IsEnabled("btnGO");
-    free = test.window.IsEnabled("MakeGraf") && test.window.IsEnabled("RunEnd");
-  };
-  test.Click();
-  EXPECT_TRUE(locked && free);
-  EXPECT_TRUE(test.window.IsEnabled("DistDiff") && test.window.IsEnabled("btnGO"));
-  EXPECT_FALSE(test.window.IsEnabled("RunEnd"));
 }
 
 }  // namespace

@@ -36,11 +36,9 @@ TEST(JobCsv, AWholeRun) {
             "56.135476,37.003501,1,-100.2,,<clock>\r\n\r\n");
   const std::string mp = test.Out("озеро.mp");
   EXPECT_TRUE(mp.find("Name=\xEE\xE7\xE5\xF0\xEE\r\nTypeSet=Lowrance\r\n") != std::string::npos);
-  EXPECT_EQ(mp.substr(mp.find("[END-IMG ID]")),
-            "[END-IMG ID]\r\n\r\n"
-            "\r\n[POI]\r\nType=0x1000\r\nLabel=9.24\r\nData0=(56.135476,36.999896)\r\n[END]\r\n"
-            "\r\n[POI]\r\nType=0x1000\r\nLabel=.56\r\nData0=(56.135476,36.999986)\r\n[END]\r\n"
-            "\r\n[POI]\r\nType=0x2900\r\nLabel=30.66 | 7\r\nData0=(56.135476,37.003501)\r\n[END]\r\n\r\n");
+  EXPECT_TRUE(mp.ends_with(
+      "\r\n[POI]\r\nType=0x1000\r\nLabel=.56\r\nData0=(56.135476,36.999986)\r\n[END]\r\n"
+      "\r\n[POI]\r\nType=0x2900\r\nLabel=30.66 | 7\r\nData0=(56.135476,37.003501)\r\n[END]\r\n\r\n"));
   EXPECT_EQ(test.Out("озеро_bad.txt"), "zero depth in line 3\r\n\r\n");
   EXPECT_EQ(test.settings.TargetName, "");
   EXPECT_EQ(test.window.CountLines(" line 3 - zero depth..."), 1);
@@ -48,34 +46,40 @@ TEST(JobCsv, AWholeRun) {
   EXPECT_EQ(test.window.waited, 10);
 }
 
-TEST(JobCsv, LineEndsSeparatorsAndChannels) {
+TEST(JobCsv, ReportsAndRefusals) {
   const std::string rows = Head + Row("4105000") + Row("4105003") + Row("4105006", "9", "0", "Primary");
   const std::string semicolons = WithLineEnd(rows, ',', ";");
-  std::string commas = semicolons;
-  commas.replace(commas.find("30.000000"), 9, "30,5");
-  struct Case {
-    std::string text;
-    int channel;
-    std::string end;
-  };
-  for (const Case& row :
-       std::vector<Case>{{rows, 2, Report(2, 5)},
-                         {rows.substr(0, rows.size() - 1), 2, Report(2, 4)},
-                         {WithLineEnd(rows, '\n', "\r\n"), 2, Report(2, 5)},
-                         {WithLineEnd(rows, '\n', "\r"), 2, Report(0, 5)},
-                         {semicolons, 2, Report(2, 5)},
-                         {commas, 2, Report(2, 5)},
-                         {rows, 0, Report(1, 5)},
-                         {rows, 5, Report(0, 5)},
-                         {rows, 9, Report(0, 5)},
-                         {rows + "Primary\n", 2, Report(2, 6)},
-                         {Head + Row("4105000", "0") + Row("4105003", "0.0"), 2, Report(2, 4)},
-                         {"", 2, Report(0, 0)},
-                         // The head's only separator is the letter that CR LF costs.
-                         {";x\r\n", 2, " ! source file without delimiters ';' or ','..."}}) {
-    TextRun test;
-    EXPECT_EQ(test.ClickOn("a.csv", row.text, row.channel), row.end) << row.text;
-  }
+  const std::string longLine(1'000'000, 'x'), nuls(1000, '\0');
+  const std::string noSeparator = " ! source file without delimiters ';' or ','...";
+  const std::string mismatch = " ! error JobCsv: 13: Type mismatch";
+  const std::string subscript = " ! error JobCsv: 9: Subscript out of range";
+  const std::string overflow = " ! error JobCsv: 6: Overflow";
+  const std::string short13 = Row("4105000").substr(0, Row("4105000").size() - 3) + "\n";
+  CheckEnds("a.csv", {{rows, Report(2, 5)},
+                      {rows.substr(0, rows.size() - 1), Report(2, 4)},
+                      {WithLineEnd(rows, '\n', "\r\n"), Report(2, 5)},
+                      {WithLineEnd(rows, '\n', "\r"), Report(0, 5)},
+                      {semicolons, Report(2, 5)},
+                      {rows, Report(1, 5), 0},
+                      {rows + ",\n", Report(0, 6), 9},
+                      {rows + "Primary\n", Report(2, 6)},
+                      {"", Report(0, 0)},
+                      {Head + longLine + "\n" + WithLineEnd(nuls, '\0', "1,") + "\n" + nuls + "\n" + rows,
+                       Report(2, 9)},
+                      // The head's only separator is the letter that CR LF costs.
+                      {";x\r\n", noSeparator},
+                      {"no separator\nat all\n", noSeparator},
+                      {"a,b\n", subscript},
+                      {Head + short13, subscript},
+                      {Head + "Downscan,1,2\nDownscan,1\n", mismatch},
+                      {Head + "55,37,2\n55,37\n", subscript},
+                      {Head + Row("east"), mismatch},
+                      {Head + Row("4105000", ""), mismatch},
+                      {Head + Row("4105000", "30", "noon"), mismatch},
+                      {Head + Row("3000000000"), overflow},
+                      {Head + Row("4105000", "1e39"), overflow},
+                      {Head + Row("4105000", "30", "1e15"), overflow},
+                      {Head + "55.1,x,3\n", mismatch}});
 }
 
 TEST(JobCsv, RowsOfThreeColumns) {
@@ -84,31 +88,23 @@ TEST(JobCsv, RowsOfThreeColumns) {
     const char *text, *list, *track;  // | is the line end of an output
   };
   const std::vector<Case> cases = {
-      {false, "head,x\n55.1,37.1,12\n55.2,37.2,3.456", "55.1,37.1,12.00|55.2,37.2,3.456||",
-       "55.1,37.1,0,-12,,<clock>|55.2,37.2,0,-3.456,,<clock>||"},
-      // The line end at the end is one more row like the last.
-      {false, "head,x\n55.1,37.1,12\n", "55.1,37.1,12.00|55.1,37.1,12.00||",
-       "55.1,37.1,0,-12,,<clock>|55.1,37.1,0,-12,,<clock>||"},
-      {false, "head;x\n55,1;37.10;4,2", "55,1,37.10,4.20||", "55,1,37.10,0,-4.2,,<clock>||"},
+      {false, "head,x\n55.1,-37.1,12\n55.2,37.2,3.456", "55.1,-37.1,12.00|55.2,37.2,3.456||",
+       "8421376|2|55.1,-37.1,0,-12,,<clock>|55.2,37.2,0,-3.456,,<clock>||"},
+      {false, "head;x\n55,1;37.10;4,2", "55,1,37.10,4.20||", "8421376|1|55,1,37.10,0,-4.2,,<clock>||"},
       // The correction comes with UseDcm, and so does the altitude in feet.
-      {true, "head,x\n55.1,37.1,12", "55.1,37.1,12.25||", "55.1,37.1,0,-40.19,,<clock>||"},
-      // Once in the mode, a wide row gives its first three columns.
+      {true, "head,x\n55.1,37.1,12", "55.1,37.1,12.25||", "8421376|1|55.1,37.1,0,-40.19,,<clock>||"},
+      // Once in the mode, a wide row gives its first three columns, and the empty line at the end once more.
       {false, "head,x\n55.1,37.1,12\n55.2,37.2,3,,,,,,,,,,,\n",
        "55.1,37.1,12.00|55.2,37.2,3.00|55.2,37.2,3.00||",
-       "55.1,37.1,0,-12,,<clock>|55.2,37.2,0,-3,,<clock>|55.2,37.2,0,-3,,<clock>||"}};
+       "8421376|3|55.1,37.1,0,-12,,<clock>|55.2,37.2,0,-3,,<clock>|55.2,37.2,0,-3,,<clock>||"}};
   for (const Case& row : cases) {
     TextRun test;
     test.settings.UseDcm = row.useDcm;
     test.settings.DepthSm = "25";
     test.ClickOn("a.txt", row.text, 9);
     EXPECT_EQ(test.Out("a.txt"), WithLineEnd(row.list, '|', "\r\n")) << row.text << test.window.att;
-    EXPECT_TRUE(test.Masked("a.plt").ends_with("8421376\r\n" + std::to_string(test.OutLines("a.txt").size()) +
-                                               WithLineEnd(std::string("|") + row.track, '|', "\r\n")))
-        << row.text << test.Masked("a.plt");
-    // A row of an export is corrected with and without it, once; with it to the decimetre.
-    test.ClickOn("b.csv", Head + Row("4105000", "30"));
-    EXPECT_EQ(test.Out("b.txt"),
-              "56.135476,36.999896," + std::string(row.useDcm ? "9.40" : "9.39") + "\r\n\r\n");
+    const std::string track = test.Masked("a.plt");
+    EXPECT_EQ(track.substr(track.find("8421376")), WithLineEnd(row.track, '|', "\r\n")) << row.text;
   }
 }
 
@@ -125,43 +121,6 @@ TEST(JobCsv, TimesAreTheClockPlusTheRowsTime) {
   EXPECT_TRUE(found) << line << ": half a second goes to the even one";
 }
 
-TEST(JobCsv, BadInput) {
-  const std::string mismatch = " ! error JobCsv: 13: Type mismatch";
-  const std::string subscript = " ! error JobCsv: 9: Subscript out of range";
-  const std::string overflow = " ! error JobCsv: 6: Overflow";
-  const std::string short13 = Row("4105000").substr(0, Row("4105000").size() - 3) + "\n";
-  CheckRefusals("a.csv", {{"no separator\nat all\n", " ! source file without delimiters ';' or ','..."},
-                          {"a,b;c", subscript},
-                          {"a,b\n", subscript},
-                          {Head + short13, subscript},
-                          {Head + "Downscan,1,2\nDownscan,1\n", mismatch},
-                          {Head + "55,37,2\n55,37\n", subscript},
-                          {Head + Row("east"), mismatch},
-                          {Head + Row("4105000", "deep"), mismatch},
-                          {Head + Row("4105000", ""), mismatch},
-                          {Head + Row("4105000", "30", "noon"), mismatch},
-                          {Head + Row("3000000000"), overflow},
-                          {Head + Row("4105000", "1e39"), overflow},
-                          {Head + Row("4105000", "30", "1e15"), overflow},
-                          {Head + Row(std::string("4105\0", 5)), mismatch},
-                          {Head + "55.1,x,3\n", mismatch},
-                          {Head + "90,37.1,-\n", mismatch}});
-  TextRun test;
-  test.settings.Source = (test.folder / "none.csv").string();
-  EXPECT_EQ(test.Click(), " ! error JobCsv: 53: File not found");
-}
-
-TEST(JobCsv, LinesOfAnySize) {
-  std::string wide = "Downscan";
-  for (int i = 0; i < 100'000; ++i) wide += ",1";
-  const std::string longLine(50'000'000, 'x');
-  const std::string nuls(1000, '\0');
-  TextRun test;
-  EXPECT_EQ(test.ClickOn("a.csv", Head + wide + "\n" + longLine + "\n" + nuls + "\n" + Row("4105000")),
-            Report(2, 6));
-  EXPECT_EQ(test.ClickOn("a.csv", longLine + ",\n" + Row(longLine)), " ! error JobCsv: 13: Type mismatch");
-}
-
 TEST(JobCsv, PauseStopAndProgress) {
   std::string text = Head;
   for (int i = 1; i <= 350; ++i) text += Row(std::to_string(4105000 + i));
@@ -173,37 +132,19 @@ TEST(JobCsv, PauseStopAndProgress) {
   };
   EXPECT_EQ(test.ClickOn("a.csv", text), Report(201, 201))
       << "the line reached, and what was selected so far";
-  EXPECT_EQ(test.window.waited, 7 + 2 * 70) << "the click waits too";
-  EXPECT_EQ(test.window.CountLines(" 28% line 100/351 dot 100"), 1);
+  EXPECT_EQ(test.window.waited, 7 + 2 * 70) << "the click waits too; a stop ends a pause";
   EXPECT_EQ(test.window.CountLines(" 56% line 200/351 dot 200"), 1);
   EXPECT_EQ(test.window.CountLines(" * processing aborted by user"), 1);
   EXPECT_EQ(test.OutLines("a.txt").size(), 201U);
-
-  test.window.pumps = 0;
-  test.window.onPump = [&](int pump) {
-    if (pump == 1) PauseClick(test.run);
-    if (pump == 3) StopClick(test.run);
-  };
-  EXPECT_EQ(test.ClickOn("a.csv", text), Report(1, 1)) << "a stop ends a pause";
 }
 
-TEST(JobCsv, AFileThatCantBeWrittenLeavesTheOthers) {
+TEST(JobCsv, ASourceThatIsLost) {
   TextRun test;
-  std::filesystem::create_directory(test.OutPath("a.plt"));
-  OutputFile(test.OutPath("a_bad.txt")).Write(std::string_view("of an earlier run"));
-  EXPECT_EQ(test.ClickOn("a.csv", Head + Row("4105000")), Report(1, 3));
-  EXPECT_EQ(test.window.CountLines("ошибка WriteF: 75. Path/File access error"), 1);
-  EXPECT_TRUE(test.HasOut("a.txt") && test.HasOut("a.mp"));
-  EXPECT_EQ(test.Out("a_bad.txt"), "of an earlier run");
-}
-
-TEST(JobCsv, ShowsItsTrackInTheMapProgram) {
-  TextRun test;
-  test.settings.MaxDiff = "300";
-  test.RecordTrack();
-  test.ClickOn("a.csv", Head + Row("4105000") + Row("4105400", "31.5"));
-  EXPECT_EQ(test.calls, "track 1|0 56.135476 36.999896 30|1 56.135476 37.003501 31.5|");
-  EXPECT_EQ(test.window.informed.size(), 1U);
+  test.window.onPump = [&](int) { std::filesystem::resize_file(test.settings.Source, 5); };
+  EXPECT_EQ(test.ClickOn("a.csv", Head + std::string(1'000'000, ',')),
+            " ! error JobCsv: 62: Input past end of file");
+  std::filesystem::remove(test.settings.Source);
+  EXPECT_EQ(test.Click(), " ! error JobCsv: 53: File not found");
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "core/number_text.h"
 #include "test_run.h"
 
 #include <regex>
@@ -32,29 +31,23 @@ struct TextRun : TestRun {
     static const std::regex clock(R"(\d\d-[A-Z][a-z][a-z]-\d\d,\d\d:\d\d:\d\d)");
     return std::regex_replace(Out(name), clock, "<clock>");
   }
-  bool HasNoOutput() const { return std::filesystem::is_empty(folder / "out"); }
-  void RecordTrack() {
-    settings.ViewOzi = true;
-    link.ShowTrack = [this](std::int32_t track) { calls += "track " + std::to_string(track) + "|"; };
-    link.CreateTrackPoint = [this](std::int32_t, std::int32_t code, double lat, double lon, double feet,
-                                   double) {
-      calls += std::to_string(code) + " " + NumText(lat) + " " + NumText(lon) + " " + NumText(feet) + "|";
-    };
-    link.IsPositionOnMap = [](double, double) { return 0; };
-  }
-
-  std::string calls;
 };
 
-using Ends = std::vector<std::pair<std::string, std::string>>;
+struct EndRow {
+  std::string text, end;
+  int channel = 2;
+};
 
-// Sources that end a run with a message, and without any output.
-inline void CheckRefusals(const std::string& name, const Ends& rows) {
-  for (const auto& [text, end] : rows) {
+// Sources and the last line of their run, which is a refusal without any output or a report.
+inline void CheckEnds(const std::string& name, const std::vector<EndRow>& rows) {
+  for (const auto& [text, end, channel] : rows) {
+    SCOPED_TRACE(text.substr(0, 200));
     TextRun test;
-    EXPECT_EQ(test.ClickOn(name, text), end) << text;
-    EXPECT_TRUE(test.HasNoOutput() && test.window.IsEnabled("btnGO")) << text;
-    EXPECT_EQ(test.window.beeps, 1) << text;
+    const bool refused = end.starts_with(" ! ");
+    EXPECT_EQ(test.ClickOn(name, text, channel), end);
+    EXPECT_EQ(std::filesystem::is_empty(test.folder / "out"), refused);
+    EXPECT_EQ(test.window.beeps, refused ? 1 : 0);
+    EXPECT_TRUE(test.window.IsEnabled("btnGO"));
   }
 }
 

@@ -1,80 +1,54 @@
 #include "jobs/text_source.h"
 
-#include "fault_in.h"
+#include "jobs/line_input.h"
 #include "jobs/text_run.h"
+
+#include <algorithm>
 
 namespace sondrix {
 namespace {
-
-// The lines of a text, each with the last one that isn't empty as it stands at that moment: "line<last>".
-std::string LinesOf(TestRun& test, const std::string& text, LineStart start, std::size_t blockSize) {
-  test.Source("a.txt", BytesOf(text));
-  TextSource source(test.settings.Source, start, blockSize);
-  std::string lines;
-  std::string_view last;
-  std::int64_t count = 0;
-  for (; const auto line = source.Next(); ++count) {
-    if (!line->empty()) last = *line;
-    lines.append(*line).append("<").append(last).append(">");
-  }
-  EXPECT_EQ(source.LineCount(), count);
-  return lines;
-}
 
 TEST(TextSource, LinesInBlocksOfAnySize) {
   struct Row {
     std::string text;
     LineStart start;
-    std::string lines;
-  };
-  const std::vector<Row> rows = {
-      {"", LineStart::CutLf, ""},
-      {"\n", LineStart::CutLf, "<><>"},
-      {"one\ntwo", LineStart::CutWithCr, "one<one>two<two>"},
-      {"one\n\n\n\n\n\ntwo\n", LineStart::CutWithCr, "one<one><one><one><one><one><one>two<two><two>"},
-      {"one\r\n\r\n\r\n\r\ntwo\r\n", LineStart::CutWithCr, "ne<ne><ne><ne><ne>two<two><two>"},
-      {"one\r\n\r\n\n\ntwo\rthree", LineStart::CutLf, "one<one><one>\n\ntwo<\n\ntwo>three<three>"},
-      {"one\rtwo", LineStart::CutWithCr, "ne<ne>wo<wo>"},
-      {"abcab", LineStart::CutLf, "a<a>ca<ca><ca>"},
-      {std::string("a\0b\nc", 5), LineStart::CutLf, std::string("a\0b<a\0b>c<c>", 12)},
+    std::string lines;  // each with the last one that isn't empty as it stands at that moment: "line<last>"
   };
   TestRun test;
-  for (const Row& row : rows) {
+  for (const Row& row : std::vector<Row>{
+           {"", LineStart::CutLf, ""},
+           {"one\n\n\n\n\n\ntwo\n", LineStart::CutWithCr, "one<one><one><one><one><one><one>two<two><two>"},
+           {"one\r\n\r\n\r\n\r\ntwo\r\n", LineStart::CutWithCr, "ne<ne><ne><ne><ne>two<two><two>"},
+           {"one\r\n\r\n\n\ntwo\rthree", LineStart::CutLf, "one<one><one>\n\ntwo<\n\ntwo>three<three>"},
+           {"abcab", LineStart::CutLf, "a<a>ca<ca><ca>"}}) {
+    test.Source("a.txt", BytesOf(row.text));
     for (const std::size_t blockSize : {1, 2, 3, 5, 8, 100}) {
-      EXPECT_EQ(LinesOf(test, row.text, row.start, blockSize), row.lines) << row.text << blockSize;
+      TextSource source(test.settings.Source, row.start, blockSize);
+      std::string lines;
+      std::string_view last;
+      while (const auto line = source.Next()) {
+        if (!line->empty()) last = *line;
+        lines.append(*line).append("<").append(last).append(">");
+      }
+      EXPECT_EQ(lines, row.lines) << row.text << blockSize;
+      EXPECT_EQ(source.LineCount(), std::count(lines.begin(), lines.end(), '<'));
     }
   }
 }
 
-TEST(TextSource, AFileThatBecomesShorter) {
+// The other cutter, of CR LF and CR alone.
+TEST(LineInput, SeamsOfBlocksDontShow) {
+  const std::string text = "\r\rab\r\n\r\n\ncd\n\r" + std::string(40, 'x') + "\r\r\nlast\n";
+  const std::vector<std::string> lines = {"", "", "ab", "", "\ncd\n", std::string(40, 'x'), "", "last\n"};
   TestRun test;
-  const std::string text = "one\ntwo\nthree\n";
-  test.Source("a.txt", BytesOf(text));
-  TextSource source(test.settings.Source, LineStart::CutLf, 4);
-  source.Next();
-  std::filesystem::resize_file(test.settings.Source, 5);
-  EXPECT_EQ(FaultIn([&] {
-              while (source.Next()) {
-              }
-            }),
-            62);
-}
-
-TEST(Columns, SplitAtEachSeparator) {
-  const std::string line = "a;,bb;,;,0123456789;,;,last of all";
-  Columns columns;
-  columns.Split(line, ';', 16);
-  EXPECT_EQ(columns.Count(), 6U);
-  EXPECT_EQ(columns.At(3), ",0123456789");
-  EXPECT_EQ(columns.At(5), ",last of all");
-  EXPECT_EQ(FaultIn([&] { columns.At(6); }), 9);
-  columns.Split(line, ',', 3);
-  EXPECT_EQ(columns.Count(), 3U);
-  EXPECT_EQ(columns.At(1), "bb;");
-  // A byte next to the separator's value isn't one, also behind one that is.
-  columns.Split(";:;<=;x", ';', 16);
-  EXPECT_EQ(columns.Count(), 4U);
-  EXPECT_EQ(columns.At(1), ":");
+  test.Source("lines", BytesOf(text));
+  for (std::size_t block = 1; block <= text.size() + 1; ++block) {
+    InputFile file(test.settings.Source);
+    LineInput input(file, block);
+    std::vector<std::string> read;
+    while (const auto line = input.Next()) read.emplace_back(*line);
+    EXPECT_EQ(read, lines) << "blocks of " << block;
+  }
 }
 
 }  // namespace

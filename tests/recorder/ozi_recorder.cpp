@@ -65,11 +65,10 @@ RECORDED oziFindOzi() {
   return Is("closed") ? 1 : 0;
 }
 RECORDED oziShowAllTracks() { return Note("oziShowAllTracks"); }
-RECORDED oziShowTrack(std::int32_t* track) { return Note("oziShowTrack %d", static_cast<int>(*track)); }
+RECORDED oziShowTrack(std::int32_t* track) { return Note("oziShowTrack %d", *track); }
 RECORDED oziCreateTrackPoint(std::int32_t track, std::int32_t code, double lat, double lon, double altitude,
                              double date) {
-  return Note("oziCreateTrackPoint %d %d %.9f %.9f %.4f %.6f", static_cast<int>(track),
-              static_cast<int>(code), lat, lon, altitude, date);
+  return Note("oziCreateTrackPoint %d %d %.9f %.9f %.4f %.6f", track, code, lat, lon, altitude, date);
 }
 RECORDED oziCenterMapAtPosition(double lat, double lon) {
   return Note("oziCenterMapAtPosition %.9f %.9f", lat, lon);
@@ -90,10 +89,8 @@ RECORDED oziCreateWP(const char* name, std::int32_t symbol, double lat, double l
                      double date, std::int32_t a, std::int32_t direction, std::int32_t b, std::int32_t c,
                      std::int32_t colour, std::int32_t d, const char* description, std::int32_t e,
                      std::int32_t f, std::int32_t g) {
-  Note("oziCreateWP '%s' %d %.9f %.9f %.4f %.6f %d %d %d %d %d %d '%s' %d %d %d", name,
-       static_cast<int>(symbol), lat, lon, altitude, date, static_cast<int>(a), static_cast<int>(direction),
-       static_cast<int>(b), static_cast<int>(c), static_cast<int>(colour), static_cast<int>(d), description,
-       static_cast<int>(e), static_cast<int>(f), static_cast<int>(g));
+  Note("oziCreateWP '%s' %d %.9f %.9f %.4f %.6f %d %d %d %d %d %d '%s' %d %d %d", name, symbol, lat, lon,
+       altitude, date, a, direction, b, c, colour, d, description, e, f, g);
   return 17;
 }
 RECORDED oziCloseApi() { return Note("oziCloseApi"); }
