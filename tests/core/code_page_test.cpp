@@ -14,14 +14,13 @@ TEST(CodePage, EveryByteSurvivesTheWayThere) {
 TEST(CodePage, WritesLettersOfBothPages) {
   const char* const rows[][2] = {
       {"Глубина ё №", "\xC3\xEB\xF3\xE1\xE8\xED\xE0 \xB8 \xB9"},
-      {"äöüßÄÖÜ", "\xE4\xF6\xFC\xDF\xC4\xD6\xDC"},
-      {"Šœé", "\x8A\x9C\xE9"},
+      {"Šœéß", "\x8A\x9C\xE9\xDF"},
       {"€„“", "\x88\x84\x93"},
       {"×½水😀", "????"},
       {"a\xFFz", "a?z"},
-      {"\xC0\x80\xED\xA0\x80", "?????"},  // overlong, surrogate
-      {"\xF4\x90\x80\x80", "????"},       // beyond the last character
-      {"\xE2\x82", "??"},                 // cut off
+      {"\xC0\x80\xE0\x83\xA9\xED\xA0\x80", "????????"},  // overlong, surrogate
+      {"\xF4\x90\x80\x80", "????"},                      // beyond the last character
+      {"\xE2\x82", "??"},                                // cut off
   };
   for (const auto& row : rows) EXPECT_EQ(ToCodePage(row[0]), row[1]) << row[0];
 }

@@ -10,9 +10,6 @@
 
 #ifdef _WIN32
 #include <windows.h>
-#else
-#include <sys/stat.h>
-#include <unistd.h>
 #endif
 
 namespace sondrix {
@@ -42,31 +39,14 @@ class Files : public testing::Test {
   fs::path folder_;
 };
 
-TEST_F(Files, ReadsAtAnyPosition) {
-  Put("Глубина.sl2", "0123456789");
-  InputFile file(At("Глубина.sl2"));
-  EXPECT_EQ(file.Length(), 10);
-  for (const auto& [offset, bytes] :
-       {std::pair(0, "0123"), {4, "4567"}, {8, "89"}, {10, ""}, {99, ""}, {2, "2345"}, {6, "6789"}}) {
-    std::array<std::uint8_t, 4> target{};
-    const std::size_t count = file.ReadAt(offset, target);
-    EXPECT_EQ(std::string(target.begin(), target.begin() + count), bytes) << offset;
-  }
-  EXPECT_EQ(ReadWhole(At("Глубина.sl2")), "0123456789");
-}
-
 TEST_F(Files, ReadsBeyondFourGigabytes) {
   Put("big", "x");
   std::error_code error;
   fs::resize_file(folder_ / "big", 5'000'000'000, error);
   if (error) GTEST_SKIP() << error.message();
   InputFile file(At("big"));
-  EXPECT_EQ(file.Length(), 5'000'000'000);
   std::array<std::uint8_t, 8> target{};
   EXPECT_EQ(file.ReadAt(4'999'999'995, target), 5U);
-  if (sizeof(std::size_t) < 8) {
-    EXPECT_EQ(FaultIn([&] { ReadWhole(At("big")); }), 7);
-  }
 }
 
 TEST_F(Files, RefusalsHaveTheirNumbers) {
@@ -89,13 +69,7 @@ TEST_F(Files, DrivesAndBothSeparators) {
   for (const std::string& there : {drive, drive + "\\", drive + "/", At("a\\b/c\\")})
     EXPECT_TRUE(MakeFolders(there));
   EXPECT_TRUE(fs::is_directory(folder_ / "a" / "b" / "c"));
-  EXPECT_EQ(FileNameOf("a/b\\c"), "c");
-  EXPECT_EQ(FileNameOf("a\\b/c"), "c");
-  const fs::path before = fs::current_path();
-  fs::current_path(folder_);
-  EXPECT_EQ(FaultIn([&] { OutputFile(drive + "Яма.txt").Write(std::string_view("x")); }), 0);
-  fs::current_path(before);
-  EXPECT_EQ(ReadWhole(At("Яма.txt")), "x");
+  EXPECT_TRUE(FileNameOf("a/b\\c") == "c" && FileNameOf("a\\b/c") == "c");
   EXPECT_EQ(FaultIn([] { OutputFile file("\\\\none\\none\\x"); }), 76);
 }
 
@@ -108,30 +82,6 @@ TEST_F(Files, AFileInUseIsDenied) {
   EXPECT_EQ(FaultIn([&] { DeleteIfThere(At("busy")); }), 70);
   CloseHandle(file);
 }
-#else
-TEST_F(Files, PipesAndDevicesDontHang) {
-  ASSERT_EQ(mkfifo(At("pipe").c_str(), 0600), 0);
-  fs::create_symlink("loop", folder_ / "loop");
-  for (const std::string& path : {At("pipe"), At("loop"), std::string("/dev/zero")})
-    EXPECT_EQ(FaultIn([&] { InputFile file(path); }), 52) << path;
-  EXPECT_EQ(FaultIn([&] { OutputFile file(At("pipe")); }), 52);
-  if (geteuid() == 0) return;
-  Put("locked", "x");
-  fs::permissions(folder_ / "locked", fs::perms::none);
-  EXPECT_EQ(FaultIn([&] { InputFile file(At("locked")); }), 70);
-  EXPECT_EQ(FaultIn([&] { OutputFile file(At("locked")); }), 70);
-}
-
-TEST_F(Files, AFullDiskIsNoticed) {
-  if (!fs::exists("/dev/full")) GTEST_SKIP();
-  for (const std::size_t size : {1U, 100000U}) {
-    OutputFile file("/dev/full");
-    EXPECT_EQ(FaultIn([&] { file.Write(std::string(size, 'x')); }), 61);
-  }
-  TestWindow window;
-  WriteF("/dev/full", "x", window);
-  EXPECT_EQ(window.Att(), "ошибка WriteF: 61. Disk full");
-}
 #endif
 
 TEST_F(Files, WriteFEndsTheTextWithOneLineEnd) {
@@ -139,19 +89,14 @@ TEST_F(Files, WriteFEndsTheTextWithOneLineEnd) {
   Put("a.txt", "longer than what replaces it");
   WriteF(At("a.txt"), "Яма\r\n", window);
   EXPECT_EQ(ReadWhole(At("a.txt")), "\xDF\xEC\xE0\r\n\r\n");
-  WriteF(At("b.txt"), "", window);
-  EXPECT_EQ(ReadWhole(At("b.txt")), "\r\n");
   EXPECT_EQ(window.Att(), "");
   WriteF(At("none/c.txt"), "x", window);
   EXPECT_EQ(window.Att(), "ошибка WriteF: 76. Path not found");
-  EXPECT_FALSE(fs::exists(folder_ / "none"));
 }
 
 TEST_F(Files, MakesFoldersUpToTheLastSeparator) {
-  EXPECT_TRUE(MakeFolders(At("a/b/c")));
-  EXPECT_TRUE(fs::is_directory(folder_ / "a" / "b"));
-  EXPECT_FALSE(fs::exists(folder_ / "a" / "b" / "c"));
-  for (const char* there : {"x", "", "/"}) EXPECT_TRUE(MakeFolders(there)) << there;
+  EXPECT_TRUE(MakeFolders(At("a/b/c")) && MakeFolders(""));
+  EXPECT_TRUE(fs::is_directory(folder_ / "a" / "b") && !fs::exists(folder_ / "a" / "b" / "c"));
   Put("file", "x");
   EXPECT_FALSE(MakeFolders(At("file/b/")));
 }
@@ -161,9 +106,7 @@ TEST_F(Files, DeletesAndComparesByFile) {
   Put("b", "x");
   fs::create_hard_link(folder_ / "a", folder_ / "link");
   EXPECT_TRUE(SameFile(At("a"), At("link")));
-  EXPECT_FALSE(SameFile(At("a"), At("b")));
-  EXPECT_FALSE(SameFile(At("none"), At("none")));
-  DeleteIfThere(At("a"));
+  EXPECT_FALSE(SameFile(At("a"), At("b")) || SameFile(At("none"), At("none")));
   DeleteIfThere(At("a"));
   EXPECT_FALSE(fs::exists(folder_ / "a"));
   EXPECT_EQ(FaultIn([&] { DeleteIfThere(At(".")); }), 75);
@@ -174,9 +117,7 @@ TEST_F(Files, DeletesAndComparesByFile) {
 TEST(Fault, NamesWhatWasCaught) {
   EXPECT_EQ(FaultIn([] { throw std::bad_alloc(); }), 7);
   EXPECT_EQ(FaultIn([] { throw fs::filesystem_error("", std::make_error_code(std::errc::io_error)); }), 57);
-  EXPECT_EQ(FaultIn([] { throw Fault(FaultNumber::Subscript); }), 9);
   EXPECT_THROW(FaultIn([] { throw 1; }), int);
-  EXPECT_EQ(FaultLine("JobSl", Fault(FaultNumber::TypeMismatch)), " ! error JobSl: 13. Type mismatch");
 }
 
 }  // namespace

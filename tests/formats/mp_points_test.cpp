@@ -20,14 +20,5 @@ TEST(MpPoints, HeadsDifferInTypeSetAndLevels) {
   EXPECT_EQ(MpHead(LogMpHead, "lake, north"), log);
 }
 
-TEST(MpPoints, Records) {
-  std::string body;
-  AppendMpPoint(body, "any type", {".5", "55.1", "37.1"});
-  AppendMpBreak(body, {"7.2", "55.2", "37.2"}, 1234);
-  EXPECT_EQ(body,
-            "\r\n[POI]\r\nType=any type\r\nLabel=.5\r\nData0=(55.1,37.1)\r\n[END]\r\n"
-            "\r\n[POI]\r\nType=0x2900\r\nLabel=7.2 | 1234\r\nData0=(55.2,37.2)\r\n[END]\r\n");
-}
-
 }  // namespace
 }  // namespace sondrix

