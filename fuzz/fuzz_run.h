@@ -143,21 +143,21 @@ class FuzzWindow : public Window {
 
 // Puts the drawn texts, flags and buttons in the place of what a user would have set. ViewOzi stays clear.
 inline void DrawSettings(Draw& draw, Session& session, FuzzWindow& window) {
-  static constexpr const char* Numbers[] = {"",   "0",   "1",      "5",          "100",   "1000",
+  static constexpr const char* numbers[] = {"",   "0",   "1",      "5",          "100",   "1000",
                                             "-5", "1,5", "3.",     "-90",        "32767", "40000",
                                             "x",  "1e9", "-1e308", "70000000000"};
-  static constexpr const char* Poi[] = {"0x1000", "", "Y", "0x6616"};
-  static constexpr const char* Names[] = {"", "a", "a.b", "\xD0\x9E"};
-  static constexpr int Channels[] = {2, 0, 5, 9};
+  static constexpr const char* poi[] = {"0x1000", "", "Y", "0x6616"};
+  static constexpr const char* names[] = {"", "a", "a.b", "\xD0\x9E"};
+  static constexpr int channels[] = {2, 0, 5, 9};
   Settings& settings = session.settings;
   for (const Field& field : Fields()) {
     if (field.kind != FieldKind::Text || field.name == "Source" || field.name == "TargetPath") continue;
     if (field.name == "DepthMP" || field.name == "TargetName") continue;
     const std::uint8_t pick = draw.Next();
-    if (pick != 0) settings.*field.text = Numbers[pick % std::size(Numbers)];
+    if (pick != 0) settings.*field.text = numbers[pick % std::size(numbers)];
   }
-  settings.DepthMP = draw.Pick(Poi);
-  settings.TargetName = draw.Pick(Names);
+  settings.DepthMP = draw.Pick(poi);
+  settings.TargetName = draw.Pick(names);
   unsigned flags = draw.Next();
   flags |= static_cast<unsigned>(draw.Next()) << 8U;
   for (const Field& field : Fields()) {
@@ -168,7 +168,7 @@ inline void DrawSettings(Draw& draw, Session& session, FuzzWindow& window) {
   if (settings.SaveGraf && draw.Next() % 8 != 0)
     settings.SaveGraf = false;  // a picture for each frame is slow
   settings.EhoSens = MinEhoSens + draw.Next() % (MaxEhoSens - MinEhoSens + 1);
-  settings.UseTyp = Channels[draw.Next() % std::size(Channels)];
+  settings.UseTyp = channels[draw.Next() % std::size(channels)];
   ChannelClick(session.run, settings.UseTyp);
   ApplyLanguage(session, LanguageItems[draw.Next() % LanguageItems.size()].id);
   window.clickAt = draw.Next();

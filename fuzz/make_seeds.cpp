@@ -99,9 +99,7 @@ int main(int count, char** arguments) {
     ini.append(field.key).append("=").append(field.defaultText).append("\r\n");
   seeds.Add("ini", ini);
   seeds.Add("ini", "\xEF\xBB\xBF[Main]\nSource=\"\xD0\x9E\"\nUseDcm=2");
-  for (const char* text : {"0", " 1 234,5", "-.5e-3x", "1E+308", "&HFF",
-                           "\xC2\xA0"
-                           "7"})
+  for (const char* text : {"0", " 1 234,5", "-.5e-3x", "1E+308", "&HFF", "\302\2407"})
     seeds.Add("numbers", text);
   for (const char* text : {"5545.1234", "03737.5678", "5545,1234", "1e30.1234"}) seeds.Add("nmea", text);
   for (const char* text : {"-o\nout\n--set\nUseTyp=9\nlake.sl2", "--answer\nno\n-v\na\nb", "--list-fields",

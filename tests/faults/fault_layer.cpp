@@ -69,7 +69,7 @@ using namespace sondrix;
 #define BEFORE(type, failure, subject, name, parameters, arguments) \
   type name parameters {                                            \
     static const auto behind = BEHIND(name);                        \
-    return Fails(#name, subject) ? failure : behind arguments;      \
+    return Fails(#name, subject) ? (failure) : behind arguments;    \
   }
 
 extern "C" {

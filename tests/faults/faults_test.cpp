@@ -45,6 +45,7 @@ Files FilesIn(const fs::path& folder) {
 
 std::string SmallEchogram(int formatWord, int pings, std::size_t samples) {
   std::vector<SampleFrame> frames;
+  frames.reserve(static_cast<std::size_t>(pings));
   for (int i = 0; i < pings; ++i) {
     frames.push_back(Frame(2, 10.0F + static_cast<float>(i % 7), 4'105'000 + 9 * i, 7'533'000, samples));
   }

@@ -61,7 +61,7 @@ TEST(Vincenty, EndsWhereTheGeodesicDoes) {
   std::string latText, lonText;
   for (const auto& [lat, lon, azimuth, distance, digits, end] : rows) {
     DestPoint(lat, lon, azimuth, distance, latText, lonText, digits);
-    EXPECT_EQ(latText + " " + lonText, end);
+    EXPECT_EQ(latText.append(" ").append(lonText), end);
   }
   EXPECT_EQ(FaultIn([&] { DestPoint(60, 30, std::nan(""), 1, latText, lonText, 9); }), 6);
 }
@@ -72,7 +72,7 @@ TEST(Utm, GivesEastingAndNorthing) {
                                        {-33.5, 151.25, "337440.64 -3708089.69"},
                                        {0, 183, "500000 0"}}) {  // zone 61 isn't clamped
     Ll2Utm(lat, lon, northing, easting);
-    EXPECT_EQ(easting + " " + northing, grid);
+    EXPECT_EQ(easting.append(" ").append(northing), grid);
   }
   EXPECT_EQ(FaultIn([&] { Ll2Utm(60, 1e7, northing, easting); }), 6);
 }
