@@ -12,8 +12,7 @@ foreach(alone
     sondrix_samples:samples/lake.cpp
     sondrix_samples:samples/text_export.cpp
     sondrix_samples:samples/three_column.cpp
-    jobs_test:tests/jobs/job_mp_test.cpp
-    jobs_test:tests/jobs/point_filter_test.cpp)
+    jobs_test:tests/jobs/job_mp_test.cpp)
   string(REGEX MATCH "^([^:]+):(.+)$" parts ${alone})
   if(TARGET ${CMAKE_MATCH_1})
     set_source_files_properties(${PROJECT_SOURCE_DIR}/${CMAKE_MATCH_2} TARGET_DIRECTORY ${CMAKE_MATCH_1}

@@ -25,11 +25,5 @@ TEST(CodePage, WritesLettersOfBothPages) {
   for (const auto& row : rows) EXPECT_EQ(ToCodePage(row[0]), row[1]) << row[0];
 }
 
-TEST(CodePage, CountsCharacters) {
-  EXPECT_EQ(CharacterCount("aяü€😀\xFF"), 6U);
-  EXPECT_EQ(FromCharacter("aяü€", 2), "ü€");
-  EXPECT_EQ(FromCharacter("aя", 5), "");
-}
-
 }  // namespace
 }  // namespace sondrix

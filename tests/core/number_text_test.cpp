@@ -97,12 +97,5 @@ TEST(LocParse, TakesNumbersAndNothingElse) {
   }
 }
 
-TEST(PadDecimals, FillsUpToTheWidth) {
-  for (const auto& [text, padded] :
-       {std::pair("12", "12.00"), {"", ".00"}, {".3", ".30"}, {"1.234", "1.234"}})
-    EXPECT_EQ(PadDecimals(text, 2), padded);
-  EXPECT_EQ(PadDecimals("12", 0), "12.0");
-}
-
 }  // namespace
 }  // namespace sondrix

@@ -58,14 +58,6 @@ TEST(Picture, ScrollsBeyondItsBuffer) {
   EXPECT_EQ(picture.Texts().at(0).x, 2);
 }
 
-TEST(Picture, WritesNumbersWithBlanks) {
-  Picture picture(10, 10);
-  for (const float value : {3.05F, -0.5F, 0.0F}) picture.PrintAt(0, 0, value);
-  std::string texts;
-  for (const PictureText& text : picture.Texts()) texts += text.text + "|";
-  EXPECT_EQ(texts, " 3.05 |-0.5 | 0 |");
-}
-
 TEST(Picture, ResizesItsContent) {
   Picture echo(4, 2), curve(4, 2);
   for (Picture* picture : {&echo, &curve}) {

@@ -24,20 +24,23 @@ std::string Depth(const std::string& feet) { return "$SDDBT," + feet + ",f,,M,,F
 TEST(JobLog, AWholeRun) {
   TextRun test;
   test.settings.MaxDiff = "300";
+  test.settings.DistDiff = "1";
+  test.settings.UseDcm = true;
   test.settings.TargetName = "t";
   const std::string log =
-      Date + Fix("20.0000", "120000") + "$GPGSV,1\n" + Fix("59.0000") + Depth("30") +  // 0 to 4
-      Fix("20.0100", "120001.50", "1", "05") + Depth("31") +                           // 5, 6
-      Fix("20.0100") + Depth("99") + Fix("20.0200", "120003", "0") + Depth("32") +     // 7 to 10
-      "\n" + Fix("20.0300") + Depth("") + Fix("20.0400") + Depth("40.35933") +         // 11 to 15
-      Fix("21.0000") + Depth("100.25");                                                // 16, 17
+      Date + Fix("19.9900") + Depth("29") +                                         // 0 to 2
+      Fix("20.0000", "120000") + "$GPGSV,1\n" + Fix("59.0000") + Depth("30") +      // 3 to 6
+      Fix("20.0100", "120001.50", "1", "05") + Depth("31") +                        // 7, 8
+      Fix("20.0100") + Depth("99") + Fix("20.0200", "120003", "0") + Depth("32") +  // 9 to 12
+      "\n" + Fix("20.0300") + Depth("") + Fix("20.0400") + Depth("40.35933") +      // 13 to 17
+      Fix("21.0000") + Depth("100.25");                                             // 18, 19
   EXPECT_EQ(test.ClickOn("a.log", log), Done);
   EXPECT_EQ(test.Out("t.drd.txt"),
-            "Longitude;Latitude;Depth,m;Offset,m;Satellite,pc;HDOP,m\r\n55.166667,37.333333,9.14\r\n"
-            "55.166667,37.3335,9.45\r\n55.166667,37.334,12.3\r\n55.166667,37.35,30.56\r\n\r\n");
+            "Longitude;Latitude;Depth,m;Offset,m;Satellite,pc;HDOP,m\r\n55.166667,37.333333,9.1\r\n"
+            "55.166667,37.3335,9.4\r\n55.166667,37.334,12.3\r\n55.166667,37.35,30.6\r\n\r\n");
   EXPECT_EQ(test.Out("t.srf.txt"),
-            "37.333333,55.166667,-9.14\r\n37.3335,55.166667,-9.45\r\n37.334,55.166667,-12.3\r\n"
-            "37.35,55.166667,-30.56\r\n\r\n");
+            "37.333333,55.166667,-9.1\r\n37.3335,55.166667,-9.4\r\n37.334,55.166667,-12.3\r\n"
+            "37.35,55.166667,-30.6\r\n\r\n");
   EXPECT_EQ(
       test.Out("t.plt"),
       "OziExplorer Track Point File Version 2.1\r\nWGS 84\r\nAltitude is in Feet\r\nReserved 3\r\n"
@@ -48,13 +51,13 @@ TEST(JobLog, AWholeRun) {
   EXPECT_TRUE(mp.find("Name=t\r\nElevation=M\r\n") != std::string::npos);
   EXPECT_TRUE(mp.ends_with(
       "Type=0x1000\r\nLabel=12.3\r\nData0=(55.166667,37.334)\r\n[END]\r\n"
-      "\r\n[POI]\r\nType=0x2900\r\nLabel=30.56 | 17\r\nData0=(55.166667,37.35)\r\n[END]\r\n\r\n"));
+      "\r\n[POI]\r\nType=0x2900\r\nLabel=30.6 | 19\r\nData0=(55.166667,37.35)\r\n[END]\r\n\r\n"));
   EXPECT_EQ(test.Out("t.bad.txt"),
-            "ammout of sattelites 05 in line 5\r\nsattelites missing in line 10\r\nzero depth in line 13\r\n"
-            "distance beetween dots 1781 in line 17\r\n\r\n");
+            "ammout of sattelites 05 in line 7\r\nsattelites missing in line 12\r\nzero depth in line 15\r\n"
+            "distance beetween dots 1781 in line 19\r\n\r\n");
   EXPECT_EQ(test.settings.TargetName, "");
-  EXPECT_EQ(test.window.CountLines(" line 10 - sattelites missing..."), 1);
-  EXPECT_EQ(test.window.CountLines(" 55% line 10/18 dot 2"), 1);
+  EXPECT_EQ(test.window.CountLines(" line 12 - sattelites missing..."), 1);
+  EXPECT_EQ(test.window.CountLines(" 60% line 12/20 dot 2"), 1);
 
   const std::string track = test.Out("t.plt");
   EXPECT_EQ(test.ClickOn("t.log", WithLineEnd(log, '\n', "\r\n")), Done);

@@ -82,17 +82,20 @@ TEST(JobMp, RefusalsLeaveAnEarlierListAlone) {
   EXPECT_TRUE(std::filesystem::exists(std::filesystem::path(list) / "kept"));
 }
 
-TEST(JobMp, ALongLine) {
-  std::string map = Head + "[POLYLINE]\r\nLabel=5\r\nData0=(1,2)";
-  std::string list = "\r\n1,2,5\r\n";
-  for (int i = 0; i < 200'000; ++i) {
+// The short ones are of 17 bytes, so that one's end lies across a seam of the blocks that are read.
+TEST(JobMp, ManyShortLinesAndALongOne) {
+  std::string map = Head + "[POLYLINE]\r\nLabel=5\r\n", list = "\r\n";
+  std::string longLine = "Data0=(1,2)", longList = "1,2,5\r\n";
+  for (int i = 0; i < 300'000; ++i) {
+    map += "Data0=(1.25,37)\r\n";
+    list += "1.25,37,5\r\n\r\n";
     const std::string vertex = std::to_string(i) + ",37";
-    map += ",(" + vertex + ")";
-    list += vertex + ",5\r\n";
+    longLine += ",(" + vertex + ")";
+    longList += vertex + ",5\r\n";
   }
   TextRun test;
-  EXPECT_EQ(test.ClickOn("lake.mp", map + "\r\n"), Done);
-  EXPECT_TRUE(ListOf(test) == list + "\r\n");
+  EXPECT_EQ(test.ClickOn("lake.mp", map + longLine), Done);
+  EXPECT_TRUE(ListOf(test) == list + longList + "\r\n");
 }
 
 }  // namespace

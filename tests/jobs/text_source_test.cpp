@@ -1,6 +1,5 @@
 #include "jobs/text_source.h"
 
-#include "jobs/line_input.h"
 #include "jobs/text_run.h"
 
 #include <algorithm>
@@ -33,21 +32,6 @@ TEST(TextSource, LinesInBlocksOfAnySize) {
       EXPECT_EQ(lines, row.lines) << row.text << blockSize;
       EXPECT_EQ(source.LineCount(), std::count(lines.begin(), lines.end(), '<'));
     }
-  }
-}
-
-// The other cutter, of CR LF and CR alone.
-TEST(LineInput, SeamsOfBlocksDontShow) {
-  const std::string text = "\r\rab\r\n\r\n\ncd\n\r" + std::string(40, 'x') + "\r\r\nlast\n";
-  const std::vector<std::string> lines = {"", "", "ab", "", "\ncd\n", std::string(40, 'x'), "", "last\n"};
-  TestRun test;
-  test.Source("lines", BytesOf(text));
-  for (std::size_t block = 1; block <= text.size() + 1; ++block) {
-    InputFile file(test.settings.Source);
-    LineInput input(file, block);
-    std::vector<std::string> read;
-    while (const auto line = input.Next()) read.emplace_back(*line);
-    EXPECT_EQ(read, lines) << "blocks of " << block;
   }
 }
 

@@ -63,8 +63,10 @@ TEST(Cut, HoldsTheChannelsFramesButTheLast) {
     for (SampleFrame frame : Lake()) {
       if (frame.Channel != channel || *frame.FrameIndex < 102 || *frame.FrameIndex > 105) continue;
       if (useRad && frame.Heading != 0) frame.Course = frame.Heading;
-      if (hide) frame.Course = 0;
-      if (hide) frame.MercX = frame.MercY = 0;
+      if (hide) {
+        frame.Course = 0;
+        frame.MercX = frame.MercY = 0;
+      }
       kept.push_back(frame);
     }
     EXPECT_TRUE(test.Source("lake.sl2", EchogramBytes(word, Lake())).Click(channel).ends_with(" * done"));
@@ -92,7 +94,7 @@ TEST(Cut, EndsThatLeaveASoundFile) {
     TestRun test;
     test.settings.MakeCut = true;
     test.settings.TargetName = "lake";
-    test.Source(length == 8 ? "lake.sl2" : "out/lake_ch2.sl2", source);
+    test.Source(length == 8 ? "lake.sl2" : "out/../out/lake_ch2.sl2", source);
     EXPECT_EQ(test.Click(), end);
     EXPECT_EQ(test.Out("lake_ch2.sl2").size(), length) << end;
     EXPECT_EQ(test.Click(9), " ! 3D channel is not supported in SL2...");

@@ -1,11 +1,12 @@
 #include "sonar/job_sl.h"
 
+#include "samples/bulk.h"
 #include "samples/damage.h"
 #include "samples/echogram.h"
 #include "test_run.h"
 
+#include <algorithm>
 #include <cmath>
-#include <fstream>
 #include <numbers>
 
 namespace sondrix {
@@ -63,22 +64,6 @@ TEST(JobSl, WritesALineForEachFrameOfTheChannel) {
   }
 }
 
-TEST(JobSl, WritesThePointsOnBothSidesOfTheBoat) {
-  const SampleSounding left[] = {{10, 100}}, right[] = {{20, 100}, {30, 110}};
-  const auto dry = Frame3D(left, right, 0), wet = Frame3D(left, right, 12);
-  auto odd = wet;
-  odd.Samples.resize(256);
-  TestRun test;
-  test.settings.MaxSide = test.settings.MaxProc = "";
-  // Those of 256 bytes are passed over.
-  const auto source = EchogramBytes(3, {dry, Frame(2, 10), odd, wet});
-  EXPECT_EQ(test.Source("lake.sl3", source).Click(9), " 100  scan 1 * done");
-  EXPECT_EQ(test.Out("lake.csv"),
-            "55.99985879,36.999632113,3.05,2016-05-25T14:00:02\r\n"
-            "55.999398082,37.000160002,6.1,2016-05-25T14:00:02\r\n"
-            "55.999375046,37.000186397,9.14,2016-05-25T14:00:02\r\n\r\n");
-}
-
 TEST(JobSl, BlocksOfReadingDontShowAndALostSourceKeepsTheCsv) {
   TestRun test;
   test.Source("lake.sl2", EchogramBytes(2, Scans(10))).Click();
@@ -95,19 +80,22 @@ TEST(JobSl, BlocksOfReadingDontShowAndALostSourceKeepsTheCsv) {
   EXPECT_EQ(test.Out("lake.csv"), whole);
 }
 
-TEST(JobSl, IntervalIsByFrameIndex) {
-  const std::tuple<const char*, const char*, std::size_t, const char*> rows[] = {
-      {"4", "", 7, " 100%  scan 11 ^00:00:09 * done"},
-      {"4", "6", 3, " 100%  scan 7 * done"},
-      {"", "3", 3, " 100%  scan 3 * done"},
-      {"99", "", 0, " 100ip scan # 10 * done"},
-      {"4", "4", 0, " ! selected interval # is incorrect..."},
-      {"x", "", 0, " ! error JobSl: 13. Type mismatch"},
+TEST(JobSl, IntervalAndSpacing) {
+  const std::tuple<const char*, const char*, const char*, std::size_t, const char*> rows[] = {
+      {"4", "", "0", 7, " 100%  scan 11 ^00:00:09 * done"},
+      {"4", "6", "0", 3, " 100%  scan 7 * done"},
+      {"", "3", "0", 3, " 100%  scan 3 * done"},
+      {"99", "", "0", 0, " 100ip scan # 10 * done"},
+      {"4", "4", "0", 0, " ! selected interval # is incorrect..."},
+      {"x", "", "0", 0, " ! error JobSl: 13. Type mismatch"},
+      // The way counts from the last point that was written, and has to be longer.
+      {"", "", "2", 5, " 100%  scan 10 ^00:00:09 * done"},
   };
-  for (const auto& [skip, cut, count, end] : rows) {
+  for (const auto& [skip, cut, distDiff, count, end] : rows) {
     TestRun test;
     test.settings.ScanSkip = skip;
     test.settings.ScanCut = cut;
+    test.settings.DistDiff = distDiff;
     EXPECT_EQ(test.Source("lake.sl2", EchogramBytes(2, Scans(10))).Click(), end);
     EXPECT_EQ(test.HasOut("lake.csv") ? test.OutLines("lake.csv").size() : 0, count) << end;
     EXPECT_FALSE(test.HasOut("lake_bad.txt"));
@@ -177,56 +165,32 @@ TEST(JobSl, MissingChannelIsAskedAbout) {
 
 TEST(JobSl, PauseAndStopActAtTheNextFrame) {
   TestRun test;
-  test.Source("lake.sl2", EchogramBytes(2, Scans(10)));
+  bool mayClose = true;
   test.window.onPump = [&](int pump) {
     if (pump == 20 || pump == 24) PauseClick(test.run);
     EXPECT_TRUE(pump != 20 || test.window.captions["RunSet"] == ">>");
+    if (pump == 28) mayClose = CloseClick(test.run);
   };
-  EXPECT_EQ(test.Click(), " 100%  scan 10 ^00:00:09 * done");
+  EXPECT_EQ(test.Source("lake.sl2", EchogramBytes(2, Scans(10))).Click(), " * processing aborted by user");
   EXPECT_EQ(test.window.waited, 3000);
-  EXPECT_EQ(test.OutLines("lake.csv").size(), 10U);
-
-  test.window.pumps = 0;
-  bool mayClose = true;
-  test.window.onPump = [&](int pump) {
-    if (pump == 20) PauseClick(test.run);
-    if (pump == 22) mayClose = CloseClick(test.run);
-  };
-  EXPECT_EQ(test.Click(), " * processing aborted by user");
-  EXPECT_LT(test.OutLines("lake.csv").size(), 10U);
+  EXPECT_EQ(test.OutLines("lake.csv").size(), 7U);
   EXPECT_EQ(test.window.captions["RunSet"], "II");
   EXPECT_TRUE(!mayClose && CloseClick(test.run));
 }
 
 TEST(JobSl, FrameAtTheSeamOfTwoChunksComesTwice) {
-  // Frames of 32000 bytes, of which only the heads are written; the file is sparse.
-  SampleFrame pattern = Frame(2, 10);
-  pattern.Samples.resize(32000 - 144);
-  pattern.SampleCount = 1920;
-  EchogramWriter writer(2);
-  Bytes bytes;
-  writer.Start(bytes);
   TestRun test;
-  test.Source("long.sl2", bytes);
-  std::fstream file(test.settings.Source, std::ios::in | std::ios::out | std::ios::binary);
-  for (int i = 0; i < 6260; ++i) {
-    pattern.MercX += 2;
-    bytes.clear();
-    writer.Add(pattern, bytes);
-    file.seekp(8 + 32000LL * i).write(reinterpret_cast<const char*>(bytes.data()), 144);
-  }
-  file.close();
-  std::filesystem::resize_file(test.settings.Source, 8 + 32000LL * 6260);
-  EXPECT_EQ(test.Click(), " 100%  scan 6261 ^01:44:19 * done");
+  test.settings.Source = (test.folder / "long.sl2").string();
+  ASSERT_GT(WriteBulk(test.settings.Source, 201'000'000, true), 0);
+  EXPECT_EQ(test.Click(), " 100%  scan 1535 * done");
   const auto lines = test.OutLines("long.csv");
-  ASSERT_EQ(lines.size(), 6261U);
-  EXPECT_EQ(lines[6249], lines[6250]);
-  EXPECT_NE(lines[6250], lines[6251]);
+  EXPECT_EQ(lines.size(), 1535U);
+  EXPECT_EQ(std::ranges::adjacent_find(lines) - lines.begin(), 1526);
   // The search in the zeros behind the last frame ends with the chunk.
-  std::filesystem::resize_file(test.settings.Source, 8 + 32000LL * 6245);
+  std::filesystem::resize_file(test.settings.Source, 199'800'000);
   std::filesystem::resize_file(test.settings.Source, 200'100'000);
   EXPECT_EQ(test.Click(), " ! error JobSl: 9. Subscript out of range");
-  EXPECT_EQ(test.OutLines("long.csv").size(), 6245U);
+  EXPECT_EQ(test.OutLines("long.csv").size(), 1525U);
 }
 
 TEST(JobSl, RealRecordings) {

@@ -1,0 +1,149 @@
+#include "echo/letters.h"
+#include "samples/echogram.h"
+#include "test_run.h"
+
+#include <cmath>
+#include <tuple>
+
+namespace sondrix {
+namespace {
+
+using Soundings = std::vector<SampleSounding>;
+
+struct Run3D : TestRun {
+  Run3D() { settings.MaxSide = settings.MaxProc = ""; }
+
+  // The depths of the points of a run, in metres, which tell the soundings apart.
+  std::string DepthsOf(const std::vector<SampleFrame>& frames) {
+    Source("lake.sl3", EchogramBytes(3, frames));
+    EXPECT_TRUE(Click(9).ends_with(" * done")) << window.att;
+    std::string depths;
+    for (const std::string& line : OutLines("lake.csv")) {
+      const std::size_t end = line.rfind(',');
+      const std::size_t start = line.rfind(',', end - 1) + 1;
+      depths += line.substr(start, end - start) + " ";
+    }
+    return depths;
+  }
+};
+
+TEST(JobSl3D, PlacesBothSides) {
+  const Soundings left = {{10, 100}}, right = {{0, 100}, {30, 110}};
+  auto odd = Frame3D(left, right);
+  odd.Samples.resize(256);  // is passed over
+  Run3D test;
+  test.settings.DepthSm = "-20";
+  test.DepthsOf({Frame3D(left, right, 0), Frame(2, 10), odd, Frame3D(left, right, 12)});
+  EXPECT_EQ(test.Out("lake.csv"),
+            "55.99985879,36.999632113,2.85,2016-05-25T14:00:02\r\n"
+            "55.999398082,37.000160002,0,2016-05-25T14:00:02\r\n"
+            "55.999375046,37.000186397,8.94,2016-05-25T14:00:02\r\n\r\n");
+  test.settings.UseRev = test.settings.UseUTM = true;
+  test.Click(9);
+  EXPECT_EQ(test.OutLines("lake.csv").at(0), "375281.89,6207817.34,2.85,2016-05-25T14:00:02");
+}
+
+TEST(JobSl3D, TurnsLeaveTheOutside) {
+  // Course and heading in the order of a run, the points on the left at 1 m and on the right at 2 m, and
+  // those of a transducer that faces backwards. The limit is 0.087 rad.
+  const std::tuple<float, float, std::string, std::string> rows[] = {
+      {1.0F, 0, "1 2 ", "1 2 "},      // the first angle has nothing to turn from
+      {1.05F, 0, "1 2 ", "1 2 "},     // below the limit
+      {1.30F, 0, "1 ", "2 "},         // a turn to the right
+      {1.30F, 0, "1 ", "2 "},         // nothing moved: it goes on
+      {0, 0, "1 ", "2 "},             // absent
+      {1.10F, 0, "2 ", "1 "},         // to the left
+      {1.11F, 2.0F, "1 2 ", "1 2 "},  // the first heading overwrites what the course set
+  };
+  std::vector<SampleFrame> frames;
+  std::string depths, reversed;
+  for (const auto& [course, heading, asMounted, backwards] : rows) {
+    frames.push_back(Frame3D(Soundings{{3.28084F, 50}}, Soundings{{6.56168F, 50}}));
+    frames.back().Course = course;
+    frames.back().Heading = heading;
+    depths += asMounted;
+    reversed += backwards;
+  }
+  Run3D test;
+  test.settings.MaxGrad = "5";
+  EXPECT_EQ(test.DepthsOf(frames), depths);
+  test.settings.UseRev = true;
+  EXPECT_EQ(test.DepthsOf(frames), reversed);
+}
+
+TEST(JobSl3D, SpacingAndWidth) {
+  const struct {
+    const char *distDiff, *maxSide, *maxProc;
+    Soundings left, right;
+    const char* depths;
+  } rows[] = {
+      {"1", "", "", {{10, 3}, {20, 4}, {30, 7}, {40, 8}}, {}, "6.1 12.19 "},
+      {"0", "", "80", {{10, 80}, {20, 81}, {30, 100}}, {{40, 8}, {50, 9}, {60, 10}}, "3.05 12.19 "},
+      // A sounding beyond the width moves the mark of the spacing all the same.
+      {"3", "5", "", {{10, 20}, {20, 16}, {30, 12}}, {}, ""},
+  };
+  Run3D test;
+  for (const auto& [distDiff, maxSide, maxProc, left, right, depths] : rows) {
+    test.settings.DistDiff = distDiff;
+    test.settings.MaxSide = maxSide;
+    test.settings.MaxProc = maxProc;
+    EXPECT_EQ(test.DepthsOf({Frame3D(left, right)}), depths);
+  }
+}
+
+TEST(JobSl3D, SavedPicturesShortenLists) {
+  Run3D test;
+  test.settings.SaveGraf = true;
+  const std::string depths = test.DepthsOf({Frame3D(Soundings(99, {10, 20}), Soundings{{20, 20}})});
+  EXPECT_TRUE(depths.ends_with(" 3.05 6.1 ")) << depths;
+  EXPECT_EQ(test.OutLines("lake.csv").size(), 60U);
+}
+
+TEST(JobSl3D, DrawsWhatItWalks) {
+  Run3D test;
+  test.settings.MakeGraf = true;
+  test.DepthsOf({Frame3D(Soundings{{0, 1}, {30, 2}, {100, 3}}, Soundings{{0, 1}})});
+  std::string lines;
+  for (const PendingLine& line : test.pictures.Curve.Lines) {
+    for (const float at : {line.x1, line.y1, line.x2, line.y2}) lines += std::to_string(int(at)) + " ";
+    lines += LetterOf(line.colour);
+  }
+  // Behind the grid; an empty depth repeats the one before, from side to side.
+  EXPECT_EQ(lines,
+            "64 0 64 256 g128 0 128 256 g192 0 192 256 g"
+            "256 128 256 127 B256 127 128 126 B128 126 4 125 B4 124 256 128 R"
+            "256 128 4 129 B4 130 256 128 R");
+  EXPECT_EQ(Runs(test.pictures.ECHO, 226), "205. 1? 2? 2. 2? 208.");
+  EXPECT_EQ(test.pictures.SMPL.Texts().at(3).text, " 3.05 ");
+  EXPECT_EQ(test.window.waited, 2);
+}
+
+TEST(JobSl3D, HostileLists) {
+  const float nan = std::nanf("");
+  const char *done = " * done", *past = ": 9. Subscript out of range", *overflow = ": 6. Overflow";
+  // The lengths of the lists, the percentage of the width, both soundings.
+  const std::tuple<int, int, const char*, SampleSounding, const char*> rows[] = {
+      {16, 17000, "", {10, 10}, past},   {32767, 16, "", {10, 10}, past},
+      {-32768, 0, "", {10, 10}, done},   {-32768, 16, "", {10, 10}, past},
+      {-80, 16, "", {0, 0}, done},       {-84, 16, "", {0, 0}, past},
+      {16, 32767, "50", {10, 10}, past}, {16, 0, "", {10, 255.5F}, overflow},
+      {16, 0, "", {10, 255.4F}, done},   {16, 0, "", {-0.13F, 10}, overflow},
+      {16, 0, "", {nan, 10}, overflow},  {16, 0, "50", {10, nan}, overflow},
+      {0, 0, "50", {nan, nan}, done},    {11, 0, "", {nan, 10}, done},
+      {12, 0, "", {nan, 10}, overflow},
+  };
+  for (const auto& [left, right, percent, sounding, end] : rows) {
+    const SampleSounding list[] = {sounding};
+    SampleFrame frame = Frame3D(list, list);
+    PutU16(frame.Samples, 4, static_cast<std::uint16_t>(left));
+    PutU16(frame.Samples, 8, static_cast<std::uint16_t>(right));
+    Run3D test;
+    test.settings.MakeGraf = true;
+    test.settings.MaxProc = percent;
+    test.Source("lake.sl3", EchogramBytes(3, {frame}));
+    EXPECT_TRUE(test.Click(9).ends_with(end)) << left << " " << right << " " << percent << test.window.att;
+  }
+}
+
+}  // namespace
+}  // namespace sondrix
