@@ -10,82 +10,50 @@
 namespace sondrix {
 namespace {
 
-class FileChoice : public testing::Test {
- protected:
-  FileChoice() {
-    dialogs.askFile = [this](const auto& initial, const auto& filters, const auto&) {
-      asked = initial;
-      for (const FileFilter& filter : filters) asked += "|" + filter.description + "|" + filter.patterns;
-      return answer;
-    };
-    dialogs.askFolder = [this](const auto& start, const auto&) -> std::optional<std::string> {
-      asked = start;
-      return answer.empty() ? std::nullopt : std::optional(answer);
-    };
-    dialogs.shellOpen = [this](const std::string& path) { return path == "/known.txt" ? 42 : NoAssociation; };
-  }
-
-  FileDialogs dialogs;
-  std::string asked, answer;
+TEST(FileChoice, TheFieldsTakeWhatADialogGives) {
   TestWindow window;
-  Session session{window};
-};
-
-TEST_F(FileChoice, AChosenPathHoldsASeparator) {
-  std::string letters;
-  for (int i = 0; i < 256; ++i) letters += "я";
-  const struct {
-    std::string initial, filter, answer, asked, result;
-  } cases[] = {
-      {"", "", "/lake/a b.sl2", "| |*.*", "/lake/a b.sl2"},
-      {"  x.sl2 ", "a,*.a,b,*.b;*.c", "name.sl2", "x.sl2|a|*.a|b|*.b;*.c", ""},
-      {"", "a,*.a,b", std::string("/a\0/b", 5), "|a|*.a|b|*.*", "/a"},
-      {letters, "", std::string("\0/b", 3), letters.substr(2) + "| |*.*", ""},
+  Session session(window);
+  std::string answer, asked;
+  FileDialogs dialogs;
+  dialogs.askFile = [&](auto&&...) { return answer; };
+  dialogs.askFolder = [&](const std::string& start, auto&) {
+    asked = start;
+    return answer.empty() ? std::nullopt : std::optional(answer);
   };
-  for (const auto& oneCase : cases) {
-    answer = oneCase.answer;
-    EXPECT_EQ(OpenDialog(dialogs, window, oneCase.initial, oneCase.filter), oneCase.result) << answer;
-    EXPECT_EQ(asked, oneCase.asked);
-  }
-}
-
-TEST_F(FileChoice, ACancelKeepsTheFolder) {
   const struct {
-    const char *answer, *asked, *target;
-  } clicks[] = {{"", "/program", "/program"}, {"/maps", "/program", "/maps"}, {"", "/maps", "/maps"}};
-  for (const auto& click : clicks) {
+    std::string answer, source, askedFolder, targetPath;
+  } cases[] = {
+      {"", "", "/program", "/program"},
+      {"/maps", "/maps", "/program", "/maps"},
+      {"name", "", "/maps", "name"},
+      {std::string("/a\0/b", 5), "/a", "name", "/a"},
+      {"", "", "/a", "/a"},
+  };
+  for (const auto& click : cases) {
     answer = click.answer;
+    SourceClick(session, dialogs);
     TargetPathClick(session, dialogs, "/program");
-    EXPECT_EQ(asked, click.asked);
-    EXPECT_EQ(session.settings.TargetPath, click.target);
+    EXPECT_EQ(session.settings.Source, click.source);
+    EXPECT_EQ(asked, click.askedFolder);
+    EXPECT_EQ(session.settings.TargetPath, click.targetPath);
   }
-}
-
-TEST_F(FileChoice, FaultsHaveTheirOwnLines) {
-  const auto fail = [](auto&&...) -> std::string { throw Fault(FaultNumber::DeviceIo); };
-  dialogs.askFile = fail;
-  dialogs.askFolder = fail;
   session.settings.Source = "/old";
+  dialogs.askFile = [](auto&&...) -> std::string { throw Fault(FaultNumber::DeviceIo); };
   SourceClick(session, dialogs);
   EXPECT_EQ(session.settings.Source, "");
   EXPECT_EQ(window.att, "ошибка OpenDialog: 57. Device I/O error");
-  EXPECT_EQ(FolderSel(dialogs, window, "/start", "title"), "/start");
-  EXPECT_EQ(window.att, "ошибка FolderSel: 57. Device I/O error");
-  window.att.clear();
-  ShellOpen(dialogs, window, "/known.txt");
-  EXPECT_EQ(window.att, "");
-  ShellOpen(dialogs, window, "/other");
+  dialogs.shellOpen = [](auto&) { return NoAssociation; };
+  ShellOpen(dialogs, window, "/picture");
   EXPECT_EQ(window.att, "неизвестный тип файла...");
 }
 
-TEST_F(FileChoice, OnlyAPathOnADriveCounts) {
+TEST(FileChoice, ListsAndFolders) {
+  const std::vector<FileFilter> filters = ParseFilters("a,*.a,b,*.b;*.c");
+  ASSERT_EQ(filters.size(), 2u);
+  EXPECT_EQ(filters[1].description + filters[1].patterns, "b*.b;*.c");
   const std::string s(1, PathSeparator);
-  const struct {
-    std::string address, result;
-  } cases[] = {{" C:" + s + "Users ", "C:" + s + "Users" + s}, {":x", s + "prog" + s}};
-  for (const auto& oneCase : cases) {
-    EXPECT_EQ(OpenPathOf(oneCase.address, s + "prog"), oneCase.result) << oneCase.address;
-  }
+  EXPECT_EQ(OpenPathOf(" C:" + s + "Users ", s + "prog"), "C:" + s + "Users" + s);
+  EXPECT_EQ(OpenPathOf(":x", s + "prog"), s + "prog" + s);
   EXPECT_EQ(OutputFolder(testing::TempDir(), "/home"), testing::TempDir());
   EXPECT_EQ(OutputFolder(testing::TempDir() + "none", "/home"), "/home");
 }

@@ -6,74 +6,47 @@
 namespace sondrix {
 namespace {
 
-class StartTest : public AppTest {
- protected:
-  bool Start(LangId language) {
-    return StartSession(session, {file, language, [this] { return ++asked, std::string("/maps/"); }});
-  }
-  int asked = 0;
-};
-
-TEST_F(StartTest, StoredLanguageThenTheSystems) {
+TEST_F(AppTest, StoredLanguageThenTheSystems) {
   const struct {
     const char* defLang;
     LangId system;
-    const char *item, *done;
+    const char* item;
     LangId id;
   } cases[] = {
-      {"deu", 0x422, "", "", 0x422},
-      {"", LangGerman, "DEU", " * Ausgeführt", LangGerman},
-      {"DEU", LangEnglish, "DEU", " * Ausgeführt", LangGerman},
-      {"RUS", 0x422, "RUS", " * выполнено", LangRussian},
-      {"FRA", LangEnglish, "ENG", " * done", LangEnglish},
+      {"deu", 0x422, "", 0x422},
+      {"", LangGerman, "DEU", LangGerman},
+      {"DEU", LangEnglish, "DEU", LangGerman},
+      {"RUS", 0x422, "RUS", LangRussian},
   };
-  for (const auto& [defLang, system, item, done, id] : cases) {
+  for (const auto& [defLang, system, item, id] : cases) {
     Store({{"DefLang", defLang}});
     Session fresh(window);
     window.att.clear();
     EXPECT_TRUE(StartSession(fresh, {file, system, {}}));
     EXPECT_EQ(fresh.settings.boxLang, item) << defLang << " " << system;
     EXPECT_EQ(fresh.langId, id) << defLang << " " << system;
-    EXPECT_EQ(fresh.run.messages.MsgDone, done);
     EXPECT_EQ(window.att, HintHelpOf(id));
   }
 }
 
-// The name of the file is compared with case.
-TEST_F(StartTest, OnlyAFirstStartAsksForTheFolder) {
+TEST_F(AppTest, ThePackagedFileCountsUntilTheUserHasOneAndWithNeitherAFolderIsAsked) {
   Store({{"MaxDiff", "7"}, {"UseEho", "5"}});
-  const std::string stored = std::exchange(file, folder + PathSeparator + "sondrix.INI");
-  EXPECT_TRUE(Start(LangEnglish));
+  int asked = 0;
+  const auto askFolder = [&asked] { return ++asked, std::string("/maps/"); };
+  // The name of the file is compared with case.
+  EXPECT_TRUE(StartSession(session, {folder + PathSeparator + "sondrix.INI", LangEnglish, askFolder}));
   EXPECT_EQ(session.settings.TargetPath, "/maps/");
   EXPECT_EQ(session.settings.MaxDiff, "300");
-  file = stored;
-  EXPECT_TRUE(Start(LangEnglish));
-  EXPECT_EQ(session.settings.TargetPath, "");
-  EXPECT_EQ(session.settings.MaxDiff, "7");
-  EXPECT_EQ(session.state.SelectedChannel, 2);
-  EXPECT_EQ(asked, 1);
-}
-
-TEST_F(StartTest, AFaultSkipsTheRestOfTheStart) {
-  OutputFile(file).Write(std::string_view("[Main]\nMaxProc=7\nMakeCut=1\n"));  // HideCut is missing
-  EXPECT_FALSE(Start(LangEnglish));
-  EXPECT_EQ(window.att, " ! error Load: 13. Type mismatch");
-  EXPECT_EQ(session.settings.MaxProc, "7");
-  EXPECT_EQ(session.settings.MaxDiff, "");
-  EXPECT_TRUE(session.settings.MakeCut);
-  EXPECT_EQ(session.messages.MsgBegin, "");
-}
-
-TEST_F(StartTest, APackagedFileCountsUntilTheUserHasOne) {
-  Store({{"MaxDiff", "7"}});
-  const std::string own = file + ".own";
-  const StartFacts facts{own, LangEnglish, {}, file};
+  const StartFacts facts{file + ".own", LangEnglish, askFolder, file};
   for (const char* held : {"7", "8"}) {
     EXPECT_TRUE(StartSession(session, facts));
+    EXPECT_EQ(session.settings.TargetPath, "");
     EXPECT_EQ(session.settings.MaxDiff, held);
     session.settings.MaxDiff = "8";
-    ASSERT_TRUE(SaveSettings(session, own));
+    ASSERT_TRUE(SaveSettings(session, facts.iniFile));
   }
+  EXPECT_EQ(session.state.SelectedChannel, 2);
+  EXPECT_EQ(asked, 1);
 }
 
 }  // namespace

@@ -98,7 +98,6 @@ TEST_F(WindowTest, NarrowsAndWidensAndThePicturesTakeTheRoom) {
   QApplication::processEvents();
   const Picture& echo = window->TheSession().pictures.ECHO;
   EXPECT_EQ(echo.Height(), 640);
-  EXPECT_GT(echo.Width(), 500);
   EXPECT_EQ(echo.Width(), Find("ECHO")->width());
 }
 
@@ -138,7 +137,6 @@ TEST_F(WindowTest, TextsFitTheirRoomInEveryLanguage) {
       EXPECT_TRUE(FitsRoom(label)) << Utf8Of(label->text());
     }
   }
-  EXPECT_EQ(Find<QLabel>("lblEhoSens")->text(), "Kontrast");
 }
 
 TEST_F(WindowTest, SettingsComeBackAtTheNextStart) {

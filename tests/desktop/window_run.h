@@ -55,16 +55,13 @@ class WindowTest : public testing::Test {
 
   // An echogram over a falling bottom, long enough that a run shows it many times.
   std::string WriteEchogram() const {
-    EchogramWriter writer(2);
-    std::vector<std::uint8_t> bytes;
-    writer.Start(bytes);
+    std::vector<SampleFrame> frames;
     for (int i = 0; i < 1500; ++i) {
-      SampleFrame frame = Frame(2, 5.0F + static_cast<float>(i % 400) * 0.05F, 4'105'000 + 3 * i, 7'533'000);
-      frame.LowerLimit = 50;
-      std::fill_n(frame.Samples.begin() + 1500, 12, std::uint8_t{200});
-      writer.Add(frame, bytes);
+      frames.push_back(Frame(2, 5.0F + static_cast<float>(i % 400) * 0.05F, 4'105'000 + 3 * i));
+      frames.back().LowerLimit = 50;
+      std::fill_n(frames.back().Samples.begin() + 1500, 12, std::uint8_t{200});
     }
-    EXPECT_TRUE(WriteBytes(Path("trip.sl2"), bytes));
+    EXPECT_TRUE(WriteBytes(Path("trip.sl2"), EchogramBytes(2, frames)));
     return Path("trip.sl2");
   }
 
@@ -87,8 +84,10 @@ class WindowTest : public testing::Test {
   bool Checked(const char* name) { return Find<QAbstractButton>(name)->isChecked(); }
   Settings& Fields() { return window->TheSession().settings; }
 
-  // Starts a run, and does the steps one by one at the run's pumps and waits. All must come to their turn.
+  // Starts a run of an echogram, and does the steps one by one at the run's pumps and waits. All must come to
+  // their turn.
   void RunWith(const std::vector<std::function<void()>>& steps) {
+    window->SetSource(WriteEchogram());
     std::size_t done = 0;
     QTimer timer;
     timer.setInterval(0);
