@@ -159,5 +159,35 @@ for name in "озеро 🐟" "$(printf 'n%.0s' {1..240})"; do
   cmp "out/$name.txt" sound/table.txt || fail "$name: $(ls out)"
 done
 
+# An output whose name is a hard link to its source.
+mkdir links
+cp sound/table.csv sound/map.mp sound/lake.sl2 links
+ln links/table.csv links/points.plt
+ln links/map.mp links/map.txt
+ln links/lake.sl2 links/lake_ch2.sl2
+for source in table.csv:points map.mp: lake.sl2:; do
+  convert ./batch -o links "${options[@]}" -s "TargetName=${source#*:}" "links/${source%:*}"
+  one_error "$source, linked to its output"
+  cmp "links/${source%:*}" "sound/${source%:*}" || fail "$source was overwritten"
+done
+
+# Standard streams that are closed or take nothing, and a limit to the length of a file.
+rm -f out/*
+./batch -v -o out "${options[@]}" sound/lake.sl2 <&- >&- 2>&- || fail "closed streams"
+cmp out/lake.csv sound/lake.csv || fail "closed streams: a report in the table"
+status=0
+./batch -o out "${options[@]}" sound/lake.sl2 2>said >/dev/full || status=$?
+{ [ "$status" -eq 1 ] && grep -q 'standard output' said; } || fail "a full standard output: status $status"
+for source in "${sources[@]}"; do
+  rm -f out/*
+  cp "sound/$source" out
+  convert bash -c 'ulimit -f 8; "$@"' limited ./batch -o out "${options[@]}" "out/$source"
+  one_error "$source, a limit to files"
+  whole "$source, a limit to files" out
+done
+truncate -s 40G big.ini
+convert ./batch --ini big.ini -o out sound/lake.sl2
+{ [ "$status" -eq 2 ] && grep -q 'too large' said; } || fail "a settings file of 40 GB: status $status"
+
 [ "$bad" -eq 0 ] || exit 1
 echo "one clear line each time, and every file whole"

@@ -138,6 +138,13 @@ std::string Utf8Of(const fs::path& path) {
   return {text.begin(), text.end()};
 }
 
+std::string ReadIni(std::string_view file) {
+  std::error_code error;
+  const std::uintmax_t length = fs::file_size(PathOf(file), error);
+  if (!error && length > MaxIniLength) throw Fault(FaultNumber::OutOfMemory);
+  return Decoded(ReadWhole(file));
+}
+
 // Writes beside the file and takes its place only when everything is on the disk.
 void ReplaceFile(const fs::path& path, std::string_view bytes) {
   const std::string temporary = Utf8Of(path) + ".new";
@@ -163,7 +170,7 @@ void ReplaceFile(const fs::path& path, std::string_view bytes) {
 
 std::string IRead(std::string_view file, std::string_view section, std::string_view key) {
   try {
-    const std::string text = Decoded(ReadWhole(file));
+    const std::string text = ReadIni(file);
     const auto stretch = SectionIn(text, section);
     if (!stretch) return {};
     const auto line = LineOf(text, *stretch, key);
@@ -179,7 +186,7 @@ bool IWriteAll(std::string_view file, std::string_view section, std::span<const 
     std::string text;
     if (fs::exists(path)) {
       path = fs::canonical(path);  // a link stays a link
-      text = Decoded(ReadWhole(file));
+      text = ReadIni(file);
     } else if (!MakeFolders(file)) {
       return false;
     }

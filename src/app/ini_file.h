@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
@@ -9,6 +10,8 @@ namespace sondrix {
 
 inline constexpr std::string_view IniSection = "Main";
 inline constexpr std::size_t MaxIniValue = 255;  // characters; a longer value is cut on reading
+
+inline constexpr std::uintmax_t MaxIniLength = 1 << 20;  // bytes; a larger file counts as unreadable
 
 // The value of a key in the first section of that name, as UTF-8; names are compared without case, blanks
 // around a value and one pair of quotes around it are dropped. Empty if the key is missing or the file is

@@ -73,10 +73,6 @@ bool FolderIsThere(const fs::path& path) {
          TypeOf(folder == folder.root_name() ? folder / "." : folder) == fs::file_type::directory;
 }
 
-void ReportWriteF(const Fault& fault, Window& window) {
-  window.SetAtt("ошибка WriteF: " + std::to_string(fault.Number()) + ". " + std::string(fault.Description()));
-}
-
 std::size_t LastSeparator(std::string_view path) {
 #ifdef _WIN32
   return path.find_last_of("\\/");
@@ -124,6 +120,10 @@ bool SameFile(std::string_view one, std::string_view other) {
   const bool isSame = fs::equivalent(PathOf(one), PathOf(other), error);
   if (error && error != std::errc::no_such_file_or_directory) throw Fault(FaultOfError(error));
   return isSame;
+}
+
+void GuardSource(std::string_view output, std::string_view source) {
+  if (SameFile(output, source)) throw Fault(FaultNumber::FileAlreadyOpen);
 }
 
 void FileCloser::operator()(std::FILE* file) const { std::fclose(file); }
@@ -231,6 +231,10 @@ std::string ReadWhole(std::string_view path) {
   bytes.resize(static_cast<std::size_t>(file.Length()));
   bytes.resize(file.ReadAt(0, std::span(reinterpret_cast<std::uint8_t*>(bytes.data()), bytes.size())));
   return bytes;
+}
+
+void ReportWriteF(const Fault& fault, Window& window) {
+  window.SetAtt("ошибка WriteF: " + std::to_string(fault.Number()) + ". " + std::string(fault.Description()));
 }
 
 void WriteF(std::string_view path, std::string_view text, Window& window) {

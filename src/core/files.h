@@ -10,6 +10,7 @@
 
 namespace sondrix {
 
+class Fault;
 class Window;
 
 #ifdef _WIN32
@@ -36,6 +37,9 @@ void DeleteIfThere(std::string_view path);
 
 // Whether both paths lead to the same existing file, links followed. Faults where that can't be found out.
 bool SameFile(std::string_view one, std::string_view other);
+
+// To be called before an output is opened: fault 55 if its path leads to the run's own source.
+void GuardSource(std::string_view output, std::string_view source);
 
 struct FileCloser {
   void operator()(std::FILE* file) const;
@@ -85,8 +89,11 @@ class OutputFile {
 // The whole file as bytes.
 std::string ReadWhole(std::string_view path);
 
-// Replaces path by text and one CR LF, in the 8-bit code page. On a fault the log line becomes
-// "ошибка WriteF: " + number + ". " + description, no file that ends too early stays, and the caller goes on.
+// Puts "ошибка WriteF: " + number + ". " + description into the log line.
+void ReportWriteF(const Fault& fault, Window& window);
+
+// Replaces path by text and one CR LF, in the 8-bit code page. A fault is reported as above, no file that
+// ends too early stays, and the caller goes on.
 void WriteF(std::string_view path, std::string_view text, Window& window);
 
 // The same for pieces of text that are 8-bit bytes already; they are written one after the other.

@@ -123,6 +123,7 @@ void Convert(Run& run, MpRun& mp) {
     run.window.SetAtt(run.messages.MsgUnixNewlines);
     return;
   }
+  GuardSource(mp.target, run.settings.Source);
   mp.output = OutputFile(mp.target);
   mp.targetMade = true;
   LineInput lines(source);

@@ -1,5 +1,6 @@
 #include "jobs/text_body.h"
 
+#include "core/fault.h"
 #include "core/files.h"
 #include "core/settings.h"
 
@@ -39,7 +40,15 @@ std::vector<std::string_view> TextBody::Parts() const {
 void WriteBody(Run& run, std::string_view suffix, std::string_view head, const TextBody& body) {
   std::vector<std::string_view> parts = body.Parts();
   parts.insert(parts.begin(), head);
-  WriteBytesF((run.settings.TargetPath + run.settings.TargetName).append(suffix), parts, run.window);
+  const std::string path = (run.settings.TargetPath + run.settings.TargetName).append(suffix);
+  try {
+    GuardSource(path, run.settings.Source);
+  } catch (const Fault& fault) {
+    if (fault.Number() == static_cast<int>(FaultNumber::FileAlreadyOpen)) throw;
+    ReportWriteF(fault, run.window);
+    return;
+  }
+  WriteBytesF(path, parts, run.window);
 }
 
 }  // namespace sondrix

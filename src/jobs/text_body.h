@@ -25,7 +25,8 @@ class TextBody {
   std::vector<Piece> pieces_;
 };
 
-// Writes head and body under the target's name with that suffix; a failure is reported in the log line.
+// Writes head and body under the target's name with that suffix; a failure is reported in the log line. Fault
+// 55 where the file is the run's own source.
 void WriteBody(Run& run, std::string_view suffix, std::string_view head, const TextBody& body);
 
 }  // namespace sondrix

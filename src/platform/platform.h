@@ -13,6 +13,10 @@ namespace sondrix {
 // What the program asks of the operating system, one source file each. Texts are UTF-8; folders have no
 // separator at their end, but for a root.
 
+// To be called first of all. Standard streams that the caller closed become the null device, so that no
+// output takes their place, and a file that outgrows the user's limit fails in its write, not the program.
+void PrepareProcess();
+
 std::string ProgramFolder();
 // The executable's name without its extension.
 std::string ProgramStem();

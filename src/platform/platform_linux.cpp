@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <charconv>
+#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <dlfcn.h>
@@ -88,6 +89,16 @@ bool IsWholeImage(std::string_view path) try {
 }
 
 }  // namespace
+
+// A file that is opened gets the lowest free descriptor.
+void PrepareProcess() {
+  for (int descriptor = open("/dev/null", O_RDWR); descriptor >= 0; descriptor = open("/dev/null", O_RDWR)) {
+    if (descriptor <= STDERR_FILENO) continue;
+    close(descriptor);
+    break;
+  }
+  std::signal(SIGXFSZ, SIG_IGN);
+}
 
 std::string ProgramFolder() { return Executable().parent_path().string(); }
 

@@ -62,6 +62,9 @@ HWND ChildOf(HWND parent, const wchar_t* name) {
 
 }  // namespace
 
+// The C library here leaves the places of closed streams empty, and there is no such limit.
+void PrepareProcess() {}
+
 std::string ProgramFolder() { return Utf8Of(Executable().parent_path().native()); }
 
 std::string ProgramStem() { return Utf8Of(Executable().stem().native()); }

@@ -43,7 +43,7 @@ constexpr MovedField MovedFields[] = {
 }  // namespace
 
 void SlCut::Open(std::string_view path, std::string_view source, std::int64_t sourceLength) {
-  if (SameFile(path, source)) throw Fault(FaultNumber::FileAlreadyOpen);
+  GuardSource(path, source);
   DeleteIfThere(path);
   size_ = std::max(std::min(sourceLength, MaxLength) + 1, FileHeaderLength);
   // Zeroed pages cost memory only once they are touched.

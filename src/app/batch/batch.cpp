@@ -7,6 +7,7 @@
 #include "app/batch/options.h"
 #include "app/batch/output_clash.h"
 #include "app/edit_field.h"
+#include "app/ini_file.h"
 #include "app/load_settings.h"
 #include "app/session.h"
 #include "core/fault.h"
@@ -17,6 +18,7 @@
 #include <cstdio>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace sondrix {
 namespace {
@@ -39,7 +41,8 @@ void PrintFields() {
 
 std::optional<std::string> LoadIni(Session& session, const std::string& iniFile) {
   try {
-    InputFile(std::string_view(iniFile)).Close();
+    if (std::cmp_greater(InputFile(iniFile).Length(), MaxIniLength))
+      return iniFile + ": too large for a settings file";
   } catch (const Fault& fault) {
     return iniFile + ": " + std::string(fault.Description());
   }
@@ -109,9 +112,7 @@ bool ConvertSource(Session& session, BatchWindow& window, const std::string& sou
   return EndedWell(window.Att(), session.messages) && lost.empty() && !fault && !Interrupted();
 }
 
-}  // namespace
-
-int RunBatch(std::span<const std::string> arguments) {
+int ParseAndConvert(std::span<const std::string> arguments) {
   ParsedOptions parsed = ParseOptions(arguments);
   if (parsed.exitStatus == ExitUsage) {
     Complain(parsed.text);
@@ -146,6 +147,15 @@ int RunBatch(std::span<const std::string> arguments) {
   }
   if (session.link.IsOpen) session.link.CloseApi();
   return allWell && !Interrupted() ? ExitWell : ExitFailed;
+}
+
+}  // namespace
+
+int RunBatch(std::span<const std::string> arguments) {
+  const int status = ParseAndConvert(arguments);
+  if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
+  Complain("what was printed is lost: standard output takes no more");
+  return status == ExitWell ? ExitFailed : status;
 }
 
 }  // namespace sondrix

@@ -27,6 +27,9 @@ BatchWindow::BatchWindow(bool isVerbose, bool answer)
 void BatchWindow::BeginSource(std::string_view name) {
   inSource_ = true;
   name_ = name;
+  std::replace_if(
+      name_.begin(), name_.end(), [](char c) { return static_cast<unsigned char>(c) < ' ' || c == 0x7F; },
+      '?');
   hasPrinted_ = false;
   noted_.clear();
   lostOutput_.clear();

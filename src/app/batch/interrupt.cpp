@@ -17,9 +17,11 @@ void NoteInterrupt(int signal) {
 
 }  // namespace
 
+// A script that runs the program in the background has it ignore the signal.
 InterruptGuard::InterruptGuard() {
   interrupted = false;
   previous_ = std::signal(SIGINT, NoteInterrupt);
+  if (previous_ == SIG_IGN) std::signal(SIGINT, SIG_IGN);
 }
 
 InterruptGuard::~InterruptGuard() {

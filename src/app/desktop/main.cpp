@@ -22,6 +22,7 @@ std::string UserFolder() {
 }  // namespace
 
 int main(int argc, char** argv) {
+  PrepareProcess();
   QApplication application(argc, argv);
   QApplication::setApplicationName(QLatin1String("Sondrix"));
   QApplication::setApplicationVersion(QLatin1String(SONDRIX_VERSION));
