@@ -173,8 +173,10 @@ done
 
 # Standard streams that are closed or take nothing, and a limit to the length of a file.
 rm -f out/*
-./batch -v -o out "${options[@]}" sound/lake.sl2 <&- >&- 2>&- || fail "closed streams"
-cmp out/lake.csv sound/lake.csv || fail "closed streams: a report in the table"
+"$make_sample" bulk odd/lake.sl2 --bytes 8000000
+./batch -o links "${options[@]}" odd/lake.sl2 >said || fail "a longer echogram"
+./batch -v -o out "${options[@]}" odd/lake.sl2 <&- >&- 2>&- || fail "closed streams"
+cmp out/lake.csv links/lake.csv || fail "closed streams: a report in the table"
 status=0
 ./batch -o out "${options[@]}" sound/lake.sl2 2>said >/dev/full || status=$?
 { [ "$status" -eq 1 ] && grep -q 'standard output' said; } || fail "a full standard output: status $status"

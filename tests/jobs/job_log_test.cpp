@@ -72,17 +72,18 @@ TEST(JobLog, WhichSoundingsAreTaken) {
     const char* what;
     std::string text, time;  // of the only row of the track; empty for none
   };
-  for (const Case& row : std::vector<Case>{
-           {"the date of today without one", fixAndDepth, today + ",12:00:01"},
-           {"and with the placeholder of a receiver", Rmc("010200") + fixAndDepth, today + ",12:00:01"},
-           {"a leap day of this century", Rmc("290200") + fixAndDepth, "29-Feb-00,12:00:01"},
-           {"short time", Date + Fix("20.0000", "123") + Depth("30"), "05-Nov-26,12:03:24"},
-           {"of another hemisphere the position before", Date + fixAndDepth + south + Depth("31"),
-            "05-Nov-26,12:00:01"},
-           {"no position yet", Date + "$GPGGA,120000,,,,,0,08\n" + Depth("30"), ""},
-           {"a second date is passed over", Date + Rmc("061126") + fixAndDepth, "05-Nov-26,12:00:01"},
-           {"a date of nowhere matters only with a fix", Rmc(""), ""},
-           {"no line end at the end", Date + Fix("20.0000") + "$SDDBT,30", "05-Nov-26,12:00:01"}}) {
+  const std::vector<Case> cases = {
+      {"the date of today without one", fixAndDepth, today + ",12:00:01"},
+      {"and with the placeholder of a receiver", Rmc("010200") + fixAndDepth, today + ",12:00:01"},
+      {"a leap day of this century", Rmc("290200") + fixAndDepth, "29-Feb-00,12:00:01"},
+      {"short time", Date + Fix("20.0000", "123") + Depth("30"), "05-Nov-26,12:03:24"},
+      {"of another hemisphere the position before", Date + fixAndDepth + south + Depth("31"),
+       "05-Nov-26,12:00:01"},
+      {"no position yet", Date + "$GPGGA,120000,,,,,0,08\n" + Depth("30"), ""},
+      {"a second date is passed over", Date + Rmc("061126") + fixAndDepth, "05-Nov-26,12:00:01"},
+      {"a date of nowhere matters only with a fix", Rmc(""), ""},
+      {"no line end at the end", Date + Fix("20.0000") + "$SDDBT,30", "05-Nov-26,12:00:01"}};
+  for (const Case& row : cases) {
     SCOPED_TRACE(row.what);
     TextRun test;
     EXPECT_EQ(test.ClickOn("a.log", row.text), Done);

@@ -36,7 +36,7 @@ struct OziRun : TestRun {
     return window.att;
   }
   // The lines of the calls since the last look. A text job takes the day from the clock.
-  std::string Calls() {
+  std::string Calls() const {
     const std::string path = (folder / "calls").string();
     const std::string lines = ReadWhole(path);
     fs::remove(path);
