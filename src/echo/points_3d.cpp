@@ -3,14 +3,13 @@
 #include "core/depth_text.h"
 #include "core/fault.h"
 #include "core/fix.h"
-#include "core/number_text.h"
 #include "core/rounding.h"
 #include "core/run.h"
 #include "core/run_limits.h"
 #include "core/settings.h"
+#include "echo/sounding.h"
 #include "echo/views.h"
 #include "geo/constants.h"
-#include "geo/utm.h"
 #include "geo/vincenty.h"
 
 #include <algorithm>
@@ -83,16 +82,9 @@ bool PassesLimits(const RunLimits& limits, std::uint8_t distByte, std::uint8_t& 
 
 void AppendPoint(Walk& walk, double sideAngle, double distM, float entryDepth) {
   Run& run = walk.run;
-  Points3DState& state = walk.state;
-  DestPoint(walk.fix.TrackLat, walk.fix.TrackLon, sideAngle, distM, state.PointLat, state.PointLon,
-            PointDigits);
-  const bool utm = run.settings.UseUTM;
-  if (utm) Ll2Utm(ValOf(state.PointLat), ValOf(state.PointLon), state.Northing, state.Easting);
+  const LatLon place = DestPoint(walk.fix.TrackLat, walk.fix.TrackLon, sideAngle, distM, PointDigits);
   const std::string depth = Ft2Mt(entryDepth, run.limits.DepthAddM, DepthDigits, run.settings, run.window);
-  walk.csv.append(utm ? state.Easting : state.PointLat).append(1, ',');
-  walk.csv.append(utm ? state.Northing : state.PointLon).append(1, ',');
-  if (depth.starts_with('.')) walk.csv.push_back('0');
-  walk.csv.append(depth).append(1, ',').append(walk.fix.StampText).append("\r\n");
+  AddSounding(run.settings, place.Lat, place.Lon, depth, walk.fix.StampText, walk.csv);
 }
 
 void WalkList(Walk& walk, const List3D& list) {

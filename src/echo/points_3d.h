@@ -17,10 +17,9 @@ struct Frame3D {
   std::int16_t RightBytes = 0;
 };
 
-// What the 3D points carry from frame to frame of a run; the texts are kept for their memory.
+// What the 3D points carry from frame to frame of a run.
 struct Points3DState {
   std::uint8_t LastPx = 0;  // DepthPx of the entry before
-  std::string PointLat, PointLon, Northing, Easting;
 };
 
 // How many entries a list of that length holds: its first 4 and its last 4 bytes belong to none. None

@@ -1,6 +1,5 @@
 #include "geo/mercator.h"
 
-#include "core/number_text.h"
 #include "core/rounding.h"
 #include "geo/constants.h"
 
@@ -14,10 +13,6 @@ double MercY2Lat(double y, int digits) {
 }
 
 double MercX2Lon(double x, int digits) { return RoundTo((x / SemiMinor) * Rad2Deg, digits); }
-
-std::string MercY2LatText(double y, int digits) { return NumText(MercY2Lat(y, digits)); }
-
-std::string MercX2LonText(double x, int digits) { return NumText(MercX2Lon(x, digits)); }
 
 double Lon2MercX(double longitude) { return Finite((longitude * Pi / 180) * ScaledMajor); }
 

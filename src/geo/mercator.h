@@ -1,17 +1,11 @@
 #pragma once
 
-#include <string>
-
 namespace sondrix {
 
 // Lowrance Mercator metres to degrees, rounded to digits decimals: the inverse of the spherical Mercator on a
 // sphere of the radius SemiMinor. Fault 6 where the result isn't finite.
 double MercY2Lat(double y, int digits);
 double MercX2Lon(double x, int digits);
-
-// The same as NumText.
-std::string MercY2LatText(double y, int digits);
-std::string MercX2LonText(double x, int digits);
 
 // Degrees to planar metres for distances between near points, on the ellipsoid of ScaledMajor (ellipsoidal
 // Mercator). Not the inverse of the above. Fault 6 at a pole.

@@ -1,6 +1,5 @@
 #include "geo/utm.h"
 
-#include "core/number_text.h"
 #include "core/rounding.h"
 #include "geo/constants.h"
 
@@ -19,7 +18,7 @@ double Marc(double b, double n, double phi0, double phi) {
               35.0 / 24 * n3 * std::sin(3 * d) * std::cos(3 * s));
 }
 
-void Ll2Utm(double lat, double lon, std::string& northingText, std::string& eastingText) {
+UtmPosition Ll2Utm(double lat, double lon) {
   const int zone = ToWhole16(std::floor((lon + 180) / 6 + 1));
   const double lambda0 = (6 * zone - 183) * Deg2Rad;
   const double phi = lat * Deg2Rad;
@@ -55,10 +54,7 @@ void Ll2Utm(double lat, double lon, std::string& northingText, std::string& east
   const double iiia = nu / 720 * sinPhi * cos5 * (61 - 58 * t2 + t4);
   const double northing = i + p2 * ii + p4 * iii + p4 * p2 * iiia;
 
-  eastingText.clear();
-  AppendNumText(eastingText, RoundTo(easting, 2));
-  northingText.clear();
-  AppendNumText(northingText, RoundTo(northing, 2));
+  return {RoundTo(easting, 2), RoundTo(northing, 2)};
 }
 
 }  // namespace sondrix

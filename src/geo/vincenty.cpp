@@ -1,6 +1,5 @@
 #include "geo/vincenty.h"
 
-#include "core/number_text.h"
 #include "core/rounding.h"
 #include "geo/angles.h"
 #include "geo/constants.h"
@@ -56,14 +55,11 @@ VincentyState VincentyFwd(double lat, double lon, double azimuth, double distanc
   return state;
 }
 
-void DestPoint(double lat, double lon, double azimuth, double distance, std::string& latText,
-               std::string& lonText, int digits) {
+LatLon DestPoint(double lat, double lon, double azimuth, double distance, int digits) {
   const VincentyState s = VincentyFwd(lat, lon, azimuth, distance);
   const double t = s.sinU1 * s.sinSigma - s.cosU1 * s.cosSigma * s.cosAlpha1;
   const double phi2 = Atan2(s.sinU1 * s.cosSigma + s.cosU1 * s.sinSigma * s.cosAlpha1,
                             OneMinusFlat * std::sqrt(s.sinAlpha * s.sinAlpha + t * t));
-  latText.clear();
-  AppendNumText(latText, RoundTo(phi2 * Rad2Deg, digits));
 
   const double lambda =
       Atan2(s.sinSigma * s.sinAlpha1, s.cosU1 * s.cosSigma - s.sinU1 * s.sinSigma * s.cosAlpha1);
@@ -74,8 +70,7 @@ void DestPoint(double lat, double lon, double azimuth, double distance, std::str
                                   (s.cos2SigmaM + c * s.cosSigma * (-1 + 2 * (s.cos2SigmaM * s.cos2SigmaM))));
   const double lambda2 = s.lambda1 + l;
   const double longitude = lambda2 == Pi ? 180 : WrapLon(lambda2 * Rad2Deg);
-  lonText.clear();
-  AppendNumText(lonText, RoundTo(longitude, digits));
+  return {RoundTo(phi2 * Rad2Deg, digits), RoundTo(longitude, digits)};
 }
 
 }  // namespace sondrix

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string>
-
 namespace sondrix {
 
 // What the direct formula yields about a geodesic, in Vincenty's notation.
@@ -24,9 +22,11 @@ struct VincentyState {
 // radians clockwise from north, distance in metres. At most ten passes; the last one's values stand.
 VincentyState VincentyFwd(double lat, double lon, double azimuth, double distance);
 
-// Where that geodesic ends: degrees rounded to digits decimals, as NumText. Fault 6 where a value isn't
-// finite.
-void DestPoint(double lat, double lon, double azimuth, double distance, std::string& latText,
-               std::string& lonText, int digits);
+struct LatLon {
+  double Lat = 0, Lon = 0;  // degrees
+};
+
+// Where that geodesic ends, rounded to digits decimals. Fault 6 where a value isn't finite.
+LatLon DestPoint(double lat, double lon, double azimuth, double distance, int digits);
 
 }  // namespace sondrix

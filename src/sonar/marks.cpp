@@ -47,9 +47,10 @@ void OziTrackStep(Run& run, TrackState& track, const PointInput& input) {
 void MarkStep(Run& run, TrackState& track, const PointInput& input) {
   const WaypointKind& kind = run.state.MarkRequest == MarkFish ? FishWaypoint : ReliefWaypoint;
   const std::int32_t frameIndex = input.frame.FrameIndex;
+  const std::string depth = LocText(input.DepthM);
   if (run.settings.ViewOzi) {
     OziWaypoint waypoint;
-    waypoint.name = track.DepthText;
+    waypoint.name = depth;
     waypoint.symbol = kind.symbol;
     waypoint.latitude = track.fix.TrackLat;
     waypoint.longitude = track.fix.TrackLon;
@@ -63,9 +64,9 @@ void MarkStep(Run& run, TrackState& track, const PointInput& input) {
   }
   AppendWaypoint(run.state.WaypointText, kind,
                  {.number = track.LastWpNumber,
-                  .name = track.DepthText,
-                  .latitude = track.LatText,
-                  .longitude = track.LonText,
+                  .name = depth,
+                  .latitude = NumText(track.fix.TrackLat),
+                  .longitude = NumText(track.fix.TrackLon),
                   .frameIndex = frameIndex,
                   .speed = run.window.Spd()});
   SaveGraph(run.pictures, run.settings.TargetPath + std::to_string(frameIndex) + ".bmp");

@@ -8,9 +8,9 @@
 #include "core/run_state.h"
 #include "core/settings.h"
 #include "core/window.h"
+#include "echo/sounding.h"
 #include "echo/views.h"
 #include "geo/mercator.h"
-#include "geo/utm.h"
 #include "geo/vincenty.h"
 #include "sonar/sl_format.h"
 
@@ -45,36 +45,14 @@ void FollowAngle(Run& run, Fix& fix, float angle, float& last, Picture& needle, 
   last = angle;
 }
 
-void PlaceTransducer(const Run& run, TrackState& track, const SlFrame& frame) {
-  const double lat = MercY2Lat(frame.MercY, PositionDigits);
-  const double lon = MercX2Lon(frame.MercX, PositionDigits);
-  Fix& fix = track.fix;
+void PlaceTransducer(const Run& run, Fix& fix, const SlFrame& frame) {
+  LatLon place = {MercY2Lat(frame.MercY, PositionDigits), MercX2Lon(frame.MercX, PositionDigits)};
   if (run.limits.DucerDist > 0) {
-    DestPoint(lat, lon, fix.BoatAngle + run.limits.DucerAngle, run.limits.DucerDist, track.LatText,
-              track.LonText, PositionDigits);
-    fix.TrackLat = ValOf(track.LatText);
-    fix.TrackLon = ValOf(track.LonText);
-    return;
+    place = DestPoint(place.Lat, place.Lon, fix.BoatAngle + run.limits.DucerAngle, run.limits.DucerDist,
+                      PositionDigits);
   }
-  track.LatText.clear();
-  track.LonText.clear();
-  AppendNumText(track.LatText, lat);
-  AppendNumText(track.LonText, lon);
-  // Nine decimals of a degree are far below 15 digits: reading the texts back gives the same numbers.
-  fix.TrackLat = lat;
-  fix.TrackLon = lon;
-}
-
-void AppendCsvLine(const Run& run, const TrackState& track, std::string& csvBuffer) {
-  if (run.settings.UseUTM) {
-    std::string northing, easting;
-    Ll2Utm(track.fix.TrackLat, track.fix.TrackLon, northing, easting);
-    csvBuffer.append(easting).append(",").append(northing);
-  } else {
-    csvBuffer.append(track.LatText).append(",").append(track.LonText);
-  }
-  csvBuffer.append(",").append(track.DepthText);
-  csvBuffer.append(",").append(track.fix.StampText).append("\r\n");
+  fix.TrackLat = place.Lat;
+  fix.TrackLon = place.Lon;
 }
 
 }  // namespace
@@ -91,11 +69,10 @@ void TrackPointOf(Run& run, TrackState& track, const PointInput& input, std::str
   track.LastMercX = static_cast<float>(frame.MercX);
   track.LastMercY = static_cast<float>(frame.MercY);
   fix.BoatAngle = run.settings.UseHead ? frame.Heading : frame.Course;
-  PlaceTransducer(run, track, frame);
-  track.DepthText.clear();
-  AppendNumText(track.DepthText, input.DepthM);
-  if (track.DepthText.front() == '.') track.DepthText.insert(0, 1, '0');
-  if (run.state.SelectedChannel != 9) AppendCsvLine(run, track, csvBuffer);
+  PlaceTransducer(run, fix, frame);
+  if (run.state.SelectedChannel != 9) {
+    AddSounding(run.settings, fix.TrackLat, fix.TrackLon, NumText(input.DepthM), fix.StampText, csvBuffer);
+  }
   if (run.settings.ViewOzi) OziTrackStep(run, track, input);
   run.window.Pump();
   if (run.state.MarkRequest != 0) MarkStep(run, track, input);

@@ -27,7 +27,6 @@ struct TrackState {
   float OziStep = 0;  // frames between two points of the live track
   std::int32_t TrackStart = 0;
   std::int32_t LastWpNumber = 0;
-  std::string LatText, LonText, DepthText;
 };
 
 // The point of an accepted frame: filters it by distance, follows the boat's direction, works out the
