@@ -168,16 +168,21 @@ void ReplaceFile(const fs::path& path, std::string_view bytes) {
 
 }  // namespace
 
-std::string IRead(std::string_view file, std::string_view section, std::string_view key) {
+std::optional<std::string> IFind(std::string_view file, std::string_view section, std::string_view key) {
   try {
     const std::string text = ReadIni(file);
     const auto stretch = SectionIn(text, section);
-    if (!stretch) return {};
+    if (!stretch) return std::nullopt;
     const auto line = LineOf(text, *stretch, key);
-    return line ? std::string(CutTo(Unquoted(line->value), MaxIniValue)) : std::string();
+    if (!line) return std::nullopt;
+    return std::string(CutTo(Unquoted(line->value), MaxIniValue));
   } catch (const Fault&) {
-    return {};
+    return std::nullopt;
   }
+}
+
+std::string IRead(std::string_view file, std::string_view section, std::string_view key) {
+  return IFind(file, section, key).value_or("");
 }
 
 bool IWriteAll(std::string_view file, std::string_view section, std::span<const IniValue> values) {

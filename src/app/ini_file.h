@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -17,6 +18,8 @@ inline constexpr std::uintmax_t MaxIniLength = 1 << 20;  // bytes; a larger file
 // around a value and one pair of quotes around it are dropped. Empty if the key is missing or the file is
 // unreadable.
 std::string IRead(std::string_view file, std::string_view section, std::string_view key);
+// The same, none if the key is missing.
+std::optional<std::string> IFind(std::string_view file, std::string_view section, std::string_view key);
 
 struct IniValue {
   std::string_view key;

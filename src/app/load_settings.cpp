@@ -43,11 +43,14 @@ void SetFromText(Session& session, const Field& field, const std::string& text) 
 
 }  // namespace
 
-std::optional<LoadFault> LoadSettings(Session& session, std::string_view iniFile) {
-  for (const Field& field : Fields()) {
-    if (field.key.empty()) continue;
+std::optional<LoadFault> LoadSettings(Session& session, std::string_view iniFile,
+                                      std::span<const Field> fields) {
+  for (const Field& field : fields) {
+    if (field.key.empty() || field.kind == FieldKind::Channel) continue;
     try {
-      SetFromText(session, field, IRead(iniFile, IniSection, field.key));
+      const std::string_view missing = field.mayMiss ? field.defaultText : std::string_view();
+      const auto stored = IFind(iniFile, IniSection, field.key);
+      SetFromText(session, field, stored.value_or(std::string(missing)));
     } catch (const Fault& fault) {
       return LoadFault{field.key, fault};
     }

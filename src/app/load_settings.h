@@ -2,8 +2,10 @@
 
 #include "app/session.h"
 #include "core/fault.h"
+#include "core/settings.h"
 
 #include <optional>
+#include <span>
 #include <string_view>
 
 namespace sondrix {
@@ -16,8 +18,9 @@ struct LoadFault {
 
 // Fills the stored fields from an ini file, in the order of their table, each as its click would. A faulty
 // flag or contrast ends the load at that key, and the fields after it keep what they hold; a flag that is
-// missing is such a fault (13), one other than 0, 1 and 2 fault 380. A "DefLang" outside the list is passed
-// over.
-std::optional<LoadFault> LoadSettings(Session& session, std::string_view iniFile);
+// missing is such a fault (13) unless its row says that it may miss, one other than 0, 1 and 2 fault 380. A
+// "DefLang" outside the list is passed over.
+std::optional<LoadFault> LoadSettings(Session& session, std::string_view iniFile,
+                                      std::span<const Field> fields = Fields());
 
 }  // namespace sondrix

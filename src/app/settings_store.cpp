@@ -5,20 +5,29 @@
 #include "core/files.h"
 #include "platform/platform.h"
 
-#include <algorithm>
 #include <filesystem>
+#include <vector>
 
 namespace sondrix {
 namespace {
 
 namespace fs = std::filesystem;
 
-std::string ValueOf(const Session& session, std::string_view key) {
-  if (key == "UseEho") return std::to_string(session.state.SelectedChannel);
-  const std::span<const Field> fields = Fields();
-  const auto field =
-      std::find_if(fields.begin(), fields.end(), [key](const Field& one) { return one.key == key; });
-  return FieldText(session.settings, *field);
+// Within a kind the fields are written in the order of their table.
+constexpr FieldKind WritingOrder[] = {FieldKind::Text, FieldKind::Contrast, FieldKind::Flag,
+                                      FieldKind::Channel, FieldKind::Language};
+
+std::vector<IniValue> ValuesOf(const Session& session) {
+  std::vector<IniValue> values;
+  for (const FieldKind kind : WritingOrder) {
+    for (const Field& field : Fields()) {
+      if (field.kind != kind || field.key.empty()) continue;
+      const bool isChannel = kind == FieldKind::Channel;
+      values.push_back({field.key, isChannel ? std::to_string(session.state.SelectedChannel)
+                                             : FieldText(session.settings, field)});
+    }
+  }
+  return values;
 }
 
 void EndLink(OziLink& link) {
@@ -74,10 +83,7 @@ std::optional<LoadFault> LoadAtStart(Session& session, std::string_view iniFile,
 bool SaveSettings(Session& session, std::string_view iniFile) {
   try {
     EndLink(session.link);
-    std::vector<IniValue> values;
-    values.reserve(std::size(SavedKeys));
-    for (const std::string_view key : SavedKeys) values.push_back({key, ValueOf(session, key)});
-    return IWriteAll(iniFile, IniSection, values);
+    return IWriteAll(iniFile, IniSection, ValuesOf(session));
   } catch (...) {
     return false;
   }

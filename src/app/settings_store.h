@@ -3,20 +3,12 @@
 #include "app/load_settings.h"
 #include "app/session.h"
 
-#include <array>
 #include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace sondrix {
-
-// The keys of the ini file in the order of writing. "UseEho" is the channel at closing, which no start reads.
-inline constexpr std::array<std::string_view, 31> SavedKeys = {
-    "Source",  "TargetPath", "TargetName", "DepthMP",  "MaxDiff",  "DistDiff", "MaxGrad", "DepthDiff",
-    "DepthSm", "DefLvl",     "DefSlp",     "ScanSkip", "ScanCut",  "DucerX",   "DucerY",  "MaxSide",
-    "MaxProc", "EhoSens",    "MakeCut",    "HideCut",  "SaveGraf", "UseBeep",  "UseDcm",  "UseMet",
-    "UseRev",  "UseHead",    "UseXYZ",     "UseUTM",   "MakeGraf", "UseEho",   "DefLang"};
 
 // The folder's text with a separator at its end.
 std::string WithSeparator(std::string_view folder);
@@ -38,9 +30,10 @@ bool IsListed(std::string_view path);
 std::optional<LoadFault> LoadAtStart(Session& session, std::string_view iniFile,
                                      const std::function<std::string()>& openPath);
 
-// What a closing does: ends the link to the map program if one was opened, then writes all keys. The file is
-// replaced as a whole, its other keys, sections and comments are kept; on a fault the old one stays whole and
-// nothing is reported. False if nothing was written.
+// What a closing does: ends the link to the map program if one was opened, then writes all keys, kind by kind
+// of field. The channel is that of the state at closing. The file is replaced as a whole, its other keys,
+// sections and comments are kept; on a fault the old one stays whole and nothing is reported. False if
+// nothing was written.
 bool SaveSettings(Session& session, std::string_view iniFile);
 
 }  // namespace sondrix

@@ -6,14 +6,16 @@
 namespace sondrix {
 namespace {
 
+constexpr bool Locked = true, Free = false;
+
 constexpr Field TextField(std::string_view name, std::string Settings::*member, std::string_view defaultText,
-                          std::string_view meaning) {
-  return {name, name, FieldKind::Text, defaultText, meaning, member, nullptr, nullptr};
+                          std::string_view meaning, bool mayMiss = false) {
+  return {name, name, FieldKind::Text, defaultText, meaning, member, nullptr, nullptr, Locked, mayMiss};
 }
 
 constexpr Field FlagField(std::string_view name, bool Settings::*member, std::string_view defaultText,
-                          std::string_view meaning) {
-  return {name, name, FieldKind::Flag, defaultText, meaning, nullptr, member, nullptr};
+                          std::string_view meaning, bool isLocked, bool mayMiss = false) {
+  return {name, name, FieldKind::Flag, defaultText, meaning, nullptr, member, nullptr, isLocked, mayMiss};
 }
 
 using S = Settings;
@@ -37,24 +39,25 @@ constexpr std::array FieldTable = {
     TextField("MaxSide", &S::MaxSide, "", "metres: sidescan reach kept for 3D points"),
     TextField("MaxProc", &S::MaxProc, "80", "percent: the same reach as a share of the scan width"),
     FlagField("MakeCut", &S::MakeCut, "0",
-              "crop the echogram to the chosen scans; setting it clears MakeGraf"),
-    FlagField("HideCut", &S::HideCut, "0", "remove the coordinates from the cropped echogram"),
+              "crop the echogram to the chosen scans; setting it clears MakeGraf", Locked),
+    FlagField("HideCut", &S::HideCut, "0", "remove the coordinates from the cropped echogram", Locked),
     FlagField("SaveGraf", &S::SaveGraf, "0",
-              "save a picture of every frame into the folder echo; needs MakeGraf"),
-    FlagField("UseBeep", &S::UseBeep, "0", "beep when a fish is suspected"),
-    FlagField("UseDcm", &S::UseDcm, "1", "round depths to decimetres"),
-    FlagField("UseMet", &S::UseMet, "0", "kept with the settings, without effect on a run"),
-    FlagField("UseRev", &S::UseRev, "0", "the transducer is mounted back to front"),
-    FlagField("UseHead", &S::UseHead, "1", "angles come from the heading, not from the track"),
-    FlagField("UseXYZ", &S::UseXYZ, "0", "kept with the settings, without effect on a run"),
-    FlagField("UseUTM", &S::UseUTM, "0", "positions are output as UTM"),
-    FlagField("MakeGraf", &S::MakeGraf, "1", "show the echogram during a run; clearing it clears SaveGraf"),
+              "save a picture of every frame into the folder echo; needs MakeGraf", Free),
+    FlagField("UseBeep", &S::UseBeep, "0", "beep when a fish is suspected", Free),
+    FlagField("UseDcm", &S::UseDcm, "1", "round depths to decimetres", Locked),
+    FlagField("UseMet", &S::UseMet, "0", "kept with the settings, without effect on a run", Free),
+    FlagField("UseRev", &S::UseRev, "0", "the transducer is mounted back to front", Locked),
+    FlagField("UseHead", &S::UseHead, "1", "angles come from the heading, not from the track", Locked),
+    FlagField("UseXYZ", &S::UseXYZ, "0", "kept with the settings, without effect on a run", Locked),
+    FlagField("UseUTM", &S::UseUTM, "0", "positions are output as UTM", Locked),
+    FlagField("MakeGraf", &S::MakeGraf, "1", "show the echogram during a run; clearing it clears SaveGraf",
+              Free),
     Field{"EhoSens", "EhoSens", FieldKind::Contrast, "0", "contrast of the echogram, -100 to 50", nullptr,
           nullptr, &S::EhoSens},
     Field{"boxLang", "DefLang", FieldKind::Language, "", "language: RUS, ENG or DEU", &S::boxLang, nullptr,
           nullptr},
-    Field{"UseTyp", "", FieldKind::Channel, "2", "channel: 0 Primary, 2 Downscan, 5 Sidescan, 9 3D", nullptr,
-          nullptr, &S::UseTyp},
+    Field{"UseTyp", "UseEho", FieldKind::Channel, "2", "channel: 0 Primary, 2 Downscan, 5 Sidescan, 9 3D",
+          nullptr, nullptr, &S::UseTyp, Locked},
     Field{"ViewOzi", "", FieldKind::Flag, "0", "show the track live in OziExplorer", nullptr, &S::ViewOzi,
           nullptr},
     Field{"UseRad", "", FieldKind::Flag, "0", "the cropped echogram takes the heading as its course", nullptr,

@@ -34,9 +34,11 @@ struct Field {
   std::string Settings::*text = nullptr;  // Text, Language
   bool Settings::*flag = nullptr;         // Flag
   int Settings::*number = nullptr;        // Contrast, Channel
+  bool isLocked = false;                  // not to be changed during an echogram's run
+  bool mayMiss = false;                   // an ini file without the key gives the default: in every new row
 };
 
-// In the order in which the ini file is read; the fields without a key stand at the end.
+// In the order in which the ini file is read. A channel is stored but never read.
 std::span<const Field> Fields();
 
 // Null if there is no field of that name.

@@ -20,6 +20,19 @@ TEST_F(AppTest, ReadsAsThePlatformDoes) {
   EXPECT_EQ(IRead(file + ".none", "Main", "MaxDiff"), "");
 }
 
+// Rows of a later version: an ini file of this one doesn't stop its start, and what is stored empty stays so.
+TEST_F(AppTest, ANewKeyMayMiss) {
+  Field fields[] = {*FindField("UseDcm"), *FindField("MaxDiff"), *FindField("DistDiff")};
+  for (Field& field : fields) field.mayMiss = true;
+  OutputFile(file).Write(std::string_view("[Main]\r\nDistDiff=\r\n"));
+  session.settings.UseDcm = false;
+  session.settings.MaxDiff = "7";
+  EXPECT_FALSE(LoadSettings(session, file, fields));
+  EXPECT_TRUE(session.settings.UseDcm);
+  EXPECT_EQ(session.settings.MaxDiff, "300");
+  EXPECT_EQ(session.settings.DistDiff, "");
+}
+
 TEST_F(AppTest, ValuesReachTheFieldsUpToAFault) {
   const struct {
     Texts stored, held;

@@ -3,14 +3,36 @@
 #include "app/desktop/log_line.h"
 #include "window_run.h"
 
+#include <QCheckBox>
 #include <QClipboard>
+#include <QComboBox>
 #include <QDropEvent>
 #include <QMenu>
 #include <QMimeData>
 #include <QUrl>
+#include <set>
 
 namespace sondrix {
 namespace {
+
+TEST_F(WindowTest, EveryFieldHasItsControlAndEveryControlItsField) {
+  const std::set<std::string_view> hidden = {"UseMet", "UseXYZ", "UseRad"};
+  const std::set<std::string_view> unnamed = {"boxLang", "ScanCut"};  // ScanCut stands behind "to"
+  for (const Field& field : sondrix::Fields()) {
+    const std::string name(field.name);
+    auto* control = Find(name.c_str());
+    ASSERT_TRUE(control) << name;
+    EXPECT_NE(control->isVisible(), hidden.contains(name)) << name;
+    const auto* label = Find<QLabel>(("lbl" + name).c_str());
+    EXPECT_TRUE(unnamed.contains(name) || (label && !label->text().isEmpty())) << name;
+  }
+  for (const QWidget* control : Find("Source")->parentWidget()->findChildren<QWidget*>()) {
+    const std::string name = Utf8Of(control->objectName());
+    const bool isField = qobject_cast<const QLineEdit*>(control) || qobject_cast<const QCheckBox*>(control) ||
+                         qobject_cast<const QComboBox*>(control);
+    EXPECT_TRUE(!isField || FindField(name)) << name;
+  }
+}
 
 TEST_F(WindowTest, KeysThatAFieldDoesNotTakeAreDropped) {
   const struct {

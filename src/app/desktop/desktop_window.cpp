@@ -153,6 +153,7 @@ void DesktopWindow::ShowField(std::string_view name) {
   if (!field) return;
   const Settings& settings = session_.settings;
   QWidget* widget = Find(name);
+  if (!widget) return;
   switch (field->kind) {
     case FieldKind::Text:
       if (auto* edit = static_cast<QLineEdit*>(widget); Utf8Of(edit->text()) != settings.*field->text) {

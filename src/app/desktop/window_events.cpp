@@ -60,6 +60,7 @@ void DesktopWindow::Act(const char* place, const std::function<void()>& click) {
 
 void DesktopWindow::ConnectField(const Field& field) {
   QWidget* widget = Find(field.name);
+  if (!widget) return;
   switch (field.kind) {
     case FieldKind::Text:
       connect(static_cast<QLineEdit*>(widget), &QLineEdit::textChanged, this,
