@@ -6,8 +6,10 @@
 #include "samples/bulk.h"
 #include "samples/lake.h"
 #include "sonar/job_sl.h"
-#include "sonar/sl_format.h"
-#include "sonar/sl_source.h"
+#include "sonar/layout/sl_format.h"
+#include "sonar/layout/sl_frame.h"
+#include "sonar/layout/sl_source.h"
+#include "sonar/layout/sl_verdict.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>

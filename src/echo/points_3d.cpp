@@ -12,17 +12,8 @@
 #include "geo/constants.h"
 #include "geo/vincenty.h"
 
-#include <algorithm>
-#include <bit>
-
 namespace sondrix {
 namespace {
-
-constexpr std::int64_t ListStart = 0x4C;
-constexpr std::int64_t EntrySize = 8;
-constexpr std::int64_t EntryDepthAt = 4;
-constexpr std::int64_t EntryDistAt = 8;
-constexpr std::int16_t SavedListBytes = 480;  // of a list, while pictures are saved
 
 // The scale of the 3D view: 60 feet span 256 units.
 constexpr double DeepestViewFeet = 59;
@@ -32,18 +23,9 @@ constexpr double ViewUnits = 256;
 constexpr int PointDigits = 9;
 constexpr int DepthDigits = 2;
 
-float FloatOf(std::span<const std::uint8_t> payload, std::int64_t at) {
-  if (at < 0 || at + 4 > static_cast<std::int64_t>(payload.size())) throw Fault(FaultNumber::Subscript);
-  const std::uint8_t* byte = payload.data() + at;
-  return std::bit_cast<float>(static_cast<std::uint32_t>(byte[0]) | static_cast<std::uint32_t>(byte[1]) << 8 |
-                              static_cast<std::uint32_t>(byte[2]) << 16 |
-                              static_cast<std::uint32_t>(byte[3]) << 24);
-}
-
-struct List3D {
+struct SideOf3D {
   Side3D side;
-  std::int64_t start;
-  std::int16_t bytes;
+  const List3D& list;
   bool SideOn;       // entries may become points
   double SideAngle;  // azimuth, radians
 };
@@ -52,18 +34,16 @@ struct Walk {
   Run& run;
   Points3DState& state;
   const Fix& fix;
-  std::span<const std::uint8_t> payload;
   std::string& csv;
 };
 
-void SetSideLimit(Walk& walk, std::int64_t listStart, std::int16_t listBytes) {
-  RunLimits& limits = walk.run.limits;
+void SetSideLimit(RunLimits& limits, const List3D& list) {
   if (limits.SidePercent <= 0) return;
-  const float last = FloatOf(walk.payload, listStart + listBytes - EntrySize);
+  if (!list.LastDistance) throw Fault(FaultNumber::Subscript);
   // Without an entry that is no distance, and nothing asks for the limit.
-  if (EntriesOf(listBytes) == 0) return;
-  limits.SideLimitM =
-      static_cast<float>(Finite(static_cast<double>(last) * limits.SidePercent / 100 * MetresPerFoot));
+  if (list.Count == 0) return;
+  const auto last = static_cast<double>(*list.LastDistance);
+  limits.SideLimitM = static_cast<float>(Finite(last * limits.SidePercent / 100 * MetresPerFoot));
 }
 
 std::uint8_t DepthPxOf(float entryDepth, std::uint8_t lastPx) {
@@ -87,51 +67,40 @@ void AppendPoint(Walk& walk, double sideAngle, double distM, float entryDepth) {
   AddSounding(run.settings, place.Lat, place.Lon, depth, walk.fix.StampText, walk.csv);
 }
 
-void WalkList(Walk& walk, const List3D& list) {
+void WalkList(Walk& walk, const SideOf3D& side) {
   const Settings& settings = walk.run.settings;
   std::uint8_t& lastPx = walk.state.LastPx;
   std::uint8_t sideMark = 0;
-  const int entries = EntriesOf(list.bytes);
-  for (int i = 0; i < entries; ++i) {
-    const std::int64_t base = list.start + EntrySize * i;
-    const float entryDepth = FloatOf(walk.payload, base + EntryDepthAt);
-    const float entryDist = FloatOf(walk.payload, base + EntryDistAt);
-    const std::uint8_t distByte = ToByte(static_cast<double>(entryDist));
-    const std::uint8_t depthPx = DepthPxOf(entryDepth, lastPx);
-    if (settings.MakeGraf) Draw3DEntry(walk.run.pictures, list.side, i, depthPx, lastPx, settings.EhoSens);
+  const List3D& list = side.list;
+  for (int i = 0; i < list.Count; ++i) {
+    if (static_cast<std::size_t>(i) >= list.Entries.size()) throw Fault(FaultNumber::Subscript);
+    const Entry3D& entry = list.Entries[static_cast<std::size_t>(i)];
+    const std::uint8_t distByte = ToByte(static_cast<double>(entry.Distance));
+    const std::uint8_t depthPx = DepthPxOf(entry.Depth, lastPx);
+    if (settings.MakeGraf) Draw3DEntry(walk.run.pictures, side.side, i, depthPx, lastPx, settings.EhoSens);
     lastPx = depthPx;
     if (!walk.fix.HasDepth) continue;
-    const double distM = static_cast<double>(entryDist) * MetresPerFoot;
-    if (!PassesLimits(walk.run.limits, distByte, sideMark, distM) || !list.SideOn) continue;
-    AppendPoint(walk, list.SideAngle, distM, entryDepth);
+    const double distM = static_cast<double>(entry.Distance) * MetresPerFoot;
+    if (!PassesLimits(walk.run.limits, distByte, sideMark, distM) || !side.SideOn) continue;
+    AppendPoint(walk, side.SideAngle, distM, entry.Depth);
   }
-  if (settings.MakeGraf) Close3DSide(walk.run.pictures, list.side, entries, lastPx);
+  if (settings.MakeGraf) Close3DSide(walk.run.pictures, side.side, list.Count, lastPx);
 }
 
 }  // namespace
 
-int EntriesOf(std::int16_t listBytes) {
-  return static_cast<int>(std::max<std::int64_t>(ToWhole(listBytes / 8.0 - 2) + 1, 0));
-}
-
-void Points3D(Run& run, Points3DState& state, const Fix& fix, const Frame3D& frame, std::string& csvBuffer) {
-  Walk walk{run, state, fix, frame.Payload, csvBuffer};
-  SetSideLimit(walk, ListStart, frame.LeftBytes);
-  const std::int64_t rightStart = ListStart + frame.LeftBytes;
-  std::int16_t leftBytes = frame.LeftBytes;
-  std::int16_t rightBytes = frame.RightBytes;
-  if (run.settings.SaveGraf) {
-    leftBytes = std::min(leftBytes, SavedListBytes);
-    rightBytes = std::min(rightBytes, SavedListBytes);
-  }
+void Points3D(Run& run, Points3DState& state, const Fix& fix, const Frame3DLists& lists,
+              std::string& csvBuffer) {
+  Walk walk{run, state, fix, csvBuffer};
   // In a turn only the side on its outside gives points. A transducer that faces backwards swaps the sides.
   const bool reversed = run.settings.UseRev;
   const bool leftOn = !fix.TurnExceeded || fix.TurnUp != reversed;
   const bool rightOn = !fix.TurnExceeded || fix.TurnUp == reversed;
   const double toLeft = reversed ? HalfPi : -HalfPi;
-  WalkList(walk, {Side3D::Left, ListStart, leftBytes, leftOn, fix.BoatAngle + toLeft});
-  SetSideLimit(walk, rightStart, rightBytes);
-  WalkList(walk, {Side3D::Right, rightStart, rightBytes, rightOn, fix.BoatAngle - toLeft});
+  SetSideLimit(run.limits, lists.Left);
+  WalkList(walk, {Side3D::Left, lists.Left, leftOn, fix.BoatAngle + toLeft});
+  SetSideLimit(run.limits, lists.Right);
+  WalkList(walk, {Side3D::Right, lists.Right, rightOn, fix.BoatAngle - toLeft});
 }
 
 }  // namespace sondrix

@@ -5,7 +5,7 @@
 #include "core/run_state.h"
 #include "core/settings.h"
 #include "core/window.h"
-#include "sonar/sl_format.h"
+#include "sonar/layout/find_frame.h"
 
 namespace sondrix {
 

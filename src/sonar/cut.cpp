@@ -2,7 +2,8 @@
 
 #include "core/fault.h"
 #include "core/settings.h"
-#include "sonar/sl_format.h"
+#include "sonar/layout/sl_format.h"
+#include "sonar/layout/sl_frame.h"
 
 #include <algorithm>
 #include <cstring>

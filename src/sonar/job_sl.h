@@ -1,6 +1,6 @@
 #pragma once
 
-#include "sonar/sl_source.h"
+#include "sonar/layout/sl_source.h"
 
 namespace sondrix {
 

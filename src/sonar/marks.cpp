@@ -9,7 +9,7 @@
 #include "echo/views.h"
 #include "formats/wpt.h"
 #include "ozi/ozi_link.h"
-#include "sonar/sl_format.h"
+#include "sonar/layout/sl_frame.h"
 #include "sonar/track_point.h"
 
 #include <cmath>

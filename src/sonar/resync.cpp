@@ -1,4 +1,3 @@
-#include "core/fault.h"
 #include "core/messages.h"
 #include "core/number_text.h"
 #include "core/run.h"
@@ -9,9 +8,6 @@
 namespace sondrix {
 namespace {
 
-constexpr std::int64_t SearchStart = 0x22;  // from the start of the bad frame
-constexpr std::int64_t SearchStep = 2;
-constexpr std::int64_t ReportStep = 100;  // bytes searched between two reports
 constexpr int PauseWaitMs = 1000;
 
 }  // namespace
@@ -38,26 +34,15 @@ void ShowLogError(SlRun& sl, std::int64_t filePosition) {
 }
 
 bool Resynchronise(SlRun& sl) {
-  SlSource& source = *sl.source;
-  const std::int64_t fileLength = source.FileLength();
-  std::int64_t at = source.Pos + SearchStart;
+  sl.search.At = sl.source->Pos + SearchStart;
   for (;;) {
-    if (at + 4 > SlSource::ChunkLength + 1) throw Fault(FaultNumber::Subscript);
-    if (U32At(source.Bytes(at, 4).data()) == sl.run.state.ResyncMarker) {
-      source.Pos = at - MarkerOffset;
-      return true;
-    }
-    at += SearchStep;
-    source.Pos = at;
-    sl.ScanCount += SearchStep;
-    if (sl.ScanCount % ReportStep == 0) ShowLogError(sl, source.BaseOffset + at);
-    if (sl.ScanCount * 100 > fileLength) {
-      at += sl.ScanCount;
-      if (source.BaseOffset + at > fileLength) return false;
-      sl.ScanCount = 0;
-    }
-    if (!MayGoOn(sl, sl.run.messages.MsgStopped)) return false;
+    const SearchStep step = StepSearch(sl.search, *sl.source, sl.run.state.ResyncMarker);
+    if (step.found) break;
+    if (step.isReportDue) ShowLogError(sl, step.position);
+    if (step.isPastEnd || !MayGoOn(sl, sl.run.messages.MsgStopped)) return false;
   }
+  sl.source->Pos = sl.search.At - MarkerOffset;
+  return true;
 }
 
 }  // namespace sondrix

@@ -8,11 +8,13 @@
 #include "core/settings.h"
 #include "core/window.h"
 #include "echo/views.h"
+#include "sonar/layout/sl_verdict.h"
 #include "sonar/sl_run.h"
 
 #include <algorithm>
 #include <limits>
 #include <span>
+#include <vector>
 
 namespace sondrix {
 
@@ -25,6 +27,7 @@ namespace {
 constexpr std::int64_t MissingChannelScans = 5000;
 constexpr float MaxWaterDepth = 1500.0F;  // feet
 constexpr int DepthDigits = 2;
+constexpr std::int16_t SavedListBytes = 480;  // of a 3D list, while pictures are saved
 
 const std::string& ProgressOf(SlRun& sl) {
   ProgressLine& progress = sl.progress;
@@ -138,6 +141,24 @@ void CheckDepth(SlRun& sl, std::span<const std::uint8_t> samples, const SlFrame&
              sl.BadLog);
 }
 
+List3D ListOf(std::span<const std::uint8_t> payload, std::int64_t start, std::int16_t lastBytes,
+              std::int16_t bytes, std::vector<Entry3D>& entries) {
+  DecodeList3D(payload, start, bytes, entries);
+  return {entries, EntriesOf(bytes), LastDistance3D(payload, start, lastBytes)};
+}
+
+// While pictures are saved the lists are cut short; the share of the width counts by the whole left list all
+// the same, and by what is left of the right one.
+Frame3DLists ListsOf(SlRun& sl, SlLists3D lists, std::span<const std::uint8_t> payload) {
+  const std::int16_t most =
+      sl.run.settings.SaveGraf ? SavedListBytes : std::numeric_limits<std::int16_t>::max();
+  const std::int16_t leftBytes = std::min(lists.LeftBytes, most);
+  const std::int16_t rightBytes = std::min(lists.RightBytes, most);
+  const std::int64_t rightStart = LeftListStart + lists.LeftBytes;
+  return {ListOf(payload, LeftListStart, lists.LeftBytes, leftBytes, sl.LeftEntries),
+          ListOf(payload, rightStart, rightBytes, rightBytes, sl.RightEntries)};
+}
+
 Step ProcessFrame(SlRun& sl) {
   Run& run = sl.run;
   const bool is3D = run.state.SelectedChannel == 9;
@@ -162,8 +183,7 @@ Step ProcessFrame(SlRun& sl) {
               run.state.DefectPause, run.window);
   }
   if (is3D) {
-    const SlLists3D lists = SlSamples3D(bytes);
-    Points3D(run, sl.points, sl.track.fix, {samples, lists.LeftBytes, lists.RightBytes}, sl.CsvBuffer);
+    Points3D(run, sl.points, sl.track.fix, ListsOf(sl, SlSamples3D(bytes), samples), sl.CsvBuffer);
   } else {
     CheckDepth(sl, samples, frame, depthM, scaleM);
   }

@@ -5,13 +5,17 @@
 #include "echo/depth_check.h"
 #include "echo/points_3d.h"
 #include "sonar/cut.h"
-#include "sonar/sl_format.h"
-#include "sonar/sl_source.h"
+#include "sonar/layout/find_frame.h"
+#include "sonar/layout/lists_3d.h"
+#include "sonar/layout/sl_format.h"
+#include "sonar/layout/sl_frame.h"
+#include "sonar/layout/sl_source.h"
 #include "sonar/track_point.h"
 
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace sondrix {
 
@@ -38,13 +42,14 @@ struct SlRun {
   std::int32_t FirstIndex = 0, LastIndex = 0;
   std::int32_t FrameCounter = 0;  // accepted frames
   std::optional<DateSeconds> RunDate;
-  std::int64_t ScanCount = 0;    // bytes searched for the marker
+  FrameSearch search;
   std::int32_t DefectLevel = 1;  // centimetres
   std::string CsvBuffer, BadLog;
   TrackState track;
   DepthState depth;
   Points3DState points;
-  std::string line;  // the log line under construction
+  std::vector<Entry3D> LeftEntries, RightEntries;  // of a 3D frame, kept for their memory
+  std::string line;                                // the log line under construction
   ProgressLine progress;
   std::optional<DateSeconds> stampTime;  // of the stamp in track.fix
 };

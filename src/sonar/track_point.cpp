@@ -12,7 +12,7 @@
 #include "echo/views.h"
 #include "geo/mercator.h"
 #include "geo/vincenty.h"
-#include "sonar/sl_format.h"
+#include "sonar/layout/sl_frame.h"
 
 #include <cmath>
 

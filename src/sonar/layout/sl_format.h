@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <span>
 
 namespace sondrix {
 
@@ -70,65 +69,10 @@ struct SlFormat {
   const SlOffsets* offsets = nullptr;
 };
 
-// The fields that are decoded for every frame of every channel.
-struct SlLeadFields {
-  std::int16_t FrameSize = 0;  // bytes to the next frame's start
-  std::uint8_t Channel = 0;    // the low byte of the word
-  std::int16_t SampleCount = 0;
-  std::int32_t FrameIndex = 0;
-  std::int32_t TimeBase = 0;  // seconds since 01/01/1970 00:00:00
-};
-
-// A frame that is processed: lead and body fields. The samples stay in the source's window.
-struct SlFrame : SlLeadFields {
-  float LowerLimit = 0;  // feet, depth of the last sample
-  float WaterDepth = 0;  // feet
-  float Speed = 0;
-  std::int32_t MercX = 0, MercY = 0;  // metres on the Mercator sphere
-  float Course = 0, Heading = 0;      // radians clockwise from north, 0: absent
-  std::int32_t TimeOffset = 0;        // milliseconds from the start of the recording
-};
-
-// Payload of a 3D frame: where the lengths of its two lists stand.
-struct SlLists3D {
-  std::int16_t LeftBytes = 0, RightBytes = 0;
-};
+// Of a format word that is neither SL2's nor the older of SL3's, and so of every recording with 3D frames.
 inline constexpr std::int32_t HeaderLength3D = 0xA8;
-inline constexpr std::int32_t ListsEnd3D = HeaderLength3D + 0x0E;  // first byte behind the lengths
-inline constexpr float LowerLimit3D = 210.0F;                      // feet, whatever a 3D frame says
-
-enum class SlVerdict { Bad, OtherChannel, StepOver, Good };
 
 // Layout and header length of a format word. Fault 6 above 255.
 SlFormat SlFormatOf(std::uint16_t formatWord);
-
-// The lead fields of a frame that begins at the first of bytes, which are at least leadEnd.
-SlLeadFields SlLead(std::span<const std::uint8_t> bytes, const SlFormat& format);
-
-// All fields of that frame; bytes are at least bodyEnd, lead is what was decoded before.
-SlFrame SlBody(std::span<const std::uint8_t> bytes, const SlFormat& format, const SlLeadFields& lead);
-
-// The lengths of a 3D frame's two lists; bytes are at least ListsEnd3D.
-SlLists3D SlSamples3D(std::span<const std::uint8_t> bytes);
-
-// The sample count by which a frame is judged: 3D frames and frames without index and count take it from
-// their size.
-std::int16_t EffectiveSamples(const SlLeadFields& lead, std::uint8_t selectedChannel, const SlFormat& format);
-
-// The sample count that the frames of a run have, from its first frame of the selected channel.
-std::int16_t KnownSamplesOf(std::uint8_t selectedChannel, std::int16_t sampleCount);
-
-// Judges a frame by its lead fields. knownSamples is 0 until a frame of the selected channel was seen.
-SlVerdict SlCheck(const SlLeadFields& lead, std::uint8_t selectedChannel, std::int16_t knownSamples);
-
-// The word that stands at offset 0x20 of an SL2 frame of 1920 samples of the channel, by which the reader
-// finds its way back.
-std::uint32_t ResyncMarkerOf(int channel);
-inline constexpr std::int64_t MarkerOffset = 0x20;
-
-// Little-endian words of any alignment.
-std::uint16_t U16At(const std::uint8_t* bytes);
-std::uint32_t U32At(const std::uint8_t* bytes);
-float FloatAt(const std::uint8_t* bytes);
 
 }  // namespace sondrix

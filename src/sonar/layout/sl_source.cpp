@@ -1,4 +1,4 @@
-#include "sonar/sl_source.h"
+#include "sonar/layout/sl_source.h"
 
 #include "core/fault.h"
 
