@@ -45,7 +45,8 @@ const Sources& TheSources() {
 
 // A session whose window shows nothing, set up for one of the sources.
 struct BenchRun {
-  explicit BenchRun(const std::string& source, int channel = 2) : window(false, true), session(window) {
+  explicit BenchRun(const std::string& source, Channel channel = Channel::Downscan)
+      : window(false, true), session(window) {
     ApplyLanguage(session, LangEnglish);
     session.settings.Source = TheSources().Path(source);
     session.settings.TargetPath = TheSources().Path("");
@@ -73,8 +74,8 @@ void BM_LeadAndVerdict(benchmark::State& state) {
     const SlFormat format = SlFormatOf(2);
     while (source.FilePosition() < source.FileLength()) {
       SlLeadFields lead = SlLead(source.Bytes(source.Pos, format.offsets->leadEnd), format);
-      lead.SampleCount = EffectiveSamples(lead, 2, format);
-      benchmark::DoNotOptimize(SlCheck(lead, 2, 1920));
+      lead.SampleCount = EffectiveSamples(lead, Channel::Downscan, format);
+      benchmark::DoNotOptimize(SlCheck(lead, Channel::Downscan, 1920));
       source.Pos += lead.FrameSize;
       ++frames;
     }
@@ -106,15 +107,15 @@ void BM_ShowAndCheck(benchmark::State& state) {
   bench.session.settings.MakeGraf = true;
   std::vector<std::uint8_t> samples(1920);
   for (std::size_t i = 0; i < samples.size(); ++i) samples[i] = static_cast<std::uint8_t>(i * 37);
-  PrepareViews(bench.session.pictures, 2, 1920);
+  PrepareViews(bench.session.pictures, Channel::Downscan, 1920);
   DepthState depth;
   std::string badLog;
   for (auto _ : state) {
-    float scaleM = 30.48F;
-    ShowFrame(bench.session.pictures, 2, samples, scaleM, 10, 0, 0, bench.window);
+    const float scaleM = ShownScale(Channel::Downscan, 30.48F);
+    ShowFrame(bench.session.pictures, Channel::Downscan, samples, scaleM, 10, 0, 0, bench.window);
     DepthCheck(bench.session.run, depth,
                {.Samples = samples,
-                .Channel = 2,
+                .Selected = Channel::Downscan,
                 .DepthM = 10,
                 .ScaleM = scaleM,
                 .FrameCounter = 2,
@@ -130,7 +131,7 @@ BENCHMARK(BM_ShowAndCheck);
 
 // The 3D points of the lake, as lines of the CSV; with pictures and without.
 void BM_Points3D(benchmark::State& state) {
-  BenchRun bench("lake.sl3", 9);
+  BenchRun bench("lake.sl3", Channel::Scan3D);
   bench.session.settings.MakeGraf = state.range(0) != 0;
   for (auto _ : state) GoClick(bench.session.run);
   const auto points = static_cast<std::int64_t>(LinesOf(TheSources().Path("bench.csv")));

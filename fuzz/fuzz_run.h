@@ -169,7 +169,7 @@ inline void DrawSettings(Draw& draw, Session& session, FuzzWindow& window) {
     settings.SaveGraf = false;  // a picture for each frame is slow
   settings.EhoSens = MinEhoSens + draw.Next() % (MaxEhoSens - MinEhoSens + 1);
   settings.UseTyp = channels[draw.Next() % std::size(channels)];
-  ChannelClick(session.run, settings.UseTyp);
+  ChannelClick(session.run, ChannelOf(settings.UseTyp).value());
   ApplyLanguage(session, LanguageItems[draw.Next() % LanguageItems.size()].id);
   window.clickAt = draw.Next();
   window.click = draw.Next();

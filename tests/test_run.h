@@ -63,7 +63,7 @@ class TestRun {
   }
   // Chooses the channel, clicks the start button, and gives the last text of the log line.
   std::string Click(int channel = 2) {
-    ChannelClick(run, channel);
+    ChannelClick(run, ChannelOf(channel).value());
     GoClick(run);
     return window.att;
   }

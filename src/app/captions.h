@@ -49,12 +49,4 @@ inline constexpr std::array<FixedCaption, 12> FixedCaptions = {{{"btnGO", "!!!"}
                                                                 {"lblDucerY", "/"},
                                                                 {"lblMaxProc", "/"}}};
 
-// The options of UseTyp, in their order.
-struct ChannelItem {
-  int channel;
-  std::string_view caption;
-};
-inline constexpr std::array<ChannelItem, 4> ChannelItems = {
-    {{0, "Primary"}, {2, "Downscan"}, {5, "Sidescan"}, {9, "3D"}}};
-
 }  // namespace sondrix

@@ -3,7 +3,6 @@
 #include "core/code_page.h"
 #include "jobs/clicks.h"
 
-#include <array>
 #include <charconv>
 #include <optional>
 
@@ -11,7 +10,6 @@ namespace sondrix {
 namespace {
 
 constexpr std::size_t MaxProcCharacters = 2;
-constexpr std::array Channels = {0, 2, 5, 9};
 
 std::optional<int> WholeOf(std::string_view text) {
   int value = 0;
@@ -45,14 +43,12 @@ EditResult EditContrast(Session& session, const Field& field, std::string_view v
 }
 
 EditResult EditChannel(Session& session, const Field& field, std::string_view value) {
-  const auto chosen = WholeOf(value);
-  for (const int channel : Channels) {
-    if (chosen != channel) continue;
-    session.settings.*field.number = channel;
-    ChannelClick(session.run, channel);
-    return EditResult::Done;
-  }
-  return EditResult::BadValue;
+  const auto number = WholeOf(value);
+  const auto channel = number ? ChannelOf(*number) : std::nullopt;
+  if (!channel) return EditResult::BadValue;
+  session.settings.*field.number = *number;
+  ChannelClick(session.run, *channel);
+  return EditResult::Done;
 }
 
 EditResult EditLanguage(Session& session, const Field& field, std::string_view value) {

@@ -23,7 +23,7 @@ std::vector<IniValue> ValuesOf(const Session& session) {
     for (const Field& field : Fields()) {
       if (field.kind != kind || field.key.empty()) continue;
       const bool isChannel = kind == FieldKind::Channel;
-      values.push_back({field.key, isChannel ? std::to_string(session.state.SelectedChannel)
+      values.push_back({field.key, isChannel ? std::to_string(ChannelByte(session.state.SelectedChannel))
                                              : FieldText(session.settings, field)});
     }
   }

@@ -12,12 +12,12 @@ bool StartSession(Session& session, const StartFacts& facts) {
   session.langId = facts.systemLanguage;
   const std::string& iniFile = IsListed(facts.iniFile) ? facts.iniFile : facts.packagedIni;
   if (const auto fault = LoadAtStart(session, iniFile, facts.openPath)) {
-    session.state.SelectedChannel = 0;
+    session.state.SelectedChannel = Channel::Primary;
     session.window.Beep();
     session.window.SetAtt(FaultLine("Load", fault->fault));
     return false;
   }
-  ChannelClick(session.run, session.settings.UseTyp);
+  ChannelClick(session.run, ChannelOf(session.settings.UseTyp).value_or(Channel::Downscan));
 
   const LanguageChoice choice = ChooseLanguage(session.settings.boxLang, facts.systemLanguage);
   session.settings.boxLang = choice.item;

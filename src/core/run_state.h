@@ -1,7 +1,10 @@
 #pragma once
 
+#include "core/channel.h"
+
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace sondrix {
 
@@ -10,7 +13,7 @@ inline constexpr std::int32_t MarkFish = 0xFFFF00;
 
 // What lives from one click to the next, and what buttons change during a run.
 struct RunState {
-  std::uint8_t SelectedChannel = 2;
+  Channel SelectedChannel = Channel::Downscan;
   std::uint32_t ResyncMarker = 0x07800002;
   std::int16_t KnownSamples = 0;
   bool PauseFlag = false;
@@ -19,7 +22,9 @@ struct RunState {
   std::string WaypointText;
   bool AutoName = false;
   std::int32_t DefectPause = 0;  // milliseconds
-  std::string RunSetCaption = "II";
+  bool ShowsResume = false;      // of the pause button: what it shows, whatever PauseFlag is
 };
+
+constexpr std::string_view RunSetCaption(const RunState& state) { return state.ShowsResume ? ">>" : "II"; }
 
 }  // namespace sondrix

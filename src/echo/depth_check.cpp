@@ -27,7 +27,6 @@ constexpr float FishDelta = -0.5F;      // metres
 constexpr int FishRows = 10;
 
 constexpr int DepthDigits = 2;
-constexpr std::uint8_t LastComparedChannel = 2;
 
 std::int16_t FloorRow(double row) {
   using Limits = std::numeric_limits<std::int16_t>;
@@ -35,8 +34,6 @@ std::int16_t FloorRow(double row) {
   if (!(whole >= Limits::min() && whole <= Limits::max())) throw Fault(FaultNumber::Overflow);
   return static_cast<std::int16_t>(whole);
 }
-
-bool IsCompared(const DepthFrame& frame) { return frame.Channel <= LastComparedChannel; }
 
 void SaveFramePicture(Run& run, std::int32_t frameCounter) {
   std::string path = run.settings.TargetPath;
@@ -48,13 +45,13 @@ void SaveFramePicture(Run& run, std::int32_t frameCounter) {
 
 void ShowCheck(Run& run, DepthState& state, const DepthFrame& frame, const DepthResult& result,
                std::string& badLog) {
-  const bool compared = IsCompared(frame);
+  const bool compared = IsCompared(frame.Selected);
   if (compared) {
     MarkDepths(run.pictures, state.OwnRow, state.SounderRow);
     PrintDelta(run.pictures, result.DepthDelta);
   }
   if (IsDefect(frame, result.DepthDelta))
-    PrintDepths(run.pictures, state.OwnRow, state.SounderRow, result.OwnDepth, frame.DepthM, frame.Channel);
+    PrintDepths(run.pictures, state.OwnRow, state.SounderRow, result.OwnDepth, frame.DepthM, frame.Selected);
   run.window.Pump();
 
   std::string& line = state.Line;
@@ -114,7 +111,7 @@ DepthResult CompareDepths(DepthState& state, const DepthFrame& frame, bool searc
   const auto scale = static_cast<double>(frame.ScaleM);
   auto ownDepth = static_cast<float>(RoundTo(scale / rows * state.OwnRow, DepthDigits));
   state.SounderRow = ToWhole32(depth / scale * rows);
-  if (!IsCompared(frame)) {
+  if (!IsCompared(frame.Selected)) {
     ownDepth = frame.DepthM;
   } else {
     if (frame.DepthM > 0 && frame.FrameCounter == 1) ownDepth = frame.DepthM;

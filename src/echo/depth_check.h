@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/channel.h"
+
 #include <cstdint>
 #include <span>
 #include <string>
@@ -22,7 +24,7 @@ struct DepthState {
 
 struct DepthFrame {
   std::span<const std::uint8_t> Samples{};
-  std::uint8_t Channel = 0;
+  Channel Selected = Channel::Primary;
   float DepthM = 0;  // recorded depth
   float ScaleM = 0;  // depth of the last row
   std::int32_t FrameCounter = 0;
@@ -57,7 +59,8 @@ bool IsDefect(const DepthFrame& frame, float depthDelta);
 bool IsFish(const DepthState& state, float depthDelta);
 
 // The check of a frame: compares the depths, marks them on the pictures, reports in the log line and, on
-// channels up to 2, in badLog, and saves the picture if asked for. Faults as of the operating system.
+// channels that are compared, in badLog, and saves the picture if asked for. Faults as of the operating
+// system.
 void DepthCheck(Run& run, DepthState& state, const DepthFrame& frame, std::string& badLog);
 
 }  // namespace sondrix

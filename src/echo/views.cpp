@@ -12,10 +12,6 @@
 namespace sondrix {
 namespace {
 
-constexpr std::uint8_t Channel3D = 9;
-constexpr std::uint8_t ChannelSide = 5;
-constexpr std::uint8_t LastComparedChannel = 2;
-
 constexpr float EchoWidth = 512;
 constexpr float CurveWidth = 256;
 constexpr float ScaleWidth = 100;
@@ -28,11 +24,11 @@ constexpr int DeltaX = 210, DeltaY = 1350;
 constexpr int DepthX = 200;
 
 // The depth scale beside a frame. Rows per metre are whole, so the ticks lie up to a row per metre too high.
-void DrawScale(Picture& metr, std::uint8_t selectedChannel, std::size_t sampleCount, float scaleM) {
+void DrawScale(Picture& metr, Channel selectedChannel, std::size_t sampleCount, float scaleM) {
   const double perMetre = std::floor(static_cast<double>(sampleCount) / static_cast<double>(scaleM));
   if (!(perMetre <= std::numeric_limits<std::int16_t>::max())) throw Fault(FaultNumber::Overflow);
   metr.Clear();
-  const int step = selectedChannel == ChannelSide ? 10 : 2;
+  const int step = selectedChannel == Channel::Sidescan ? 10 : 2;
   for (int k = step; static_cast<float>(k) < scaleM; k += step) {
     metr.DrawLine(0, perMetre * k, 20, perMetre * k, Black);
     metr.PrintAt(22, perMetre * k - 20, k);
@@ -102,12 +98,12 @@ void ClearNeedles(Pictures& pictures) {
   pictures.HED.Clear();
 }
 
-void PrepareViews(Pictures& pictures, std::uint8_t selectedChannel, std::int16_t sampleCount) {
+void PrepareViews(Pictures& pictures, Channel selectedChannel, std::int16_t sampleCount) {
   ClearViews(pictures);
   pictures.ECHO.SetScaleWidth(EchoWidth);
   pictures.SMPL.SetScaleWidth(CurveWidth);
   pictures.METR.SetScaleWidth(ScaleWidth);
-  if (selectedChannel != Channel3D) {
+  if (!Is3D(selectedChannel)) {
     for (Picture* picture : {&pictures.ECHO, &pictures.SMPL, &pictures.METR})
       picture->SetScaleHeight(sampleCount);
     return;
@@ -122,11 +118,14 @@ void PrepareViews(Pictures& pictures, std::uint8_t selectedChannel, std::int16_t
   }
 }
 
-void ShowFrame(Pictures& pictures, std::uint8_t selectedChannel, std::span<const std::uint8_t> samples,
-               float& scaleM, float depthM, int ehoSens, int defectPause, Window& window) {
-  const bool is3D = selectedChannel == Channel3D;
+float ShownScale(Channel selectedChannel, float scaleM) {
+  return scaleM > DeepestScaleM && !Is3D(selectedChannel) ? DefaultScaleM : scaleM;
+}
+
+void ShowFrame(Pictures& pictures, Channel selectedChannel, std::span<const std::uint8_t> samples,
+               float scaleM, float depthM, int ehoSens, int defectPause, Window& window) {
+  const bool is3D = Is3D(selectedChannel);
   if (!is3D) {
-    if (scaleM > DeepestScaleM) scaleM = DefaultScaleM;
     if (scaleM > 0 && scaleM != pictures.LastScale)
       DrawScale(pictures.METR, selectedChannel, samples.size(), scaleM);
     pictures.LastScale = scaleM;
@@ -164,8 +163,8 @@ void MarkDepths(Pictures& pictures, std::int16_t ownRow, std::int32_t sounderRow
 void PrintDelta(Pictures& pictures, float depthDelta) { pictures.SMPL.PrintAt(DeltaX, DeltaY, depthDelta); }
 
 void PrintDepths(Pictures& pictures, std::int16_t ownRow, std::int32_t sounderRow, float ownDepth,
-                 float depthM, std::uint8_t channel) {
-  if (channel <= LastComparedChannel) pictures.SMPL.PrintAt(DepthX, ownRow + 10, ownDepth);
+                 float depthM, Channel channel) {
+  if (IsCompared(channel)) pictures.SMPL.PrintAt(DepthX, ownRow + 10, ownDepth);
   pictures.SMPL.PrintAt(DepthX, static_cast<double>(sounderRow) - 50, depthM);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/channel.h"
 #include "echo/picture.h"
 
 #include <cstdint>
@@ -17,15 +18,18 @@ enum class Side3D { Left, Right };
 void ClearViews(Pictures& pictures);
 void ClearNeedles(Pictures& pictures);
 
-// Sets the scales of ECHO, SMPL and METR for the run; on channel 9 the fixed 3D layout.
-void PrepareViews(Pictures& pictures, std::uint8_t selectedChannel, std::int16_t sampleCount);
+// Sets the scales of ECHO, SMPL and METR for the run; on a 3D channel the fixed 3D layout.
+void PrepareViews(Pictures& pictures, Channel selectedChannel, std::int16_t sampleCount);
 
-// Takes a frame over: its column of the echogram, its curve, and the depth scale where it changed. scaleM,
-// the depth of the last sample in metres, becomes 15 if it is above 150 (channels other than 9). On channel 9
-// waits defectPause milliseconds and leaves column and curve to Draw3DEntry. Fault 6 for a scale so small
-// that a metre has more than 32767 samples.
-void ShowFrame(Pictures& pictures, std::uint8_t selectedChannel, std::span<const std::uint8_t> samples,
-               float& scaleM, float depthM, int ehoSens, int defectPause, Window& window);
+// The scale by which a frame is shown, from the depth of its last sample, both in metres: one above 150 is
+// taken for 15, but on a 3D channel.
+float ShownScale(Channel selectedChannel, float scaleM);
+
+// Takes a frame over: its column of the echogram, its curve, and the depth scale where it changed; scaleM is
+// its ShownScale. On a 3D channel waits defectPause milliseconds and leaves column and curve to Draw3DEntry.
+// Fault 6 for a scale so small that a metre has more than 32767 samples.
+void ShowFrame(Pictures& pictures, Channel selectedChannel, std::span<const std::uint8_t> samples,
+               float scaleM, float depthM, int ehoSens, int defectPause, Window& window);
 
 // The colour of a sample: dark for a strong echo, lighter with a positive ehoSens; white for silence.
 Colour EchoGrey(std::uint8_t sample, int ehoSens);
@@ -35,9 +39,9 @@ Colour EchoGrey(std::uint8_t sample, int ehoSens);
 void MarkDepths(Pictures& pictures, std::int16_t ownRow, std::int32_t sounderRow);
 // Metres.
 void PrintDelta(Pictures& pictures, float depthDelta);
-// The two depths, metres, beside their lines; the own depth on channels up to 2.
+// The two depths, metres, beside their lines; the own depth on channels that are compared.
 void PrintDepths(Pictures& pictures, std::int16_t ownRow, std::int32_t sounderRow, float ownDepth,
-                 float depthM, std::uint8_t channel);
+                 float depthM, Channel channel);
 
 // A needle from the middle of a picture; angle in radians clockwise from north. Fault 6 if it isn't finite.
 void DrawNeedle(Picture& picture, float angle, Colour colour);

@@ -11,14 +11,14 @@ namespace sondrix {
 
 void PauseClick(Run& run) {
   run.state.PauseFlag = !run.state.PauseFlag;
-  run.state.RunSetCaption = run.state.RunSetCaption == "II" ? ">>" : "II";
-  run.window.SetCaption("RunSet", run.state.RunSetCaption);
+  run.state.ShowsResume = !run.state.ShowsResume;
+  run.window.SetCaption("RunSet", RunSetCaption(run.state));
 }
 
 void StopClick(Run& run) { run.state.StopFlag = true; }
 
-void ChannelClick(Run& run, int channel) {
-  run.state.SelectedChannel = static_cast<std::uint8_t>(channel);
+void ChannelClick(Run& run, Channel channel) {
+  run.state.SelectedChannel = channel;
   run.state.ResyncMarker = ResyncMarkerOf(channel);
   run.state.KnownSamples = 0;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/channel.h"
+
 #include <cstdint>
 
 namespace sondrix {
@@ -16,8 +18,8 @@ void GoClick(Run& run);
 void PauseClick(Run& run);
 void StopClick(Run& run);
 
-// The channel 0, 2, 5 or 9 was chosen.
-void ChannelClick(Run& run, int channel);
+// A channel was chosen.
+void ChannelClick(Run& run, Channel channel);
 
 // MakeCut or MakeGraf changed.
 void CutClick(Run& run);

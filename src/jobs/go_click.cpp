@@ -87,8 +87,8 @@ void RunToEnd(Run& run) {
   run.window.SetSpd("");
   ClearViews(run.pictures);
   RunJob(run);
-  run.state.RunSetCaption = "II";
-  run.window.SetCaption("RunSet", run.state.RunSetCaption);
+  run.state.ShowsResume = false;
+  run.window.SetCaption("RunSet", RunSetCaption(run.state));
   EnableRunButtons(run, false);
   if (run.state.AutoName) SetField(run, run.settings.TargetName, "TargetName", "");
   run.state.AutoName = false;

@@ -33,30 +33,16 @@ constexpr int DegreeDigits = 6;
 constexpr int DepthDigits = 2;
 constexpr std::int64_t ProgressLines = 100;
 
-struct ChannelName {
-  std::uint8_t channel;
-  std::string_view name;
-};
-constexpr ChannelName ChannelNames[] = {{0, "Primary"}, {2, "Downscan"}, {5, "Sidescan"}};
-
-// Empty for the 3D channel, of which no export has rows.
-std::string_view NameOfChannel(std::uint8_t channel) {
-  for (const ChannelName& row : ChannelNames) {
-    if (row.channel == channel) return row.name;
-  }
-  return {};
-}
-
 struct CsvRun {
   explicit CsvRun(Run& theRun)
       : run(theRun),
         source(theRun.settings.Source, LineStart::CutWithCr),
-        channel(NameOfChannel(theRun.state.SelectedChannel)),
+        channel(RowOf(theRun.state.SelectedChannel)),
         filter(CsvFilterRules, theRun.limits) {}
 
   Run& run;
   TextSource source;
-  std::string_view channel;
+  ChannelRow channel;
   PointFilter filter;
   LocalClock clock;
   TextBody points, plt, mp, bad;
@@ -83,7 +69,7 @@ bool TakeRow(CsvRun& csv, std::string_view line) {
       columns.Widen();
     }
   }
-  csv.isExportRow = columns.At(ColChannel) == csv.channel && !csv.channel.empty();
+  csv.isExportRow = csv.channel.isInTables && columns.At(ColChannel) == csv.channel.name;
   if (!csv.isPlain) return csv.isExportRow;
   columns.Set(ColX, columns.At(ColLongitude));
   columns.Set(ColY, columns.At(ColLatitude));

@@ -49,7 +49,7 @@ void ReadRunNumbers(SlRun& sl) {
   const Settings& settings = sl.run.settings;
   RunState& state = sl.run.state;
   state.DefectPause = std::max(WholeOf(settings.DefSlp), MinDefectPause);
-  if (state.SelectedChannel == 9) state.DefectPause = ToWhole32(state.DefectPause / PauseShare3D);
+  if (Is3D(state.SelectedChannel)) state.DefectPause = ToWhole32(state.DefectPause / PauseShare3D);
   sl.DefectLevel = std::max(WholeOf(settings.DefLvl), 1);
   sl.FirstIndex = std::max(WholeOf(settings.ScanSkip), 0);
   sl.LastIndex = std::max(WholeOf(settings.ScanCut), 0);
@@ -63,7 +63,7 @@ void OpenFiles(SlRun& sl, std::size_t blockSize) {
   run.window.Pump();
   sl.csv = OutputFile(csvPath);
   if (run.settings.MakeCut) {
-    const std::string suffix = "_ch" + std::to_string(run.state.SelectedChannel) + ".sl2";
+    const std::string suffix = "_ch" + std::to_string(ChannelByte(run.state.SelectedChannel)) + ".sl2";
     sl.cut.Open(TargetFile(sl, suffix), run.settings.Source, sl.source->FileLength());
   }
   sl.format = SlFormatOf(U16At(sl.source->Bytes(0, 2).data()));
@@ -78,7 +78,7 @@ bool Prepare(SlRun& sl, std::size_t blockSize) {
     Refuse(run, run.messages.MsgBadInterval);
     return false;
   }
-  if (run.settings.MakeCut && run.state.SelectedChannel == 9) {
+  if (run.settings.MakeCut && Is3D(run.state.SelectedChannel)) {
     Refuse(run, run.messages.Msg3dInSl2);
     return false;
   }

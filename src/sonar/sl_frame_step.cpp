@@ -131,7 +131,7 @@ void CheckDepth(SlRun& sl, std::span<const std::uint8_t> samples, const SlFrame&
   AppendHms(sl.line, frame.TimeOffset);
   DepthCheck(sl.run, sl.depth,
              {.Samples = samples,
-              .Channel = frame.Channel,
+              .Selected = sl.run.state.SelectedChannel,
               .DepthM = depthM,
               .ScaleM = scaleM,
               .FrameCounter = sl.FrameCounter,
@@ -161,7 +161,7 @@ Frame3DLists ListsOf(SlRun& sl, SlLists3D lists, std::span<const std::uint8_t> p
 
 Step ProcessFrame(SlRun& sl) {
   Run& run = sl.run;
-  const bool is3D = run.state.SelectedChannel == 9;
+  const bool is3D = Is3D(run.state.SelectedChannel);
   SlFrame frame = SlBody(FrameBytes(sl, is3D), sl.format, sl.lead);
   if (is3D) frame.LowerLimit = LowerLimit3D;
 
@@ -179,6 +179,7 @@ Step ProcessFrame(SlRun& sl) {
   const std::span<const std::uint8_t> bytes = FrameBytes(sl, is3D);
   const std::span<const std::uint8_t> samples = SamplesOf(sl, bytes);
   if (run.settings.MakeGraf) {
+    scaleM = ShownScale(run.state.SelectedChannel, scaleM);
     ShowFrame(run.pictures, run.state.SelectedChannel, samples, scaleM, depthM, run.settings.EhoSens,
               run.state.DefectPause, run.window);
   }

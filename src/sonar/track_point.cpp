@@ -70,7 +70,7 @@ void TrackPointOf(Run& run, TrackState& track, const PointInput& input, std::str
   track.LastMercY = static_cast<float>(frame.MercY);
   fix.BoatAngle = run.settings.UseHead ? frame.Heading : frame.Course;
   PlaceTransducer(run, fix, frame);
-  if (run.state.SelectedChannel != 9) {
+  if (!Is3D(run.state.SelectedChannel)) {
     AddSounding(run.settings, fix.TrackLat, fix.TrackLon, NumText(input.DepthM), fix.StampText, csvBuffer);
   }
   if (run.settings.ViewOzi) OziTrackStep(run, track, input);

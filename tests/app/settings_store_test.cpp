@@ -12,7 +12,7 @@ TEST_F(AppTest, AFirstClosingWritesAllKeysInOrderAndClosesTheLink) {
   session.link.IsOpen = true;
   session.settings.TargetName = "Озеро";
   session.settings.EhoSens = -7;
-  session.state.SelectedChannel = 9;
+  session.state.SelectedChannel = Channel::Scan3D;
   ASSERT_TRUE(SaveSettings(session, file));
   EXPECT_EQ(
       FromCodePage(ReadWhole(file)),

@@ -45,7 +45,7 @@ TEST_F(AppTest, ThePackagedFileCountsUntilTheUserHasOneAndWithNeitherAFolderIsAs
     session.settings.MaxDiff = "8";
     ASSERT_TRUE(SaveSettings(session, facts.iniFile));
   }
-  EXPECT_EQ(session.state.SelectedChannel, 2);
+  EXPECT_EQ(session.state.SelectedChannel, Channel::Downscan);
   EXPECT_EQ(asked, 1);
 }
 

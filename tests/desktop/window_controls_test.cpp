@@ -65,7 +65,7 @@ TEST_F(WindowTest, BoxesOptionsAndMountingReachTheSession) {
   Click("lblMakeGraf");  // the label is a part of the box
   EXPECT_TRUE(Fields().MakeGraf && Find("MakeScrn")->isEnabled());
   Click("UseTyp9");
-  EXPECT_EQ(session.state.SelectedChannel, 9);
+  EXPECT_EQ(session.state.SelectedChannel, Channel::Scan3D);
   EXPECT_FALSE(Checked("UseTyp2"));
   Click("WPF");
   EXPECT_EQ(session.state.MarkRequest, MarkFish);

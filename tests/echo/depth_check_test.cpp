@@ -49,10 +49,10 @@ TEST(DepthCheck, ReportsAndLogs) {
       {1000, 989, 10.4F, 2, " fish? offset", "L10.4<>A9.89", 3},
   };
   TestRun e;
-  PrepareViews(e.pictures, 2, 1920);
+  PrepareViews(e.pictures, Channel::Downscan, 1920);
   e.settings.UseBeep = e.settings.MakeGraf = true;
   Samples samples;
-  DepthFrame frame{samples, 2, 0, 19.2F, 0, 4'000'000'000, 50, " 7%"};
+  DepthFrame frame{samples, Channel::Downscan, 0, 19.2F, 0, 4'000'000'000, 50, " 7%"};
   DepthState state;
   std::string badLog;
   for (const auto& row : rows) {
@@ -75,7 +75,7 @@ TEST(DepthCheck, ReportsAndLogs) {
 
   // Sidescan is only saved, and no frame is searched without the views.
   badLog.clear();
-  frame.Channel = 5;
+  frame.Selected = Channel::Sidescan;
   frame.FrameCounter = 17;
   e.settings.SaveGraf = true;
   MakeFolders(e.OutPath("echo/"));

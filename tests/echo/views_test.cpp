@@ -11,14 +11,14 @@ namespace {
 
 using Samples = std::vector<std::uint8_t>;
 
-void Show(TestRun& e, const Samples& samples, float scaleM = 30, std::uint8_t channel = 2) {
-  ShowFrame(e.pictures, channel, samples, scaleM, 0, e.settings.EhoSens, 100, e.window);
+void Show(TestRun& e, const Samples& samples, float scaleM = 30, Channel channel = Channel::Downscan) {
+  ShowFrame(e.pictures, channel, samples, ShownScale(channel, scaleM), 0, e.settings.EhoSens, 100, e.window);
 }
 
 TEST(Views, FramesScrollAndTheCurveWaits) {
   TestRun e;
   ResizeViews(e.pictures, 6, 8, 4, 4);
-  PrepareViews(e.pictures, 2, 8);
+  PrepareViews(e.pictures, Channel::Downscan, 8);
   Show(e, {0, 0, 0, 255, 255, 0, 0, 0});
   MarkDepths(e.pictures, 3, 6);
   Show(e, {9, 255, 0, 255, 255, 255, 0, 255});
@@ -31,7 +31,7 @@ TEST(Views, FramesScrollAndTheCurveWaits) {
   EXPECT_EQ(Letters(e.pictures.SMPL), "B......./RRRRRRRR/BBBB..../....BBBB/");
   // A raster twice as high as at first has dots of two rows; too high a contrast leaves nothing.
   ResizeViews(e.pictures, 6, 8, 4, 840);
-  PrepareViews(e.pictures, 2, 420);
+  PrepareViews(e.pictures, Channel::Downscan, 420);
   Show(e, Samples(420, 255));
   EXPECT_EQ(Runs(e.pictures.ECHO, 5), "1. 838# 1.");
   e.settings.EhoSens = 50;
@@ -41,8 +41,10 @@ TEST(Views, FramesScrollAndTheCurveWaits) {
 
 TEST(Views, DepthScale) {
   // The channel, metres; how many texts, metres between them, the last one's row.
-  const std::tuple<std::uint8_t, float, int, int, double> rows[] = {
-      {2, 30.48F, 15, 2, 1860}, {5, 30, 2, 10, 1280}, {0, 150, 74, 2, 1776}, {2, 150.01F, 7, 2, 1792}};
+  const std::tuple<Channel, float, int, int, double> rows[] = {{Channel::Downscan, 30.48F, 15, 2, 1860},
+                                                               {Channel::Sidescan, 30, 2, 10, 1280},
+                                                               {Channel::Primary, 150, 74, 2, 1776},
+                                                               {Channel::Downscan, 150.01F, 7, 2, 1792}};
   TestRun e;
   const Picture& metr = e.pictures.METR;
   for (const auto& [channel, scale, count, step, lastRow] : rows) {
@@ -84,7 +86,7 @@ TEST(Views, Mounting) {
 
 TEST(Views, SavedPictureHoldsThePanelsSideBySide) {
   TestRun e;
-  PrepareViews(e.pictures, 2, 420);
+  PrepareViews(e.pictures, Channel::Downscan, 420);
   for (const int x : {0, 3, 510})
     e.pictures.ECHO.DrawDot(x, 0, x == 0 ? Red : Black);  // left out is the first
   for (const int x : {0, 9})

@@ -104,7 +104,7 @@ TEST(Layout, SearchReportsAndLeapsOverAHundredthAfterAHundredth) {
     SearchStep step;
     const int fault = FaultIn([&] {
       while (!step.found && !step.isPastEnd) {
-        step = StepSearch(search, source, ResyncMarkerOf(2));
+        step = StepSearch(search, source, ResyncMarkerOf(Channel::Downscan));
         if (step.isReportDue) reports.push_back(step.position);
       }
     });
@@ -117,7 +117,7 @@ TEST(Layout, SearchReportsAndLeapsOverAHundredthAfterAHundredth) {
     SlSource source(recording.path);
     FrameSearch search{.At = frame + MarkerOffset - way};
     for (int i = 0; i < way / 2; ++i) StepSearch(search, source, 0x0780FFFF);
-    EXPECT_EQ(StepSearch(search, source, ResyncMarkerOf(2)).found, way == 300);
+    EXPECT_EQ(StepSearch(search, source, ResyncMarkerOf(Channel::Downscan)).found, way == 300);
   }
 }
 

@@ -70,7 +70,7 @@ TEST(JobSl, BlocksOfReadingDontShowAndALostSourceKeepsTheCsv) {
   const std::string whole = test.Out("lake.csv");
   for (const std::size_t block : {1U, 1000U, 20000U}) {
     test.settings.TargetName = "small";
-    ChannelClick(test.run, 2);
+    ChannelClick(test.run, Channel::Downscan);
     JobSl(test.run, block);
     EXPECT_EQ(test.Out("small.csv"), whole) << block;
   }

@@ -14,7 +14,7 @@ std::optional<Fault> SaveEndPicture(Session& session, const std::string& source)
   const std::string_view file = FileNameOf(source);
   const std::string name =
       settings.TargetName.empty() ? std::string(file.substr(0, file.rfind('.'))) : settings.TargetName;
-  const std::string suffix = "_ch" + std::to_string(session.state.SelectedChannel) + ".bmp";
+  const std::string suffix = "_ch" + std::to_string(ChannelByte(session.state.SelectedChannel)) + ".bmp";
   try {
     SaveGraph(session.pictures, settings.TargetPath + name + suffix);
   } catch (...) {

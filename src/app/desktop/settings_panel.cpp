@@ -4,6 +4,7 @@
 #include "app/desktop/key_filter.h"
 #include "app/desktop/qt_text.h"
 #include "app/language.h"
+#include "core/channel.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -105,9 +106,9 @@ void AddOptions(QWidget* panel) {
   group->setGeometry(89, OptionTop, SettingsWidth - 89, FieldHeight);
   int left = 0;
   const int* width = OptionWidths;
-  for (const ChannelItem& item : ChannelItems) {
-    auto* option = new QRadioButton(QtText(item.caption), group);
-    option->setObjectName(QString(QLatin1String("UseTyp%1")).arg(item.channel));
+  for (const ChannelRow& row : Channels) {
+    auto* option = new QRadioButton(QtText(row.name), group);
+    option->setObjectName(QString(QLatin1String("UseTyp%1")).arg(ChannelByte(row.channel)));
     option->setGeometry(left, 0, *width, FieldHeight);
     left += *width++;
   }

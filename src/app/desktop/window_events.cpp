@@ -5,6 +5,7 @@
 #include "app/desktop/run_panel.h"
 #include "app/edit_field.h"
 #include "app/settings_store.h"
+#include "core/channel.h"
 #include "core/fault.h"
 #include "jobs/clicks.h"
 
@@ -80,9 +81,9 @@ void DesktopWindow::ConnectField(const Field& field) {
               [this, &field](int value) { session_.settings.*field.number = value; });
       break;
     case FieldKind::Channel:
-      for (const ChannelItem& item : ChannelItems) {
-        auto* option = static_cast<QRadioButton*>(Find("UseTyp" + std::to_string(item.channel)));
-        connect(option, &QRadioButton::clicked, this, [this, &field, channel = item.channel] {
+      for (const ChannelRow& row : Channels) {
+        auto* option = static_cast<QRadioButton*>(Find("UseTyp" + std::to_string(ChannelByte(row.channel))));
+        connect(option, &QRadioButton::clicked, this, [this, &field, channel = ChannelByte(row.channel)] {
           EditField(session_, field.name, std::to_string(channel));
         });
       }

@@ -2,6 +2,8 @@
 
 namespace sondrix {
 
-std::uint32_t ResyncMarkerOf(int channel) { return channel == 0 ? 0x07800000U : 0x07800002U; }
+std::uint32_t ResyncMarkerOf(Channel channel) {
+  return channel == Channel::Primary ? 0x07800000U : 0x07800002U;
+}
 
 }  // namespace sondrix

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/channel.h"
 #include "core/fault.h"
 #include "sonar/layout/sl_source.h"
 #include "sonar/layout/words.h"
@@ -12,7 +13,7 @@ namespace sondrix {
 // time with a leap, so that a long damage is soon passed.
 
 // The word that stands at offset 0x20 of an SL2 frame of 1920 samples of the channel.
-std::uint32_t ResyncMarkerOf(int channel);
+std::uint32_t ResyncMarkerOf(Channel channel);
 inline constexpr std::int64_t MarkerOffset = 0x20;
 
 // At which offset of a bad frame its search begins.
