@@ -1,6 +1,7 @@
 #include "formats/mp_points.h"
 
 #include "core/number_text.h"
+#include "core/point.h"
 
 namespace sondrix {
 
@@ -10,15 +11,6 @@ const MpHeadForm LogMpHead = {"", "28", "23"};
 namespace {
 
 constexpr std::string_view BreakType = "0x2900";
-
-void AppendLabel(std::string& body, std::string_view type, std::string_view depth) {
-  body.append("\r\n[POI]\r\nType=").append(type).append("\r\nLabel=").append(depth);
-}
-
-void AppendData(std::string& body, const MpPoint& point) {
-  body.append("\r\nData0=(").append(point.latitude).append(",").append(point.longitude);
-  body.append(")\r\n[END]\r\n");
-}
 
 }  // namespace
 
@@ -33,16 +25,15 @@ std::string MpHead(const MpHeadForm& form, std::string_view name) {
   return head;
 }
 
-void AppendMpPoint(std::string& body, std::string_view type, const MpPoint& point) {
-  AppendLabel(body, type, point.depth);
-  AppendData(body, point);
-}
-
-void AppendMpBreak(std::string& body, const MpPoint& point, std::int64_t line) {
-  AppendLabel(body, BreakType, point.depth);
-  body.append(" | ");
-  AppendWhole(body, line);
-  AppendData(body, point);
+void AppendMpPoint(std::string& body, const Point& point, std::string_view type, std::int64_t line) {
+  body.append("\r\n[POI]\r\nType=").append(point.Gap ? BreakType : type);
+  body.append("\r\nLabel=").append(point.DepthText);
+  if (point.Gap) {
+    body.append(" | ");
+    AppendWhole(body, line);
+  }
+  body.append("\r\nData0=(").append(point.LatText).append(",").append(point.LonText);
+  body.append(")\r\n[END]\r\n");
 }
 
 }  // namespace sondrix

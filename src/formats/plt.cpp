@@ -1,13 +1,10 @@
 #include "formats/plt.h"
 
+#include "core/date_time.h"
 #include "core/number_text.h"
+#include "core/point.h"
 
 namespace sondrix {
-namespace {
-
-constexpr std::size_t ShortFeetLength = 5;
-
-}  // namespace
 
 std::string PltHead(std::string_view trackName, std::int64_t pointCount) {
   std::string head =
@@ -18,19 +15,14 @@ std::string PltHead(std::string_view trackName, std::int64_t pointCount) {
   return head;
 }
 
-void AppendPltPoint(std::string& body, const PltPoint& point) {
-  body.append(point.latitude).append(",").append(point.longitude);
-  body.append(point.segmentCode == 1 ? ",1,-" : ",0,-").append(point.feet).append(",,");
-  AppendTrackDate(body, point.time);
+void AppendPltPoint(std::string& body, const Point& point, std::size_t feetLength) {
+  const std::string feet = LocText(point.Feet);
+  body.append(point.LatText).append(",").append(point.LonText);
+  body.append(point.Segment == 1 ? ",1,-" : ",0,-").append(feet, 0, feetLength).append(",,");
+  AppendTrackDate(body, point.Time);
   body += ',';
-  AppendClockTime(body, point.time);
+  AppendClockTime(body, point.Time);
   body.append("\r\n");
-}
-
-std::string ShortFeet(float feet) {
-  std::string text = LocText(feet);
-  if (text.size() > ShortFeetLength) text.resize(ShortFeetLength);
-  return text;
 }
 
 }  // namespace sondrix

@@ -1,28 +1,24 @@
 #pragma once
 
-#include "core/date_time.h"
-
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace sondrix {
 
-// A point of a track file; the texts stand in the line as they are.
-struct PltPoint {
-  std::string_view latitude, longitude;  // degrees
-  int segmentCode = 0;                   // 1 opens a segment
-  std::string_view feet;                 // depth, written as a negative altitude
-  DateSeconds time = 0;
-};
+struct Point;
 
-// The six head lines of a track file, CR LF.
+// Track files: 8-bit bytes of the code page, as the texts handed in are already, with CR LF lines.
+
+// The six head lines.
 std::string PltHead(std::string_view trackName, std::int64_t pointCount);
 
-// Adds one CR LF line at the end of body.
-void AppendPltPoint(std::string& body, const PltPoint& point);
+// Of the feet's text: 1234.567 gives "1234.".
+inline constexpr std::size_t ShortFeet = 5;
 
-// The first five characters of the depth's text: 1234.567 gives "1234.".
-std::string ShortFeet(float feet);
+// Adds the line of a point at the end of body; its feet stand as a negative altitude of so many characters at
+// most.
+void AppendPltPoint(std::string& body, const Point& point, std::size_t feetLength = std::string::npos);
 
 }  // namespace sondrix

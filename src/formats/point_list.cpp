@@ -1,17 +1,22 @@
 #include "formats/point_list.h"
 
 #include "core/number_text.h"
+#include "core/point.h"
 
 namespace sondrix {
 
-void AppendDepthRow(std::string& body, std::string_view latitude, std::string_view longitude,
-                    std::string_view depth) {
-  body.append(latitude).append(",").append(longitude).append(",").append(depth).append("\r\n");
+void AppendDepthRow(std::string& body, const Point& point) {
+  body.append(point.LatText)
+      .append(",")
+      .append(point.LonText)
+      .append(",")
+      .append(point.DepthText)
+      .append("\r\n");
 }
 
-void AppendHeightRow(std::string& body, std::string_view latitude, std::string_view longitude,
-                     std::string_view depth) {
-  body.append(longitude).append(",").append(latitude).append(",-").append(depth).append("\r\n");
+void AppendHeightRow(std::string& body, const Point& point) {
+  body.append(point.LonText).append(",").append(point.LatText).append(",-").append(point.DepthText);
+  body.append("\r\n");
 }
 
 void AppendBadLine(std::string& body, const BadLine& bad) {

@@ -6,12 +6,15 @@
 
 namespace sondrix {
 
-// Rows of the point lists, CR LF, at the end of body; the texts stand in the row as they are.
-void AppendDepthRow(std::string& body, std::string_view latitude, std::string_view longitude,
-                    std::string_view depth);
-// Longitude first, and the depth as a negative height.
-void AppendHeightRow(std::string& body, std::string_view latitude, std::string_view longitude,
-                     std::string_view depth);
+struct Point;
+
+// Point lists and lists of bad lines: 8-bit bytes of the code page, as the texts handed in are already, with
+// CR LF lines, at the end of body.
+
+// Latitude, longitude, depth.
+void AppendDepthRow(std::string& body, const Point& point);
+// Longitude, latitude, and the depth as a negative height.
+void AppendHeightRow(std::string& body, const Point& point);
 
 // Why a line of a source is in the list of bad lines.
 struct BadLine {
@@ -21,7 +24,6 @@ struct BadLine {
   std::int64_t line = 0;    // counted from 0
 };
 
-// Adds the report, CR LF, at the end of body.
 void AppendBadLine(std::string& body, const BadLine& bad);
 
 }  // namespace sondrix

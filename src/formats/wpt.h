@@ -6,6 +6,8 @@
 
 namespace sondrix {
 
+// Waypoint files: UTF-8 with CR LF lines; whoever writes the file turns them into the code page.
+
 // One of the two kinds of mark in a waypoint file.
 struct WaypointKind {
   std::int32_t symbol, colour, direction;
@@ -25,7 +27,7 @@ struct Waypoint {
 // The four head lines of a waypoint file.
 std::string_view WptHead();
 
-// Adds one CR LF line at the end of text.
+// Adds the line of a place at the end of text.
 void AppendWaypoint(std::string& text, const WaypointKind& kind, const Waypoint& waypoint);
 
 }  // namespace sondrix

@@ -4,6 +4,7 @@
 #include "core/depth_text.h"
 #include "core/messages.h"
 #include "core/number_text.h"
+#include "core/point.h"
 #include "core/rounding.h"
 #include "core/run_limits.h"
 #include "core/run_state.h"
@@ -14,6 +15,7 @@
 #include "formats/point_list.h"
 #include "geo/mercator.h"
 #include "jobs/point_filter.h"
+#include "jobs/point_writer.h"
 #include "jobs/text_job.h"
 #include "jobs/text_source.h"
 #include "ozi/ozi_link.h"
@@ -45,18 +47,20 @@ struct CsvRun {
   ChannelRow channel;
   PointFilter filter;
   LocalClock clock;
-  TextBody points, plt, mp, bad;
+  PointBodies bodies;
+  TextBody points, bad;
 
   std::int64_t line = 0;
   char separator = ',';
   bool isPlain = false;  // a row of three columns has been met
   Columns columns;
-  std::string xText, yText, text;  // buffers
+  std::string xText, yText;  // of a row of three columns, Mercator metres
+  std::string text;          // buffer
 
   // The sounding of the current row. An export row's position becomes degrees only if it is selected.
   bool isExportRow = false;
-  std::string latitude, longitude, depth;  // degrees, metres
-  float depthM = 0, feet = 0;
+  Point point;
+  std::string latitude, longitude, depth;  // what its texts are made in
 };
 
 // Splits a line; the columns of the row before stand where it is empty. False for a row of no interest.
@@ -79,19 +83,22 @@ bool TakeRow(CsvRun& csv, std::string_view line) {
 }
 
 void TakeExportDepth(CsvRun& csv) {
-  csv.feet = FloatOf(csv.columns.At(ColDepth));
-  csv.depth = Ft2Mt(csv.feet, csv.run.limits.DepthAddM, DepthDigits, csv.run.settings, csv.run.window);
-  csv.depthM = FloatOf(csv.depth);
+  Point& point = csv.point;
+  point.Feet = FloatOf(csv.columns.At(ColDepth));
+  csv.depth = Ft2Mt(point.Feet, csv.run.limits.DepthAddM, DepthDigits, csv.run.settings, csv.run.window);
+  point.DepthText = csv.depth;
+  point.Depth = FloatOf(csv.depth);
 }
 
 void TakePlainPosition(CsvRun& csv) {
   Columns& columns = csv.columns;
-  csv.longitude = columns.At(ColX);
-  csv.latitude = columns.At(ColY);
-  csv.xText.clear();
-  csv.yText.clear();
-  AppendWhole(csv.xText, ToWhole(Lon2MercX(LocParse(csv.longitude))));
-  AppendWhole(csv.yText, ToWhole(Lat2MercY(LocParse(csv.latitude))));
+  Point& point = csv.point;
+  point.LonText = columns.At(ColX);
+  point.LatText = columns.At(ColY);
+  point.Longitude = LocParse(point.LonText);
+  AppendWhole(Fresh(csv.xText), ToWhole(Lon2MercX(point.Longitude)));
+  point.Latitude = LocParse(point.LatText);
+  AppendWhole(Fresh(csv.yText), ToWhole(Lat2MercY(point.Latitude)));
   columns.Set(ColX, csv.xText);
   columns.Set(ColY, csv.yText);
 }
@@ -99,70 +106,74 @@ void TakePlainPosition(CsvRun& csv) {
 // UseDcm adds the correction here and makes the altitude feet. Only rows of three columns take this step: an
 // export row has had its correction with the conversion from feet.
 void TakePlainDepth(CsvRun& csv) {
-  csv.depth = csv.columns.At(ColDepth);
+  Point& point = csv.point;
+  point.DepthText = csv.columns.At(ColDepth);
   if (!csv.run.settings.UseDcm) {
-    csv.depthM = FloatOf(csv.depth);
-    csv.feet = csv.depthM;
+    point.Depth = FloatOf(point.DepthText);
+    point.Feet = point.Depth;
     return;
   }
-  const double metres = LocParse(csv.depth) + static_cast<double>(csv.run.limits.DepthAddM);
+  const double metres = LocParse(point.DepthText) + static_cast<double>(csv.run.limits.DepthAddM);
   csv.depth = LocText(RoundTo(metres, DepthDigits));
-  csv.depthM = FloatOf(csv.depth);
-  csv.feet = static_cast<float>(RoundTo(static_cast<double>(csv.depthM) / MetresPerFoot, DepthDigits));
+  point.DepthText = csv.depth;
+  point.Depth = FloatOf(csv.depth);
+  point.Feet = static_cast<float>(RoundTo(static_cast<double>(point.Depth) / MetresPerFoot, DepthDigits));
 }
 
 void TakeExportPosition(CsvRun& csv) {
-  csv.longitude.clear();
-  csv.latitude.clear();
-  AppendNumText(csv.longitude, MercX2Lon(csv.filter.X, DegreeDigits));
-  AppendNumText(csv.latitude, MercY2Lat(csv.filter.Y, DegreeDigits));
+  Point& point = csv.point;
+  point.Longitude = MercX2Lon(csv.filter.X(), DegreeDigits);
+  point.Latitude = MercY2Lat(csv.filter.Y(), DegreeDigits);
+  AppendNumText(Fresh(csv.longitude), point.Longitude);
+  AppendNumText(Fresh(csv.latitude), point.Latitude);
+  point.LonText = csv.longitude;
+  point.LatText = csv.latitude;
 }
 
-void AppendListRow(CsvRun& csv) {
-  std::string period = csv.depth;
+// The list alone has periods and two decimals.
+void AddListRow(CsvRun& csv) {
+  std::string period(csv.point.DepthText);
   std::replace(period.begin(), period.end(), ',', '.');
-  AppendDepthRow(Fresh(csv.text), csv.latitude, csv.longitude, PadDecimals(period, DepthDigits));
+  const std::string padded = PadDecimals(period, DepthDigits);
+  Point row = csv.point;
+  row.DepthText = padded;
+  AppendDepthRow(Fresh(csv.text), row);
   csv.points.Add(csv.text);
 }
 
-void WritePoint(CsvRun& csv) {
-  Run& run = csv.run;
+void TakePoint(CsvRun& csv, const Verdict& verdict) {
   if (csv.isExportRow) TakeExportPosition(csv);
-  const MpPoint point = {csv.depth, csv.latitude, csv.longitude};
-  if (csv.filter.Gap) {
-    AppendMpBreak(Fresh(csv.text), point, csv.line);
-  } else {
-    AppendMpPoint(Fresh(csv.text), ToCodePage(run.settings.DepthMP), point);
-  }
-  csv.mp.Add(csv.text);
-  const DateSeconds now = csv.clock.Now();
-  const DateSeconds time = now + ToWhole32(LocParse(csv.columns.At(ColTime)) / 1000);
-  AppendPltPoint(Fresh(csv.text),
-                 {csv.latitude, csv.longitude, csv.filter.SegmentCode, ShortFeet(csv.feet), time});
-  csv.plt.Add(csv.text);
-  if (run.settings.ViewOzi) {
-    OziLivePoint(run.link, run.window, csv.filter.SegmentCode, LocParse(csv.latitude),
-                 LocParse(csv.longitude), static_cast<double>(csv.feet), DayOnly(now));
-  }
-  AppendListRow(csv);
-  csv.filter.PointWritten();
+  Point& point = csv.point;
+  point.Gap = verdict.gap;
+  point.Segment = verdict.segment;
+  point.Time = csv.clock.Now() + ToWhole32(LocParse(csv.columns.At(ColTime)) / 1000);
+  WritePoint(csv.run, csv.bodies, point, csv.line, ShortFeet);
+  AddListRow(csv);
 }
 
-void ReadRow(CsvRun& csv, std::string_view line) {
-  if (!TakeRow(csv, line)) return;
-  const Columns& columns = csv.columns;
-  if (csv.filter.IsRepeat(columns.At(ColX), columns.At(ColY))) return;
+OfferedSounding ReadSounding(CsvRun& csv) {
   if (csv.isExportRow) {
     TakeExportDepth(csv);
   } else {
     TakePlainPosition(csv);
     TakePlainDepth(csv);
   }
-  csv.filter.Offer(columns.At(ColX), columns.At(ColY), csv.depthM);
-  if (columns.At(ColDepth) == NoDepth) {
+  const Columns& columns = csv.columns;
+  return {.x = columns.At(ColX),
+          .y = columns.At(ColY),
+          .depth = csv.point.Depth,
+          .isRejected = columns.At(ColDepth) == NoDepth};
+}
+
+void ReadRow(CsvRun& csv, std::string_view line) {
+  if (!TakeRow(csv, line)) return;
+  const Columns& columns = csv.columns;
+  const Verdict verdict =
+      csv.filter.Offer(columns.At(ColX), columns.At(ColY), [&csv] { return ReadSounding(csv); });
+  if (verdict.outcome == Outcome::Rejected) {
     PassOverLine(csv.run, csv.bad, csv.run.messages.ReasonZeroDepth, csv.line);
-  } else if (csv.filter.Select()) {
-    WritePoint(csv);
+  } else if (verdict.outcome == Outcome::Selected) {
+    TakePoint(csv, verdict);
   }
 }
 
@@ -178,7 +189,7 @@ bool ReadLines(CsvRun& csv) {
     }
     if (!MayGoOn(csv.run)) return true;
     if (csv.line % ProgressLines == 0) {
-      ShowLineProgress(csv.run, csv.text, {csv.line, csv.source.LineCount(), csv.filter.Selected});
+      ShowLineProgress(csv.run, csv.text, {csv.line, csv.source.LineCount(), csv.filter.Selected()});
     }
     ++csv.line;
   }
@@ -190,12 +201,12 @@ void WriteFiles(CsvRun& csv) {
   csv.source.Close();
   const std::string name = ToCodePage(run.settings.TargetName);
   WriteBody(run, ".txt", {}, csv.points);
-  WriteBody(run, ".plt", PltHead(name, csv.filter.Selected), csv.plt);
-  WriteBody(run, ".mp", MpHead(CsvMpHead, name), csv.mp);
+  WriteBody(run, ".plt", PltHead(name, csv.filter.Selected()), csv.bodies.plt);
+  WriteBody(run, ".mp", MpHead(CsvMpHead, name), csv.bodies.mp);
   if (!csv.bad.IsEmpty()) WriteBody(run, "_bad.txt", {}, csv.bad);
   ClearTargetName(run);
   std::string report(run.messages.MsgFilesDone);
-  AppendWhole(report, csv.filter.Selected);
+  AppendWhole(report, csv.filter.Selected());
   report.append(run.messages.WordFrom);
   AppendWhole(report, csv.line);
   run.window.SetAtt(report.append(run.messages.WordLines));

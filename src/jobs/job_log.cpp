@@ -4,6 +4,7 @@
 #include "core/depth_text.h"
 #include "core/messages.h"
 #include "core/number_text.h"
+#include "core/point.h"
 #include "core/rounding.h"
 #include "core/run_limits.h"
 #include "core/run_state.h"
@@ -16,11 +17,10 @@
 #include "geo/nmea.h"
 #include "jobs/log_time.h"
 #include "jobs/point_filter.h"
+#include "jobs/point_writer.h"
 #include "jobs/text_job.h"
 #include "jobs/text_source.h"
 #include "ozi/ozi_link.h"
-
-#include <cmath>
 
 namespace sondrix {
 namespace {
@@ -45,7 +45,8 @@ struct LogRun {
   Run& run;
   TextSource source;
   PointFilter filter;
-  TextBody mp, plt, drd, srf, bad;
+  PointBodies bodies;
+  TextBody drd, srf, bad;
 
   char separator = ',';
   std::int64_t line = 0;
@@ -54,12 +55,10 @@ struct LogRun {
   std::string text;  // buffer
 
   LogTime clock;
-  DateSeconds pointTime = 0;
   bool hasFix = false;
-  std::string latitude, longitude;  // degrees
-  std::string xText, yText;         // Mercator metres
-  std::string depth;                // metres
-  float depthM = 0, feet = 0;
+  std::string xText, yText;  // Mercator metres
+  Point point;
+  std::string latitude, longitude, depth;  // its texts
 };
 
 // Makes the next line the current one. Fault 9 behind the last.
@@ -93,14 +92,14 @@ void ReadDate(LogRun& log) {
 void ReadPosition(LogRun& log) {
   const Columns& fields = log.fields;
   if (fields.At(GgaNorth) == "N") {
-    const double latitude = RoundTo(Nmea2Deg(fields.At(GgaLatitude)), DegreeDigits);
-    log.latitude = LocText(latitude);
-    log.yText = LocText(Lat2MercY(latitude));
+    log.point.Latitude = RoundTo(Nmea2Deg(fields.At(GgaLatitude)), DegreeDigits);
+    log.latitude = LocText(log.point.Latitude);
+    log.yText = LocText(Lat2MercY(log.point.Latitude));
   }
   if (fields.At(GgaEast) == "E") {
-    const double longitude = RoundTo(Nmea2Deg(fields.At(GgaLongitude)), DegreeDigits);
-    log.longitude = LocText(longitude);
-    log.xText = LocText(Lon2MercX(longitude));
+    log.point.Longitude = RoundTo(Nmea2Deg(fields.At(GgaLongitude)), DegreeDigits);
+    log.longitude = LocText(log.point.Longitude);
+    log.xText = LocText(Lon2MercX(log.point.Longitude));
   }
 }
 
@@ -108,7 +107,7 @@ void ReadFix(LogRun& log) {
   SplitSentence(log);
   log.clock.SetTime(log.fields.At(GgaTime));
   log.clock.NeedDate();
-  log.pointTime = log.clock.Read();
+  log.point.Time = log.clock.Read() + 1;
   log.hasFix = log.fields.At(GgaFix) != "0";
   ReadPosition(log);
   const std::string_view satellites = log.fields.At(GgaSatellites);
@@ -122,54 +121,49 @@ void ReadDepth(LogRun& log) {
   while (!IsSentence(log, Dbt)) StepLine(log);
   SplitSentence(log);
   const std::string_view field = log.fields.At(DbtFeet);
-  log.depthM = 0;
+  log.point.Depth = 0;
   if (field.empty()) return;
-  log.feet = FloatOf(field);
-  log.depth = Ft2Mt(log.feet, log.run.limits.DepthAddM, DepthDigits, log.run.settings, log.run.window);
-  log.depthM = FloatOf(log.depth);
+  log.point.Feet = FloatOf(field);
+  log.depth = Ft2Mt(log.point.Feet, log.run.limits.DepthAddM, DepthDigits, log.run.settings, log.run.window);
+  log.point.Depth = FloatOf(log.depth);
 }
 
-void ReportGap(LogRun& log) {
+void ReportGap(LogRun& log, float way) {
   std::string metres;
-  AppendWhole(metres, ToWhole32(std::fabs(log.filter.AccDist)));
+  AppendWhole(metres, ToWhole32(way));
   ReportBadLine(log.run, log.bad, log.run.messages.ReasonDistance, metres, log.line);
 }
 
-void WritePoint(LogRun& log) {
-  Run& run = log.run;
-  const MpPoint point = {log.depth, log.latitude, log.longitude};
-  if (log.filter.Gap) {
-    AppendMpBreak(Fresh(log.text), point, log.line);
-  } else {
-    AppendMpPoint(Fresh(log.text), ToCodePage(run.settings.DepthMP), point);
-  }
-  log.mp.Add(log.text);
-  AppendPltPoint(Fresh(log.text),
-                 {log.latitude, log.longitude, log.filter.SegmentCode, LocText(log.feet), log.pointTime + 1});
-  log.plt.Add(log.text);
-  if (run.settings.ViewOzi) {
-    OziLivePoint(run.link, run.window, log.filter.SegmentCode, LocParse(log.latitude),
-                 LocParse(log.longitude), static_cast<double>(log.feet), DayOnly(ClockNow()));
-  }
-  log.filter.PointWritten();
-  AppendDepthRow(Fresh(log.text), log.latitude, log.longitude, log.depth);
+void TakePoint(LogRun& log, const Verdict& verdict) {
+  Point& point = log.point;
+  point.Gap = verdict.gap;
+  point.Segment = verdict.segment;
+  point.LatText = log.latitude;
+  point.LonText = log.longitude;
+  point.DepthText = log.depth;
+  WritePoint(log.run, log.bodies, point, log.line);
+  AppendDepthRow(Fresh(log.text), point);
   log.drd.Add(log.text);
-  AppendHeightRow(Fresh(log.text), log.latitude, log.longitude, log.depth);
+  AppendHeightRow(Fresh(log.text), point);
   log.srf.Add(log.text);
 }
 
 void TakeSounding(LogRun& log) {
-  PointFilter& filter = log.filter;
-  if (filter.IsRepeat(log.xText, log.yText)) return;
-  filter.Offer(log.xText, log.yText, log.depthM);
-  if (filter.Gap) ReportGap(log);
-  if (!log.hasFix) {
-    PassOverLine(log.run, log.bad, log.run.messages.ReasonNoSats, log.line);
-  } else if (log.depthM == 0) {
-    filter.SegmentCode = 1;
-    PassOverLine(log.run, log.bad, log.run.messages.ReasonZeroDepth, log.line);
-  } else if (filter.Select()) {
-    WritePoint(log);
+  const bool hasDepth = log.point.Depth != 0;
+  const auto read = [&]() -> OfferedSounding {
+    return {.x = log.xText,
+            .y = log.yText,
+            .depth = log.point.Depth,
+            .isRejected = !log.hasFix || !hasDepth,
+            .endsSegment = log.hasFix && !hasDepth};
+  };
+  const Verdict verdict = log.filter.Offer(log.xText, log.yText, read);
+  if (verdict.gap) ReportGap(log, verdict.way);
+  if (verdict.outcome == Outcome::Rejected) {
+    const Messages& messages = log.run.messages;
+    PassOverLine(log.run, log.bad, log.hasFix ? messages.ReasonZeroDepth : messages.ReasonNoSats, log.line);
+  } else if (verdict.outcome == Outcome::Selected) {
+    TakePoint(log, verdict);
   }
 }
 
@@ -192,7 +186,7 @@ End ReadLines(LogRun& log) {
       TakeSounding(log);
     }
     if (!MayGoOn(log.run)) return End::Stopped;
-    ShowLineProgress(log.run, log.text, {log.line, log.source.LineCount(), log.filter.Selected});
+    ShowLineProgress(log.run, log.text, {log.line, log.source.LineCount(), log.filter.Selected()});
     if (log.line + 1 >= log.source.LineCount()) return End::Complete;
     StepLine(log);
   }
@@ -204,8 +198,8 @@ void WriteFiles(LogRun& log) {
   const std::string name = ToCodePage(run.settings.TargetName);
   WriteBody(run, ".drd.txt", ToCodePage(run.messages.HeadCsv) + "\r\n", log.drd);
   WriteBody(run, ".srf.txt", {}, log.srf);
-  WriteBody(run, ".plt", PltHead(name, log.filter.Selected), log.plt);
-  WriteBody(run, ".mp", MpHead(LogMpHead, name), log.mp);
+  WriteBody(run, ".plt", PltHead(name, log.filter.Selected()), log.bodies.plt);
+  WriteBody(run, ".mp", MpHead(LogMpHead, name), log.bodies.mp);
   if (!log.bad.IsEmpty()) WriteBody(run, ".bad.txt", {}, log.bad);
   ClearTargetName(run);
   run.window.SetAtt(run.messages.MsgFilesDone);

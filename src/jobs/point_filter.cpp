@@ -28,50 +28,57 @@ float WayBetween(float x, float y, std::int32_t prevX, std::int32_t prevY) {
 
 }  // namespace
 
-PointFilter::PointFilter(const FilterRules& theRules, const RunLimits& limits)
-    : SegmentCode(theRules.startSegment),
-      rules_(theRules),
+PointFilter::PointFilter(const FilterRules& rules, const RunLimits& limits)
+    : rules_(rules),
       minDist_(limits.MinDistM),
       depthStep_(limits.DepthStepM),
-      maxDist_(limits.MaxDistM) {}
+      maxDist_(limits.MaxDistM),
+      segment_(rules.startSegment) {}
 
-bool PointFilter::IsRepeat(std::string_view xText, std::string_view yText) const {
-  return xText == PrevXText && yText == PrevYText;
+Verdict PointFilter::Offer(std::string_view xText, std::string_view yText,
+                           const std::function<OfferedSounding()>& read) {
+  if (xText == prevXText_ && yText == prevYText_) return {};
+  const OfferedSounding sounding = read();
+  MoveTo(sounding);
+  return Judge(sounding);
 }
 
-void PointFilter::Offer(std::string_view xText, std::string_view yText, float depth) {
-  X = LocParse(xText);
-  Y = LocParse(yText);
-  if (PrevX > 0 && PrevY > 0) StepDist = WayBetween(Stored(X), Stored(Y), PrevX, PrevY);
-  PrevX = ToWhole32(X);
-  PrevY = ToWhole32(Y);
-  PrevXText = xText;
-  PrevYText = yText;
-
-  AccDist = Stored(static_cast<double>(AccDist) + StepDist);
-  Gap = std::fabs(AccDist) > maxDist_ && maxDist_ > 0;
-  if (Gap) SegmentCode = 1;
-  if (!Gap && rules_.segmentFollowsGap) SegmentCode = 0;
-
-  const float change = depth - PrevDepth;
-  AccDepth = Stored(RoundEven(change, DepthDigits) + AccDepth);
-  PrevDepth = depth;
-
-  if (Selected > 0) return;
-  AccDepth = depthStep_ + 1;
-  if (rules_.firstPointNeedsNoWay) AccDist = minDist_ + 1;
+void PointFilter::MoveTo(const OfferedSounding& sounding) {
+  x_ = LocParse(sounding.x);
+  y_ = LocParse(sounding.y);
+  if (prevX_ > 0 && prevY_ > 0) stepDist_ = WayBetween(Stored(x_), Stored(y_), prevX_, prevY_);
+  prevX_ = ToWhole32(x_);
+  prevY_ = ToWhole32(y_);
+  prevXText_ = sounding.x;
+  prevYText_ = sounding.y;
+  accDist_ = Stored(static_cast<double>(accDist_) + stepDist_);
+  const float change = sounding.depth - prevDepth_;
+  accDepth_ = Stored(RoundEven(change, DepthDigits) + accDepth_);
+  prevDepth_ = sounding.depth;
 }
 
-bool PointFilter::Select() {
-  if (std::fabs(AccDist) < minDist_ || std::fabs(AccDepth) < depthStep_) return false;
-  ++Selected;
-  AccDist = 0;
-  AccDepth = 0;
-  return true;
-}
-
-void PointFilter::PointWritten() {
-  if (rules_.pointEndsSegment) SegmentCode = 0;
+Verdict PointFilter::Judge(const OfferedSounding& sounding) {
+  const float way = std::fabs(accDist_);
+  const bool gap = way > maxDist_ && maxDist_ > 0;
+  if (gap) segment_ = 1;
+  if (!gap && rules_.segmentFollowsGap) segment_ = 0;
+  if (selected_ == 0) {
+    accDepth_ = depthStep_ + 1;
+    if (rules_.firstPointNeedsNoWay) accDist_ = minDist_ + 1;
+  }
+  Verdict verdict = {Outcome::Selected, way, gap, segment_};
+  if (sounding.isRejected) {
+    if (sounding.endsSegment) segment_ = 1;
+    verdict.outcome = Outcome::Rejected;
+  } else if (std::fabs(accDist_) < minDist_ || std::fabs(accDepth_) < depthStep_) {
+    verdict.outcome = Outcome::NotSelected;
+  } else {
+    ++selected_;
+    accDist_ = 0;
+    accDepth_ = 0;
+    if (rules_.pointEndsSegment) segment_ = 0;
+  }
+  return verdict;
 }
 
 }  // namespace sondrix

@@ -9,8 +9,6 @@
 #include "core/window.h"
 #include "formats/point_list.h"
 
-#include <cmath>
-
 namespace sondrix {
 namespace {
 
@@ -94,7 +92,5 @@ DateSeconds LocalClock::Now() {
   }
   return date_;
 }
-
-double DayOnly(DateSeconds date) { return std::floor(DayCount(date)); }
 
 }  // namespace sondrix

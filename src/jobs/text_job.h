@@ -60,7 +60,4 @@ class LocalClock {
   DateSeconds date_ = 0;
 };
 
-// A date without its time, as a day count.
-double DayOnly(DateSeconds date);
-
 }  // namespace sondrix

@@ -15,11 +15,15 @@ std::string Stamp(DateSeconds date) {
 }
 
 TEST(DateTime, WritesTheFourPatternsOfDaysFrom1899) {
-  for (const auto& [unixSeconds, texts] : std::map<std::int64_t, std::string>{
-           {951868799, "2000-02-29T23:59:59 29-Feb-00 23:59:59 00.02.29"},
-           {-1, "1969-12-31T23:59:59 31-Dec-69 23:59:59 69.12.31"},
-           {4294967295, "2106-02-07T06:28:15 07-Feb-06 06:28:15 06.02.07"},
-           {-2209248000, "1899-12-29T00:00:00 29-Dec-99 00:00:00 99.12.29"}}) {
+  for (const auto& [unixSeconds, texts] :
+       std::map<std::int64_t, std::string>{{951868799, "2000-02-29T23:59:59 29-Feb-00 23:59:59 00.02.29"},
+                                           {-1, "1969-12-31T23:59:59 31-Dec-69 23:59:59 69.12.31"},
+                                           {4294967295, "2106-02-07T06:28:15 07-Feb-06 06:28:15 06.02.07"},
+                                           {-2209248000, "1899-12-29T00:00:00 29-Dec-99 00:00:00 99.12.29"},
+                                           {-2209248001, "1899-12-28T23:59:59 28-Dec-99 23:59:59 99.12.28"},
+                                           {-30610224001, "0999-12-31T23:59:59 31-Dec-99 23:59:59 99.12.31"},
+                                           {-62135596801, "0000-12-31T23:59:59 31-Dec-00 23:59:59 00.12.31"},
+                                           {-62167219201, "-1-12-31T23:59:59 31-Dec-99 23:59:59 99.12.31"}}) {
     const DateSeconds date = DateOfUnix(unixSeconds);
     EXPECT_EQ(Stamp(date) + " " + TrackDate(date) + " " + ClockTime(date) + " " + LogDate(date), texts);
   }
@@ -37,7 +41,14 @@ TEST(DateTime, ClockIsLocal) {
 }
 
 TEST(Ms2Hms, HoursRunOn) {
-  EXPECT_EQ(Ms2Hms(3661999) + Ms2Hms(-1) + Ms2Hms(2147483647), "01:01:01-01:59:59596:31:23");
+  for (const auto& [milliseconds, text] : {std::pair<std::int64_t, const char*>(3661999, "01:01:01"),
+                                           {2147483647, "596:31:23"},
+                                           {-1, "-01:59:59"},
+                                           {-1000, "-01:59:59"},
+                                           {-1001, "-01:59:58"},
+                                           {-3600000, "-01:00:00"}}) {
+    EXPECT_EQ(Ms2Hms(milliseconds), text);
+  }
 }
 
 }  // namespace

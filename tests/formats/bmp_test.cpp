@@ -14,6 +14,7 @@ TEST(Bmp, TwoByTwoOfAWiderRaster) {
       0,   255, 0,   0x33, 0x22, 0x11, 0, 0,   // bottom row: green, then blue 33, green 22, red 11
       0,   0,   255, 255,  0,    0,    0, 0};  // top row: red, blue
   EXPECT_EQ(BmpBytes(pixels, 2, 2, 3), expected);
+  EXPECT_EQ(BmpBytes(pixels, 4, 1, 5).size(), 54U + 12) << "a row of whole words has no padding";
 }
 
 }  // namespace

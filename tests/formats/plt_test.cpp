@@ -1,5 +1,7 @@
 #include "formats/plt.h"
 
+#include "core/point.h"
+
 #include <gtest/gtest.h>
 
 namespace sondrix {
@@ -12,7 +14,9 @@ TEST(Plt, ShortFeetIsCutNotRounded) {
                                    {0.5F, "0.5"},
                                    {12, "12"},
                                    {-1.2345F, "-1.23"}}) {
-    EXPECT_EQ(ShortFeet(feet), text);
+    std::string line;
+    AppendPltPoint(line, {.Feet = feet, .LatText = "1", .LonText = "2", .DepthText = "3"}, ShortFeet);
+    EXPECT_EQ(line, std::string("1,2,0,-") + text + ",,30-Dec-99,00:00:00\r\n");
   }
 }
 
