@@ -3,6 +3,7 @@
 #include "core/code_page.h"
 #include "core/fault.h"
 #include "core/files.h"
+#include "platform/file_system.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -133,11 +134,6 @@ void PutValue(std::string& text, std::string_view section, std::string_view key,
   text.insert(place, (isOpen ? "\r\n" : "") + std::string(key) + "=" + value + "\r\n");
 }
 
-std::string Utf8Of(const fs::path& path) {
-  const std::u8string text = path.u8string();
-  return {text.begin(), text.end()};
-}
-
 std::string ReadIni(std::string_view file) {
   std::error_code error;
   const std::uintmax_t length = fs::file_size(PathOf(file), error);
@@ -145,23 +141,20 @@ std::string ReadIni(std::string_view file) {
   return Decoded(ReadWhole(file));
 }
 
-// Writes beside the file and takes its place only when everything is on the disk.
-void ReplaceFile(const fs::path& path, std::string_view bytes) {
-  const std::string temporary = Utf8Of(path) + ".new";
-  OutputFile file{std::string_view(temporary)};
+// Writes beside the file and takes its place only when everything is on the disk. A link stays one.
+void ReplaceFile(std::string_view path, std::string_view bytes) {
+  std::error_code error;
+  const fs::path target = LinkTarget(PathOf(path), error);
+  if (error) throw Fault(FaultOfError(error));
+  const std::u8string name = target.u8string();
+  GrowingFile file(std::string(name.begin(), name.end()), ".new");
   try {
-    file.Write(bytes);
-    file.Flush();
-    file.Close();
-    std::error_code none;
-    const fs::file_status old = fs::status(path, none);
-    if (fs::exists(old)) fs::permissions(PathOf(temporary), old.permissions(), none);
-    fs::rename(PathOf(temporary), path);
+    file.File().TakePermissionsOf(target);
+    file.File().Write(bytes);
+    file.File().Flush();
+    file.PutInPlace();
   } catch (...) {
-    // cppcheck-suppress unreadVariable ; this closes the file, which Windows wants before a removal
-    file = OutputFile();
-    std::error_code ignored;
-    fs::remove(PathOf(temporary), ignored);
+    file.TakeAway();
     throw;
   }
 }
@@ -187,16 +180,14 @@ std::string IRead(std::string_view file, std::string_view section, std::string_v
 
 bool IWriteAll(std::string_view file, std::string_view section, std::span<const IniValue> values) {
   try {
-    fs::path path = PathOf(file);
     std::string text;
-    if (fs::exists(path)) {
-      path = fs::canonical(path);  // a link stays a link
+    if (fs::exists(PathOf(file))) {
       text = ReadIni(file);
     } else if (!MakeFolders(file)) {
       return false;
     }
     for (const IniValue& one : values) PutValue(text, section, one.key, Written(one.value));
-    ReplaceFile(path, Encoded(text));
+    ReplaceFile(file, Encoded(text));
     return true;
   } catch (...) {
     CaughtFault();

@@ -1,9 +1,9 @@
 #include "core/date_time.h"
 
 #include "core/number_text.h"
+#include "platform/clock.h"
 
 #include <chrono>
-#include <ctime>
 
 namespace sondrix {
 
@@ -67,25 +67,12 @@ double DayCount(DateSeconds date) { return static_cast<double>(date) / static_ca
 
 DateSeconds DateOfUnix(std::int64_t unixSeconds) { return unixSeconds + DaysTo1970 * SecondsOfDay; }
 
-// std::time_t ends in 2038 on 32-bit Windows.
-std::int64_t UnixNow() {
-#ifdef _WIN32
-  return _time64(nullptr);
-#else
-  return std::time(nullptr);
-#endif
-}
+std::int64_t UnixNow() { return ClockSeconds(); }
 
 DateSeconds ClockNow() { return LocalDate(UnixNow()); }
 
 DateSeconds LocalDate(std::int64_t unixSeconds) {
-  std::tm local{};
-#ifdef _WIN32
-  _localtime64_s(&local, &unixSeconds);
-#else
-  const auto now = static_cast<std::time_t>(unixSeconds);
-  localtime_r(&now, &local);
-#endif
+  const std::tm local = LocalTime(unixSeconds);
   const std::chrono::year_month_day day{std::chrono::year{local.tm_year + 1900},
                                         std::chrono::month{static_cast<unsigned>(local.tm_mon + 1)},
                                         std::chrono::day{static_cast<unsigned>(local.tm_mday)}};

@@ -1,6 +1,7 @@
 #include "core/fault.h"
 
-#include <cerrno>
+#include "platform/file_system.h"
+
 #include <new>
 #include <stdexcept>
 
@@ -61,9 +62,6 @@ constexpr ErrorRow Errors[] = {
     {std::errc::illegal_byte_sequence, FaultNumber::BadFileName},
     {std::errc::no_such_device_or_address, FaultNumber::DeviceUnavailable},
     {std::errc::no_such_device, FaultNumber::DeviceUnavailable},
-#ifdef EDQUOT  // a full quota has no name in the standard
-    {static_cast<std::errc>(EDQUOT), FaultNumber::DiskFull},
-#endif
 };
 
 }  // namespace
@@ -82,7 +80,7 @@ FaultNumber FaultOfError(std::error_code error) {
   for (const ErrorRow& row : Errors) {
     if (error == row.error) return row.number;
   }
-  return FaultNumber::DeviceIo;
+  return IsQuotaUsedUp(error) ? FaultNumber::DiskFull : FaultNumber::DeviceIo;
 }
 
 Fault CaughtFault() {

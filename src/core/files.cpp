@@ -8,12 +8,6 @@
 #include <utility>
 #include <vector>
 
-#ifdef _WIN32
-#include <io.h>
-#else
-#include <unistd.h>
-#endif
-
 namespace sondrix {
 
 namespace {
@@ -26,35 +20,31 @@ namespace fs = std::filesystem;
                          : FaultOfError(std::error_code(error, std::generic_category())));
 }
 
-FileHandle Open(const fs::path& path, bool forWriting) {
-  errno = 0;
-#ifdef _WIN32
-  FileHandle file(_wfopen(path.c_str(), forWriting ? L"wb" : L"rb"));
-#else
-  FileHandle file(std::fopen(path.c_str(), forWriting ? "wb" : "rb"));
-#endif
-  if (!file) ThrowErrno();
+void ThrowIf(std::error_code error) {
+  if (error) throw Fault(FaultOfError(error));
+}
+
+FileHandle Open(const fs::path& path, OpenFor purpose) {
+  std::error_code error;
+  FileHandle file(OpenFile(path, purpose, error));
+  ThrowIf(error);
   std::setvbuf(file.get(), nullptr, _IONBF, 0);
   return file;
 }
 
-void Seek(std::FILE* file, std::int64_t offset, int origin) {
-#ifdef _WIN32
-  const int result = _fseeki64(file, offset, origin);
-#else
-  const int result = fseeko(file, offset, origin);
-#endif
-  if (result != 0) ThrowErrno();
+FileState StateOfOpen(const FileHandle& file) {
+  std::error_code error;
+  const FileState state = StateOf(file.get(), error);
+  ThrowIf(error);
+  return state;
 }
 
-std::int64_t Tell(std::FILE* file) {
-#ifdef _WIN32
-  const std::int64_t offset = _ftelli64(file);
-#else
-  const std::int64_t offset = ftello(file);
-#endif
-  if (offset < 0) ThrowErrno();
-  return offset;
+std::optional<FileId> IdAt(const fs::path& path) {
+  std::error_code error;
+  const FileState state = StateOf(path, error);
+  if (error == std::errc::no_such_file_or_directory) return std::nullopt;
+  ThrowIf(error);
+  return state.id;
 }
 
 // What stands at the path; a fault where that can't be found out.
@@ -73,23 +63,41 @@ bool FolderIsThere(const fs::path& path) {
          TypeOf(folder == folder.root_name() ? folder / "." : folder) == fs::file_type::directory;
 }
 
+// Devices stay.
+void Remove(const fs::path& path) {
+  std::error_code ignored;
+  if (fs::is_regular_file(fs::symlink_status(path, ignored))) fs::remove(path, ignored);
+}
+
+// A name in the way of an output: a link goes, and a fault for what can't be written or replaced.
+void MakeWay(const fs::path& path) {
+  if (IsLink(path)) {
+    std::error_code error;
+    fs::remove(path, error);
+    ThrowIf(error);
+  }
+  switch (TypeOf(path)) {
+    case fs::file_type::directory:
+      throw Fault(FaultNumber::PathAccess);
+    case fs::file_type::not_found:
+      if (!FolderIsThere(path)) throw Fault(FaultNumber::PathNotFound);
+      break;
+    case fs::file_type::fifo:  // the opening would wait for a reader
+    case fs::file_type::socket:
+      throw Fault(FaultNumber::BadFileName);
+    default:
+      break;
+  }
+}
+
 std::size_t LastSeparator(std::string_view path) {
-#ifdef _WIN32
-  return path.find_last_of("\\/");
-#else
-  return path.rfind('/');
-#endif
+  constexpr char separators[] = {'/', PathSeparator};
+  return path.find_last_of(std::string_view(separators, sizeof separators));
 }
 
 }  // namespace
 
-bool IsSeparator(char c) {
-#ifdef _WIN32
-  return c == '\\' || c == '/';
-#else
-  return c == '/';
-#endif
-}
+bool IsSeparator(char c) { return c == '/' || c == PathSeparator; }
 
 fs::path PathOf(std::string_view utf8) { return fs::path(std::u8string(utf8.begin(), utf8.end())); }
 
@@ -115,11 +123,11 @@ void DeleteIfThere(std::string_view path) {
   if (error) throw Fault(FaultOfError(error));
 }
 
+std::optional<FileId> IdOf(std::string_view path) { return IdAt(PathOf(path)); }
+
 bool SameFile(std::string_view one, std::string_view other) {
-  std::error_code error;
-  const bool isSame = fs::equivalent(PathOf(one), PathOf(other), error);
-  if (error && error != std::errc::no_such_file_or_directory) throw Fault(FaultOfError(error));
-  return isSame;
+  const auto id = IdOf(one);
+  return id && id == IdOf(other);
 }
 
 void GuardSource(std::string_view output, std::string_view source) {
@@ -141,16 +149,20 @@ InputFile::InputFile(std::string_view path) {
     default:
       throw Fault(FaultNumber::BadFileName);
   }
-  file_ = Open(name, false);
-  Seek(file_.get(), 0, SEEK_END);
-  length_ = position_ = Tell(file_.get());
+  file_ = Open(name, OpenFor::Reading);
+  opened_ = StateOfOpen(file_);
+}
+
+bool InputFile::HasChanged() const {
+  if (!file_) throw Fault(FaultNumber::BadFileName);
+  return StateOfOpen(file_) != opened_;
 }
 
 std::size_t InputFile::ReadAt(std::int64_t offset, std::span<std::uint8_t> target) {
   if (!file_) throw Fault(FaultNumber::BadFileName);
   if (target.empty()) return 0;
   errno = 0;
-  if (offset != position_) Seek(file_.get(), offset, SEEK_SET);
+  if (offset != position_ && !SeekTo(file_.get(), offset)) ThrowErrno();
   const std::size_t count = std::fread(target.data(), 1, target.size(), file_.get());
   const bool whole = count == target.size();
   // The next read seeks, which clears the mark of the file's end.
@@ -162,20 +174,16 @@ std::size_t InputFile::ReadAt(std::int64_t offset, std::span<std::uint8_t> targe
   return count;
 }
 
-OutputFile::OutputFile(std::string_view path) : path_(PathOf(path)) {
-  switch (TypeOf(path_)) {
-    case fs::file_type::directory:
-      throw Fault(FaultNumber::PathAccess);
-    case fs::file_type::not_found:
-      if (!FolderIsThere(path_)) throw Fault(FaultNumber::PathNotFound);
-      break;
-    case fs::file_type::fifo:  // the opening would wait for a reader
-    case fs::file_type::socket:
-      throw Fault(FaultNumber::BadFileName);
-    default:
-      break;
+OutputFile::OutputFile(std::string_view path, OpenFor purpose) : path_(PathOf(path)) {
+  if (purpose == OpenFor::Writing) MakeWay(path_);
+  file_ = Open(path_, purpose);
+  try {
+    id_ = StateOfOpen(file_).id;
+  } catch (const Fault&) {
+    file_.reset();
+    Remove(path_);
+    throw;
   }
-  file_ = Open(path_, true);
 }
 
 void OutputFile::Write(std::span<const std::uint8_t> bytes) {
@@ -199,29 +207,60 @@ void OutputFile::Complete(std::span<const std::string_view> pieces) {
   }
 }
 
-// Emptied first, for a name that is a link or can't be removed.
+// Another file may stand there by now, or a link to another one.
+bool OutputFile::IsInPlace() const { return !IsLink(path_) && IdAt(path_) == id_; }
+
+// Emptied first, for a name that can't be removed.
 void OutputFile::TakeAway() {
   file_.reset();
+  try {
+    if (!IsInPlace()) return;
+  } catch (const Fault&) {
+    return;
+  }
   std::error_code ignored;
   fs::resize_file(path_, 0, ignored);
-  if (fs::is_regular_file(fs::symlink_status(path_, ignored))) fs::remove(path_, ignored);
+  Remove(path_);
 }
 
 void OutputFile::Flush() {
   if (!file_) throw Fault(FaultNumber::BadFileName);
   errno = 0;
-#ifdef _WIN32
-  const bool isDone = std::fflush(file_.get()) == 0 && _commit(_fileno(file_.get())) == 0;
-#else
-  const bool isDone = std::fflush(file_.get()) == 0 && fsync(fileno(file_.get())) == 0;
-#endif
-  if (!isDone) ThrowErrno();
+  if (!FlushToDisk(file_.get())) ThrowErrno();
 }
 
+void OutputFile::TakePermissionsOf(const fs::path& path) {
+  if (!file_) throw Fault(FaultNumber::BadFileName);
+  std::error_code ignored;
+  CopyPermissions(path, file_.get(), ignored);
+}
+
+// Asked before the closing: a file that nobody has open and no name leads to may give its number to the next
+// one.
 void OutputFile::Close() {
   if (!file_) return;
+  FileHandle file = std::move(file_);
+  const bool isInPlace = IsInPlace();
   errno = 0;
-  if (std::fclose(file_.release()) != 0) ThrowErrno();
+  if (std::fclose(file.release()) != 0) ThrowErrno();
+  if (!isInPlace) throw Fault(FolderIsThere(path_) ? FaultNumber::PathAccess : FaultNumber::PathNotFound);
+}
+
+GrowingFile::GrowingFile(std::string_view path, std::string_view suffix)
+    : path_(PathOf(path)), growing_(PathOf(std::string(path) + std::string(suffix))) {
+  if (!IsLink(path_)) MakeWay(path_);
+  ThrowIf(ReplaceError(path_));
+  std::error_code error;
+  if (IsLink(growing_) || TypeOf(growing_) != fs::file_type::directory) fs::remove(growing_, error);
+  ThrowIf(error);
+  file_ = OutputFile(std::string(path) + std::string(suffix), OpenFor::Making);
+}
+
+void GrowingFile::PutInPlace() {
+  file_.Close();
+  std::error_code error;
+  fs::rename(growing_, path_, error);
+  ThrowIf(error);
 }
 
 std::string ReadWhole(std::string_view path) {

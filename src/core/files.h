@@ -1,9 +1,12 @@
 #pragma once
 
+#include "platform/file_system.h"
+
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -13,11 +16,7 @@ namespace sondrix {
 class Fault;
 class Window;
 
-#ifdef _WIN32
-inline constexpr char PathSeparator = '\\';
-#else
-inline constexpr char PathSeparator = '/';
-#endif
+inline constexpr auto PathSeparator = static_cast<char>(std::filesystem::path::preferred_separator);
 
 // Whether c separates the parts of a path here: on Windows both slashes do.
 bool IsSeparator(char c);
@@ -34,6 +33,10 @@ bool MakeFolders(std::string_view path);
 
 // Deletes a file if there is one. Faults as of the operating system.
 void DeleteIfThere(std::string_view path);
+
+// Of the file that a path leads to, links followed; none where there is none. Faults where that can't be
+// found out.
+std::optional<FileId> IdOf(std::string_view path);
 
 // Whether both paths lead to the same existing file, links followed. Faults where that can't be found out.
 bool SameFile(std::string_view one, std::string_view other);
@@ -52,22 +55,28 @@ class InputFile {
   // Fault 53 or 76 where there is none, 75 for a folder, 52 for what is no regular file, others as of the
   // operating system.
   explicit InputFile(std::string_view path);
-  std::int64_t Length() const { return length_; }  // bytes at the time of opening
+  std::int64_t Length() const { return opened_.length; }  // bytes at the time of opening
+  FileId Id() const { return opened_.id; }
+  // Whether its length or the time of its last change isn't that of the opening any more. Faults as of the
+  // operating system.
+  bool HasChanged() const;
   // Reads up to target.size() bytes from offset; returns how many there were.
   std::size_t ReadAt(std::int64_t offset, std::span<std::uint8_t> target);
   void Close() { file_.reset(); }
 
  private:
   FileHandle file_;
-  std::int64_t length_ = 0;
+  FileState opened_;
   std::int64_t position_ = 0;
 };
 
-// A file being written from its start; one of that name is replaced.
+// A file being written from its start; one of that name is replaced, and so is a link, which isn't followed.
 class OutputFile {
  public:
   OutputFile() = default;
-  explicit OutputFile(std::string_view path);
+  // Fault 75 for a folder, 76 where the folder is missing, 52 for what would be waited for, others as of the
+  // operating system. To make a file is fault 75 where anything stands.
+  explicit OutputFile(std::string_view path, OpenFor purpose = OpenFor::Writing);
   bool IsOpen() const { return file_ != nullptr; }
   // Unbuffered: a caller hands over pieces of some kilobytes. Faults as of the operating system.
   void Write(std::span<const std::uint8_t> bytes);
@@ -76,14 +85,40 @@ class OutputFile {
   void Complete(std::span<const std::string_view> pieces);
   // Returns when what was written is on the disk.
   void Flush();
-  // Faults that show only at the closing are thrown here; the destructor closes in silence.
+  // A wish: the permissions of the file at a path.
+  void TakePermissionsOf(const std::filesystem::path& path);
+  // Faults that show only at the closing are thrown here; the destructor closes in silence. What was written
+  // may be lost also where nothing failed: fault 76 if the folder is gone, 75 if the path leads to another
+  // file or to none.
   void Close();
+  // Closes and removes it, if its path still leads to it.
+  void TakeAway();
 
  private:
-  void TakeAway();
+  bool IsInPlace() const;
 
   std::filesystem::path path_;
   FileHandle file_;
+  FileId id_;
+};
+
+// An output under a name of its own, which holds no whole file until it is put in its place: a program that
+// is ended before leaves the earlier file alone.
+class GrowingFile {
+ public:
+  GrowingFile() = default;
+  // The file grows at path + suffix, whatever stood there but a folder. Faults as of an output at the path.
+  explicit GrowingFile(std::string_view path, std::string_view suffix = ".part");
+  bool IsOpen() const { return file_.IsOpen(); }
+  OutputFile& File() { return file_; }  // which the caller doesn't close
+  // Closes it and gives it its name, in place of what has it. On a fault it stays as it is; 75 for a folder.
+  void PutInPlace();
+  // Closes and removes it.
+  void TakeAway() { file_.TakeAway(); }
+
+ private:
+  std::filesystem::path path_, growing_;
+  OutputFile file_;
 };
 
 // The whole file as bytes.

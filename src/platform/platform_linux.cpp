@@ -1,5 +1,4 @@
-#include "core/fault.h"
-#include "core/files.h"
+#include "platform/file_system.h"
 #include "platform/platform.h"
 
 #include <cerrno>
@@ -12,7 +11,9 @@
 #include <filesystem>
 #include <initializer_list>
 #include <link.h>
+#include <memory>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <sys/utsname.h>
 #include <unistd.h>
 
@@ -62,30 +63,31 @@ int FirstNumber(std::string_view& text) {
 }
 
 template <typename Record>
-bool ReadRecord(InputFile& file, std::uint64_t offset, Record& record) {
-  const std::span bytes(reinterpret_cast<std::uint8_t*>(&record), sizeof record);
-  return file.ReadAt(static_cast<std::int64_t>(offset), bytes) == sizeof record;
+bool ReadRecord(std::FILE* file, std::uint64_t offset, Record& record) {
+  return std::in_range<std::int64_t>(offset) && SeekTo(file, static_cast<std::int64_t>(offset)) &&
+         std::fread(&record, sizeof record, 1, file) == 1;
 }
 
 // Whether a library is made for this kind of program and has all bytes that are to be loaded. The system maps
 // what its head promises, and a program that touches a page behind the file's end is ended.
-bool IsWholeImage(std::string_view path) try {
-  InputFile file(path);
+bool IsWholeImage(const fs::path& path) {
+  std::error_code error;
+  const auto close = [](std::FILE* open) { std::fclose(open); };
+  const std::unique_ptr<std::FILE, decltype(close)> file(OpenFile(path, OpenFor::Reading, error));
+  if (!file) return false;
+  const auto length = static_cast<std::uint64_t>(StateOf(file.get(), error).length);
   ElfW(Ehdr) head{};
-  if (!ReadRecord(file, 0, head) || std::memcmp(head.e_ident, ELFMAG, SELFMAG) != 0 ||
+  if (error || !ReadRecord(file.get(), 0, head) || std::memcmp(head.e_ident, ELFMAG, SELFMAG) != 0 ||
       head.e_ident[EI_CLASS] != (sizeof(void*) == 8 ? ELFCLASS64 : ELFCLASS32) ||
       head.e_phentsize != sizeof(ElfW(Phdr))) {
     return false;
   }
   for (std::uint64_t i = 0; i < head.e_phnum; ++i) {
     ElfW(Phdr) part{};
-    if (!ReadRecord(file, head.e_phoff + i * sizeof part, part)) return false;
-    const auto length = static_cast<std::uint64_t>(file.Length());
+    if (!ReadRecord(file.get(), head.e_phoff + i * sizeof part, part)) return false;
     if (part.p_filesz > length || part.p_offset > length - part.p_filesz) return false;
   }
   return true;
-} catch (const Fault&) {
-  return false;
 }
 
 }  // namespace
@@ -141,7 +143,7 @@ std::string SystemLibraryFolder() { return "/usr/local/lib"; }
 SharedLibrary::SharedLibrary(std::string_view path) {
   const fs::path file = path;
   std::error_code error;
-  if (!file.is_absolute() || !fs::is_regular_file(file, error) || !IsWholeImage(path)) return;
+  if (!file.is_absolute() || !fs::is_regular_file(file, error) || !IsWholeImage(file)) return;
   handle_ = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
 }
 
@@ -153,15 +155,18 @@ SharedLibrary::Address SharedLibrary::Find(std::string_view name, std::size_t) c
   return reinterpret_cast<Address>(dlsym(handle_, std::string(name).c_str()));
 }
 
-// The lock goes with the process, however it ends; the file stays.
+// Another's file, or what is no file, tells nothing of the user's programs. The lock goes with the process,
+// however it ends; the file stays.
 SingleInstance::SingleInstance(std::string_view name) {
   const std::string_view runtime = Environment("XDG_RUNTIME_DIR");
   std::error_code error;
   const fs::path folder = runtime.empty() ? fs::temp_directory_path(error) : fs::path(runtime);
   const fs::path file = folder / (std::string(name) + "." + std::to_string(getuid()) + ".lock");
-  const int descriptor = open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
+  const int descriptor = open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600);
   if (descriptor < 0) return;
   handle_ = descriptor;
+  struct stat status {};
+  if (fstat(descriptor, &status) != 0 || status.st_uid != geteuid() || !S_ISREG(status.st_mode)) return;
   isFirst_ = flock(descriptor, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
 }
 

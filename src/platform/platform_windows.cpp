@@ -1,4 +1,3 @@
-#include "core/files.h"
 #include "platform/platform.h"
 
 #include <algorithm>
@@ -12,6 +11,8 @@ namespace sondrix {
 namespace {
 
 namespace fs = std::filesystem;
+
+fs::path PathOf(std::string_view utf8) { return fs::path(std::u8string(utf8.begin(), utf8.end())); }
 
 // Half of a pair of surrogates, as a file's name may hold it, becomes the replacement character.
 std::string Utf8Of(std::wstring_view text) {

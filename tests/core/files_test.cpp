@@ -3,8 +3,13 @@
 #include "fault_in.h"
 
 #include <array>
+#include <chrono>
+#include <fstream>
+#include <functional>
 #include <gtest/gtest.h>
+#include <map>
 #include <new>
+#include <vector>
 
 #ifdef _WIN32
 #include <windows.h>
@@ -43,6 +48,142 @@ TEST(Files, RefusalsHaveTheirNumbersAndLengthsHaveNoLimit) {
   std::array<std::uint8_t, 8> target{};
   EXPECT_TRUE(full || InputFile(file).ReadAt(4'999'999'995, target) == 5);
   fs::remove_all(folder);
+}
+
+struct FilesIn : testing::Test {
+  FilesIn() {
+    fs::remove_all(folder);
+    fs::create_directories(folder);
+  }
+  ~FilesIn() override { fs::remove_all(folder); }
+  std::string Path(const std::string& name) const { return (folder / name).string(); }
+  void Put(const std::string& name, const std::string& text) const { std::ofstream(folder / name) << text; }
+  // Whether there are links here.
+  bool Link(const std::string& name, const std::string& target) const {
+    std::error_code error;
+    fs::create_symlink(target, folder / name, error);
+    return !error;
+  }
+
+  const fs::path folder = fs::path(testing::TempDir()) / "sondrix_files_in";
+};
+
+TEST_F(FilesIn, AnIdMeansTheFileWhateverItsName) {
+  Put("one", "x");
+  Put("other", "x");
+  fs::create_hard_link(Path("one"), Path("hard"));
+  const bool hasLinks = Link("soft", "one");
+  const InputFile input(Path("one"));
+  for (const auto& [name, isSame] : std::map<std::string, bool>{{"one", true},
+                                                                {"hard", true},
+                                                                {"soft", hasLinks},
+                                                                {"./one", true},
+                                                                {"other", false},
+                                                                {"none", false}}) {
+    EXPECT_EQ(IdOf(Path(name)) == input.Id(), isSame) << name;
+    EXPECT_EQ(SameFile(Path("one"), Path(name)), isSame) << name;
+  }
+  EXPECT_FALSE(IdOf(Path("none/x")) || IdOf(Path("one/x")) || SameFile(Path("none"), Path("none")));
+}
+
+TEST_F(FilesIn, ASourceTellsThatItChanged) {
+  Put("source", "1234");
+  const std::string path = Path("source");
+  const InputFile input(path);
+  EXPECT_FALSE(input.HasChanged());
+  const auto time = fs::last_write_time(path);
+  std::ofstream(path, std::ios::app) << "5";
+  fs::last_write_time(path, time);
+  EXPECT_TRUE(input.HasChanged());  // by its length
+  fs::resize_file(path, 4);
+  fs::last_write_time(path, time);
+  EXPECT_FALSE(input.HasChanged());
+  fs::last_write_time(path, time + std::chrono::microseconds(1));
+  EXPECT_TRUE(input.HasChanged());
+}
+
+TEST_F(FilesIn, ALinkInAnOutputsWayIsReplaced) {
+  Put("mine", "mine");
+  fs::create_directory(Path("dir"));
+  for (const char* target : {"mine", "dir", "none", "link"}) {
+    if (!Link("link", target)) GTEST_SKIP() << "no links here";
+    const std::string_view text = "new";
+    OutputFile(Path("link")).Complete(std::span(&text, 1));
+    EXPECT_FALSE(fs::is_symlink(Path("link"))) << target;
+    EXPECT_EQ(ReadWhole(Path("link")), "new") << target;
+    fs::remove(Path("link"));
+  }
+  EXPECT_EQ(ReadWhole(Path("mine")), "mine");
+  EXPECT_FALSE(fs::exists(Path("none")));
+}
+
+TEST_F(FilesIn, AnOutputThatIsntInItsPlaceAnyMoreIsAFault) {
+  if (PathSeparator == '\\') GTEST_SKIP() << "open files stay where they are";
+  const std::string name = Path("out/file");
+  const auto putAnother = [&] { Put("out/file", "another's"); };
+  const struct {
+    int fault, ofGrowing;  // whose name is another one
+    std::function<void()> happens;
+  } cases[] = {
+      {0, 0, [] {}},
+      {76, 76, [&] { fs::rename(Path("out"), Path("moved")); }},
+      {76, 76, [&] { fs::remove_all(Path("out")); }},
+      {75, 75, [&] { fs::remove(name), fs::remove(name + ".part"); }},
+      {75, 0, [&] { fs::remove(name), putAnother(); }},
+      {75, 0,
+       [&] { fs::remove(name), putAnother(), fs::rename(name, Path("file")), Link("out/file", "../file"); }},
+  };
+  for (const auto& oneCase : cases) {
+    const auto begin = [&] {
+      fs::remove_all(Path("moved"));
+      fs::remove_all(Path("out"));
+      fs::create_directory(Path("out"));
+    };
+    begin();
+    OutputFile output(name);
+    const std::string_view text = "new";
+    oneCase.happens();
+    EXPECT_EQ(FaultIn([&] { output.Complete(std::span(&text, 1)); }), oneCase.fault) << &oneCase - cases;
+    EXPECT_TRUE(oneCase.fault == 0 || !fs::exists(name) || ReadWhole(name) == "another's")
+        << &oneCase - cases;
+    begin();
+    GrowingFile growing(name);
+    oneCase.happens();
+    EXPECT_EQ(FaultIn([&] { growing.PutInPlace(); }), oneCase.ofGrowing) << &oneCase - cases;
+  }
+}
+
+TEST_F(FilesIn, AGrowingFileLeavesTheEarlierOneUntilItIsWhole) {
+  Put("source", "mine");
+  const struct {
+    std::string what;
+    std::function<void(const std::string&)> put;
+  } cases[] = {
+      {"nothing", [](const std::string&) {}},
+      {"a file", [&](const std::string& name) { Put(name, "old"); }},
+      {"the source", [&](const std::string& name) { fs::create_hard_link(Path("source"), Path(name)); }},
+      {"a link", [&](const std::string& name) { Link(name, "source"); }}};
+  for (const auto& atName : cases) {
+    for (const auto& atPart : cases) {
+      atName.put("lake.csv");
+      atPart.put("lake.csv.part");
+      const bool isThere = fs::exists(Path("lake.csv"));
+      const std::string before = isThere ? ReadWhole(Path("lake.csv")) : "";
+      GrowingFile file(Path("lake.csv"));
+      file.File().Write("new");
+      EXPECT_EQ(fs::exists(Path("lake.csv")), isThere);
+      EXPECT_TRUE(!isThere || ReadWhole(Path("lake.csv")) == before);
+      file.PutInPlace();
+      EXPECT_EQ(ReadWhole(Path("lake.csv")), "new") << atName.what << ", " << atPart.what;
+      EXPECT_FALSE(fs::is_symlink(Path("lake.csv")) || fs::exists(Path("lake.csv.part")));
+      EXPECT_EQ(ReadWhole(Path("source")), "mine") << atName.what << ", " << atPart.what;
+      fs::remove(Path("lake.csv"));
+    }
+  }
+  fs::create_directories(Path("dir/below"));
+  fs::create_directory(Path("part.part"));
+  for (const auto& [name, number] : std::map<std::string, int>{{"dir", 75}, {"none/x", 76}, {"part", 75}})
+    EXPECT_EQ(FaultIn([&, &path = name] { GrowingFile file(Path(path)); }), number) << name;
 }
 
 TEST(Fault, NamesWhatWasCaught) {

@@ -1,6 +1,7 @@
 #include "faults/fault_layer.h"
 
 #include <cerrno>
+#include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
@@ -31,9 +32,22 @@ std::map<std::FILE*, OpenFile>& OpenFiles() {
   return files;
 }
 
+// What the next stream is made of: this program opens both at once.
+OpenFile& LastOpened() {
+  static OpenFile file;
+  return file;
+}
+
 OpenFile* Find(std::FILE* file) {
   const auto found = OpenFiles().find(file);
   return found == OpenFiles().end() ? nullptr : &found->second;
+}
+
+std::FILE* StreamOf(int descriptor) {
+  for (const auto& [file, open] : OpenFiles()) {
+    if (fileno(file) == descriptor) return file;
+  }
+  return nullptr;
 }
 
 bool Fails(const char* call, const char* path, bool isTransfer = false) {
@@ -80,29 +94,32 @@ BEFORE(int, -1, path, mkdir, (const char* path, mode_t mode) noexcept, (path, mo
 BEFORE(int, -1, path, remove, (const char* path) noexcept, (path))
 BEFORE(int, -1, path, truncate, (const char* path, off_t length) noexcept, (path, length))
 BEFORE(int, -1, path, rename, (const char* path, const char* to) noexcept, (path, to))
-BEFORE(int, -1, path, fchmodat, (int folder, const char* path, mode_t mode, int flags) noexcept,
-       (folder, path, mode, flags))
-BEFORE(char*, nullptr, path, realpath, (const char* path, char* resolved) noexcept, (path, resolved))
 BEFORE(int, -1, file, fseeko, (std::FILE * file, off_t offset, int origin), (file, offset, origin))
-BEFORE(off_t, -1, file, ftello, (std::FILE * file), (file))
 BEFORE(int, -1, file, fflush, (std::FILE * file), (file))
+BEFORE(int, -1, StreamOf(descriptor), fsync, (int descriptor), (descriptor))
+BEFORE(int, -1, StreamOf(descriptor), fstat, (int descriptor, struct stat* status) noexcept,
+       (descriptor, status))
+BEFORE(int, -1, StreamOf(descriptor), fchmod, (int descriptor, mode_t mode) noexcept, (descriptor, mode))
 
-int fsync(int descriptor) {
-  static const auto behind = BEHIND(fsync);
-  for (const auto& [file, open] : OpenFiles()) {
-    if (fileno(file) == descriptor && Fails("fsync", file)) return -1;
-  }
-  return behind(descriptor);
+int open(const char* path, int flags, ...) {
+  static const auto behind = BEHIND(open);
+  std::va_list rest;
+  va_start(rest, flags);
+  const unsigned mode = (flags & O_CREAT) != 0 ? va_arg(rest, unsigned) : 0;
+  va_end(rest);
+  const bool forReading = (flags & O_ACCMODE) == O_RDONLY;
+  if (Fails(forReading ? "open to read" : "open", path)) return -1;
+  const int descriptor = behind(path, flags, mode);
+  LastOpened() = {path, forReading};
+  return descriptor;
 }
 
-std::FILE* fopen(const char* path, const char* mode) {
-  static const auto behind = BEHIND(fopen);
-  const bool forReading = mode[0] == 'r';
-  if (Fails(forReading ? "fopen to read" : "fopen", path)) return nullptr;
-  std::FILE* const file = behind(path, mode);
-  if (file != nullptr && std::string_view(path).starts_with(TheFaultLayer().folder)) {
-    OpenFiles()[file] = {path, forReading};
-  }
+std::FILE* fdopen(int descriptor, const char* mode) noexcept {
+  static const auto behind = BEHIND(fdopen);
+  const OpenFile& opened = LastOpened();
+  if (Fails("fdopen", opened.path.c_str())) return nullptr;
+  std::FILE* const file = behind(descriptor, mode);
+  if (file != nullptr && opened.path.starts_with(TheFaultLayer().folder)) OpenFiles()[file] = opened;
   return file;
 }
 

@@ -3,6 +3,7 @@
 #include "core/code_page.h"
 #include "core/files.h"
 #include "core/settings.h"
+#include "platform/file_system.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -19,10 +20,10 @@ std::string PlaceOf(const std::string& path) {
   const std::filesystem::path place = std::filesystem::weakly_canonical(PathOf(path), error);
   const std::u8string text = (error ? PathOf(path).lexically_normal() : place).generic_u8string();
   std::string spelled(text.begin(), text.end());
-#ifdef _WIN32
-  std::transform(spelled.begin(), spelled.end(), spelled.begin(),
-                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-#endif
+  if (IgnoresCaseOfNames()) {
+    std::transform(spelled.begin(), spelled.end(), spelled.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+  }
   return spelled;
 }
 
