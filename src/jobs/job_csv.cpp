@@ -49,6 +49,7 @@ struct CsvRun {
   LocalClock clock;
   PointBodies bodies;
   TextBody points, bad;
+  EyeTime nextWait;
 
   std::int64_t line = 0;
   char separator = ',';
@@ -171,7 +172,7 @@ void ReadRow(CsvRun& csv, std::string_view line) {
   const Verdict verdict =
       csv.filter.Offer(columns.At(ColX), columns.At(ColY), [&csv] { return ReadSounding(csv); });
   if (verdict.outcome == Outcome::Rejected) {
-    PassOverLine(csv.run, csv.bad, csv.run.messages.ReasonZeroDepth, csv.line);
+    PassOverLine(csv.run, csv.bad, csv.nextWait, csv.run.messages.ReasonZeroDepth, csv.line);
   } else if (verdict.outcome == Outcome::Selected) {
     TakePoint(csv, verdict);
   }

@@ -47,6 +47,7 @@ struct LogRun {
   PointFilter filter;
   PointBodies bodies;
   TextBody drd, srf, bad;
+  EyeTime nextWait;
 
   char separator = ',';
   std::int64_t line = 0;
@@ -161,7 +162,8 @@ void TakeSounding(LogRun& log) {
   if (verdict.gap) ReportGap(log, verdict.way);
   if (verdict.outcome == Outcome::Rejected) {
     const Messages& messages = log.run.messages;
-    PassOverLine(log.run, log.bad, log.hasFix ? messages.ReasonZeroDepth : messages.ReasonNoSats, log.line);
+    PassOverLine(log.run, log.bad, log.nextWait,
+                 log.hasFix ? messages.ReasonZeroDepth : messages.ReasonNoSats, log.line);
   } else if (verdict.outcome == Outcome::Selected) {
     TakePoint(log, verdict);
   }

@@ -13,6 +13,7 @@ namespace sondrix {
 namespace {
 
 constexpr int PassOverWaitMs = 10;
+constexpr std::chrono::milliseconds WorkBetweenWaits{250};
 constexpr int PauseWaits = 10;  // of DefectPause each, between two looks at the flags
 
 }  // namespace
@@ -48,7 +49,7 @@ void ReportBadLine(const Run& run, TextBody& bad, std::string_view reason, std::
   bad.Add(record);
 }
 
-void PassOverLine(Run& run, TextBody& bad, std::string_view reason, std::int64_t line) {
+void PassOverLine(Run& run, TextBody& bad, EyeTime& next, std::string_view reason, std::int64_t line) {
   ReportBadLine(run, bad, reason, {}, line);
   std::string text = " ";
   text.append(run.messages.WordLine).append(" ");
@@ -56,7 +57,9 @@ void PassOverLine(Run& run, TextBody& bad, std::string_view reason, std::int64_t
   text.append(" - ").append(reason).append("...");
   run.window.SetAtt(text);
   run.window.RepaintAtt();
+  if (std::chrono::steady_clock::now() < next) return;
   run.window.Wait(PassOverWaitMs);
+  next = std::chrono::steady_clock::now() + WorkBetweenWaits;
 }
 
 void ShowTextFault(Run& run, std::string_view place, const Fault& fault) {

@@ -5,6 +5,7 @@
 #include "core/run.h"
 #include "jobs/text_body.h"
 
+#include <chrono>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -35,8 +36,11 @@ void ShowLineProgress(Run& run, std::string& text, const LineProgress& progress)
 void ReportBadLine(const Run& run, TextBody& bad, std::string_view reason, std::string_view value,
                    std::int64_t line);
 
-// The same, and shows that the line is passed over, for as long as the eye needs.
-void PassOverLine(Run& run, TextBody& bad, std::string_view reason, std::int64_t line);
+// When the next line that is passed over may be held for the eye, which reads a few in a second.
+using EyeTime = std::chrono::steady_clock::time_point;
+
+// The same, and shows that the line is passed over: now and then for as long as the eye needs.
+void PassOverLine(Run& run, TextBody& bad, EyeTime& next, std::string_view reason, std::int64_t line);
 
 // " ! error " + place + ": " + number + ": " + description, with a beep.
 void ShowTextFault(Run& run, std::string_view place, const Fault& fault);

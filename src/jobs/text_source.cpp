@@ -72,9 +72,9 @@ std::int64_t TextSource::CountTerminators() {
   return count;
 }
 
-// Reads on behind the unread part: in the same block if a long line fills it from its start, else in the
-// other one. The block before stays as it is, and so does the one with the last line that isn't empty, since
-// a row may be taken a second time.
+// Reads on behind the unread part, which is shorter than the longest line: in the same block if a long line
+// fills it from its start, else in the other one. The block before stays as it is, and so does the one with
+// the last line that isn't empty, since a row may be taken a second time.
 void TextSource::ReadOn() {
   char* start = current_.bytes.get();
   const std::size_t held = unread_.size();
@@ -108,10 +108,13 @@ std::optional<std::string_view> TextSource::Next() {
   const char* end = FindByte(unread_, terminator_);
   while (!end && position_ < file_.Length()) {
     const std::size_t searched = unread_.size();
+    if (searched >= longest_) throw Fault(FaultNumber::DeviceIo);
     ReadOn();
     end = FindByte(unread_.substr(searched), terminator_);
   }
   const std::size_t length = end ? static_cast<std::size_t>(end - unread_.data()) : unread_.size();
+  const bool isLast = linesTaken_ == lineCount_;
+  if (isLast != (end == nullptr) || length > longest_) throw Fault(FaultNumber::DeviceIo);
   std::string_view line = unread_.substr(0, length);
   unread_.remove_prefix(end ? length + 1 : length);
   const bool cut = start_ == LineStart::CutLf ? line.starts_with('\n') : terminator_ == '\r';

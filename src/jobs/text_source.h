@@ -18,10 +18,11 @@ enum class LineStart {
 
 // A text source of 8-bit bytes, cut into lines at its terminator: the first CR or LF, or the last byte of a
 // source that has neither. Behind a last terminator stands one more line, which is empty. The source is read
-// twice, block by block, first to count its lines.
+// twice, block by block, first to count its lines, and has to be the same both times.
 class TextSource {
  public:
-  // Faults as of the operating system, here and in Next; fault 62 where the file becomes shorter meanwhile.
+  // Faults as of the operating system, here and in Next; fault 62 where the file becomes shorter meanwhile,
+  // fault 57 where its lines aren't those that were counted.
   TextSource(std::string_view path, LineStart start, std::size_t blockSize = DefaultBlock);
 
   std::int64_t LineCount() const { return lineCount_; }  // 0 for an empty source

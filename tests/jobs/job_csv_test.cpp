@@ -3,6 +3,8 @@
 #include "core/date_time.h"
 #include "jobs/text_run.h"
 
+#include <chrono>
+
 namespace sondrix {
 namespace {
 
@@ -168,6 +170,18 @@ TEST(JobCsv, PauseStopAndProgress) {
   EXPECT_EQ(test.window.CountLines(" 56% line 200/351 dot 200"), 1);
   EXPECT_EQ(test.window.CountLines(" * processing aborted by user"), 1);
   EXPECT_EQ(test.OutLines("a.txt").size(), 201U);
+}
+
+TEST(JobCsv, NoWaitForALineThatNobodyCanRead) {
+  std::string text = Head;
+  for (int i = 0; i < 10'000; ++i) text += Row(std::to_string(i), "0.000000");
+  TextRun test;
+  const auto start = std::chrono::steady_clock::now();
+  test.ClickOn("a.csv", text);
+  const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
+  EXPECT_GE(test.window.waited, 10);
+  EXPECT_LE(test.window.waited, 10 + 40 * seconds.count());
+  EXPECT_EQ(test.OutLines("a_bad.txt").size(), 10'000U);
 }
 
 TEST(JobCsv, ASourceThatIsCutShort) {

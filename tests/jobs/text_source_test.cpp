@@ -1,11 +1,14 @@
 #include "jobs/text_source.h"
 
+#include "fault_in.h"
 #include "jobs/text_run.h"
 
 #include <algorithm>
 
 namespace sondrix {
 namespace {
+
+using namespace std::string_literals;
 
 TEST(TextSource, LinesInBlocksOfAnySize) {
   struct Row {
@@ -31,6 +34,26 @@ TEST(TextSource, LinesInBlocksOfAnySize) {
       }
       EXPECT_EQ(lines, row.lines) << row.text << blockSize;
       EXPECT_EQ(source.LineCount(), std::count(lines.begin(), lines.end(), '<'));
+    }
+  }
+}
+
+// The lines were counted, and then other ones of the same length stand there.
+TEST(TextSource, ASourceThatChangesInPlace) {
+  const std::string text = "1\n22\n333\n4444\n5";
+  for (const std::string& later : {WithLineEnd(text, '\n', "x"), "1234567\n\n\n\n" + std::string(4, '5'),
+                                   std::string(15, '\n'), "1\n22\n333\n4444x5"s, "1\n22\n333\n4444\n\n"s}) {
+    ASSERT_EQ(later.size(), text.size());
+    for (const std::size_t blockSize : {1, 4, 100}) {
+      TestRun test;
+      test.Source("a.txt", BytesOf(text));
+      TextSource source(test.settings.Source, LineStart::CutLf, blockSize);
+      test.Source("a.txt", BytesOf(later));
+      const int fault = FaultIn([&source] {
+        while (source.Next()) {
+        }
+      });
+      EXPECT_EQ(fault, 57) << later << blockSize;
     }
   }
 }
