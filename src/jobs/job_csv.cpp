@@ -199,7 +199,7 @@ bool ReadLines(CsvRun& csv) {
 
 void WriteFiles(CsvRun& csv) {
   Run& run = csv.run;
-  csv.source.Close();
+  csv.source.Finish();
   const std::string name = ToCodePage(run.settings.TargetName);
   WriteBody(run, ".txt", {}, csv.points);
   WriteBody(run, ".plt", PltHead(name, csv.filter.Selected()), csv.bodies.plt);

@@ -196,7 +196,7 @@ End ReadLines(LogRun& log) {
 
 void WriteFiles(LogRun& log) {
   Run& run = log.run;
-  log.source.Close();
+  log.source.Finish();
   const std::string name = ToCodePage(run.settings.TargetName);
   WriteBody(run, ".drd.txt", ToCodePage(run.messages.HeadCsv) + "\r\n", log.drd);
   WriteBody(run, ".srf.txt", {}, log.srf);

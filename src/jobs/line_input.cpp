@@ -24,6 +24,7 @@ bool LineInput::Fill() {
   }
   const std::size_t count = file_.ReadAt(offset_, {buffer_.get() + end_, blockSize_});
   if (count == 0 && offset_ < file_.Length()) throw Fault(FaultNumber::PastEnd);
+  if (count == 0 && file_.HasChanged()) throw Fault(FaultNumber::DeviceIo);
   offset_ += static_cast<std::int64_t>(count);
   end_ += count;
   return count > 0;

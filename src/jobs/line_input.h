@@ -21,7 +21,8 @@ class LineInput {
   explicit LineInput(InputFile& file, std::size_t blockSize = DefaultBlock)
       : file_(file), blockSize_(blockSize) {}
   // The next line without its end, valid until the next call; empty behind the last line.
-  // Faults as of the operating system; fault 62 where the file has become shorter meanwhile.
+  // Faults as of the operating system; at the end of the file fault 62 where it has become shorter meanwhile,
+  // fault 57 where it has changed otherwise.
   std::optional<std::string_view> Next();
 
  private:

@@ -123,6 +123,11 @@ std::optional<std::string_view> TextSource::Next() {
   return line;
 }
 
+void TextSource::Finish() {
+  if (file_.HasChanged()) throw Fault(FaultNumber::DeviceIo);
+  file_.Close();
+}
+
 std::optional<char> SeparatorOf(std::string_view line) {
   for (const char separator : {';', ','}) {
     if (line.find(separator) != std::string_view::npos) return separator;

@@ -184,11 +184,15 @@ TEST(JobCsv, NoWaitForALineThatNobodyCanRead) {
   EXPECT_EQ(test.OutLines("a_bad.txt").size(), 10'000U);
 }
 
-TEST(JobCsv, ASourceThatIsCutShort) {
+TEST(JobCsv, ASourceThatChanges) {
   TextRun test;
   test.window.onPump = [&](int) { std::filesystem::resize_file(test.settings.Source, 5); };
   EXPECT_EQ(test.ClickOn("a.csv", Head + std::string(1'000'000, ',')),
             " ! error JobCsv: 62: Input past end of file");
+  test.window.onPump = [&](int) { OutputFile(test.settings.Source).Write(Head + Row("4106000")); };
+  EXPECT_EQ(test.ClickOn("a.csv", Head + Row("4105000") + Row("4105010")),
+            " ! error JobCsv: 57: Device I/O error");
+  EXPECT_TRUE(std::filesystem::is_empty(test.folder / "out"));
 }
 
 }  // namespace

@@ -1,9 +1,11 @@
 #include "jobs/text_source.h"
 
 #include "fault_in.h"
+#include "jobs/line_input.h"
 #include "jobs/text_run.h"
 
 #include <algorithm>
+#include <chrono>
 
 namespace sondrix {
 namespace {
@@ -55,6 +57,23 @@ TEST(TextSource, ASourceThatChangesInPlace) {
       });
       EXPECT_EQ(fault, 57) << later << blockSize;
     }
+  }
+}
+
+// What has the same lines counts by the time of its change.
+TEST(TextSource, ASourceThatIsWrittenMeanwhile) {
+  for (const bool isWritten : {false, true}) {
+    TestRun test;
+    test.Source("a.txt", BytesOf("1\r\n2\r\n"));
+    TextSource source(test.settings.Source, LineStart::CutLf);
+    InputFile file(test.settings.Source);
+    LineInput lines(file, 1);
+    EXPECT_EQ(lines.Next(), "1");
+    const std::filesystem::path path = test.settings.Source;
+    if (isWritten) last_write_time(path, last_write_time(path) + std::chrono::seconds(1));
+    EXPECT_EQ(lines.Next(), "2");
+    EXPECT_EQ(FaultIn([&] { lines.Next(); }), isWritten ? 57 : 0);
+    EXPECT_EQ(FaultIn([&] { source.Finish(); }), isWritten ? 57 : 0);
   }
 }
 
