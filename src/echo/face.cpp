@@ -64,6 +64,23 @@ char32_t TakeLetter(std::string_view& text) {
   return letter;
 }
 
+const Glyph* GlyphOf(char32_t letter) {
+  const auto* glyph = std::find_if(std::begin(Face), std::end(Face), [letter](const Glyph& candidate) {
+    return candidate.letter == letter || (candidate.twin != 0 && candidate.twin == letter);
+  });
+  return glyph == std::end(Face) ? nullptr : glyph;
+}
+
+int WidthOf(const Glyph* glyph) { return glyph ? static_cast<int>(glyph->rows[0].size()) : BlankWidth; }
+
+// Without the blanks behind it and the gap behind its last letter.
+int TextWidth(std::string_view utf8) {
+  utf8 = utf8.substr(0, utf8.find_last_not_of(' ') + 1);
+  int width = 0;
+  while (!utf8.empty()) width += WidthOf(GlyphOf(TakeLetter(utf8))) + GapWidth;
+  return width - GapWidth;
+}
+
 void PaintGlyph(Picture& target, const TextFrame& frame, int x, int y, const Glyph& glyph, Colour colour,
                 int zoom) {
   const int width = static_cast<int>(glyph.rows[0].size()) * zoom;
@@ -85,16 +102,9 @@ int PaintText(Picture& target, const TextFrame& frame, int x, int y, std::string
                             std::min(frame.right, target.Width()), std::min(frame.bottom, target.Height())};
   const int start = x;
   while (!utf8.empty()) {
-    const char32_t letter = TakeLetter(utf8);
-    const auto* glyph = std::find_if(std::begin(Face), std::end(Face), [letter](const Glyph& candidate) {
-      return candidate.letter == letter || (candidate.twin != 0 && candidate.twin == letter);
-    });
-    int width = BlankWidth;
-    if (glyph != std::end(Face)) {
-      PaintGlyph(target, inside, x, y, *glyph, colour, zoom);
-      width = static_cast<int>(glyph->rows[0].size());
-    }
-    x += (width + GapWidth) * zoom;
+    const Glyph* glyph = GlyphOf(TakeLetter(utf8));
+    if (glyph) PaintGlyph(target, inside, x, y, *glyph, colour, zoom);
+    x += (WidthOf(glyph) + GapWidth) * zoom;
   }
   target.Touch();
   return x - start;
@@ -102,9 +112,11 @@ int PaintText(Picture& target, const TextFrame& frame, int x, int y, std::string
 
 void PaintTexts(const Picture& picture, Picture& target, int left, int top, int zoom) {
   const TextFrame frame = {left, top, left + picture.Width(), top + picture.Height()};
-  for (const PictureText& text : picture.Texts())
-    PaintText(target, frame, left + static_cast<int>(text.x), top + static_cast<int>(text.y), text.text,
+  for (const PictureText& text : picture.Texts()) {
+    const double x = picture.TextX(static_cast<double>(text.x), TextWidth(text.text) * zoom, zoom);
+    PaintText(target, frame, left + static_cast<int>(x), top + static_cast<int>(text.y), text.text,
               text.colour, zoom);
+  }
 }
 
 }  // namespace sondrix

@@ -18,7 +18,7 @@ int PaintText(Picture& target, const TextFrame& frame, int x, int y, std::string
               int zoom);
 
 // Paints the texts of a picture onto target, where the picture's top left corner lies at (left, top); nothing
-// is painted outside the picture.
+// is painted outside the picture, and a text that begins on it ends on it, as far as there is room.
 void PaintTexts(const Picture& picture, Picture& target, int left, int top, int zoom);
 
 }  // namespace sondrix

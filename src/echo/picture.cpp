@@ -22,10 +22,11 @@ std::size_t Area(int width, int height) {
 
 }  // namespace
 
-Picture::Picture(int width, int height)
+Picture::Picture(int width, int height, int textMargin)
     : width_(width),
       height_(height),
       nominalHeight_(height),
+      textMargin_(textMargin),
       stride_(width),
       scaleWidth_(static_cast<float>(width)),
       scaleHeight_(static_cast<float>(height)),
@@ -34,6 +35,11 @@ Picture::Picture(int width, int height)
 int Picture::DeviceX(double x) const { return PixelIndex(x * width_ / scaleWidth_, width_); }
 
 int Picture::DeviceY(double y) const { return PixelIndex(y * height_ / scaleHeight_, height_); }
+
+double Picture::TextX(double x, double textWidth, double pixel) const {
+  if (x < 0 || x >= width_) return x;
+  return std::max(0.0, std::min(x, width_ - textMargin_ * pixel - textWidth));
+}
 
 void Picture::ClearTexts() {
   if (!texts_.empty()) Touch();

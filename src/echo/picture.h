@@ -36,8 +36,9 @@ struct PictureText {
 // its own font.
 class Picture {
  public:
-  // A white raster whose logical size is its device size. Sizes of at least 1 pixel.
-  Picture(int width, int height);
+  // A white raster whose logical size is its device size. Sizes of at least 1 pixel. Texts that begin on it
+  // end textMargin pixels before its right edge, as far as there is room.
+  Picture(int width, int height, int textMargin = 0);
 
   int Width() const { return width_; }    // device pixels
   int Height() const { return height_; }  // device pixels
@@ -63,6 +64,8 @@ class Picture {
   int DeviceY(double y) const;
   // How many device pixels a dot is high: 1, and more on a raster that was enlarged.
   int DotHeight() const { return dotHeight_; }
+  // Where a text at x is painted so that it ends on the picture: device pixels. pixel: a pixel of the margin.
+  double TextX(double x, double textWidth, double pixel) const;
 
   void Clear();
   // Leaves the texts.
@@ -98,6 +101,7 @@ class Picture {
   int width_;
   int height_;
   int nominalHeight_;
+  int textMargin_;
   int dotHeight_ = 1;
   // The raster is a window on rows that are wider than it: scrolling moves the window to the right, and only
   // at the rows' end the pixels are moved back to their start.
@@ -137,13 +141,13 @@ struct ColumnTable {
 
 // The pictures of the window. SMPL holds what is seen only after Refresh (views.h).
 struct Pictures {
-  Picture ECHO{227, 420};  // the echogram: one column per frame, the newest at the right
-  Picture SMPL{152, 420};  // the curve of the last frame
-  Picture METR{26, 420};   // the depth scale
-  Picture CRS{40, 40};     // needle of the course
-  Picture HED{40, 40};     // needle of the heading
-  Picture BMP{402, 420};   // the first three side by side; never shown
-  float LastScale = 0;     // metres; the scale that METR shows
+  Picture ECHO{227, 420};     // the echogram: one column per frame, the newest at the right
+  Picture SMPL{152, 420, 4};  // the curve of the last frame
+  Picture METR{26, 420};      // the depth scale
+  Picture CRS{40, 40};        // needle of the course
+  Picture HED{40, 40};        // needle of the heading
+  Picture BMP{402, 420};      // the first three side by side; never shown
+  float LastScale = 0;        // metres; the scale that METR shows
   PendingCurve Curve;
   ColumnTable Column;
 };

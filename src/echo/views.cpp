@@ -23,15 +23,31 @@ constexpr float DefaultScaleM = 15;
 constexpr int DeltaX = 210, DeltaY = 1350;
 constexpr int DepthX = 200;
 
+// What a label of the depth scale takes of the picture's height, some air included.
+constexpr float LabelShare = 10.0F / 420;
+// Every how many-th tick has a label: the first of these that leaves the labels room.
+constexpr int LabelMultiples[] = {1, 5, 10, 25, 50};
+
 // The depth scale beside a frame. Rows per metre are whole, so the ticks lie up to a row per metre too high.
 void DrawScale(Picture& metr, Channel selectedChannel, std::size_t sampleCount, float scaleM) {
   const double perMetre = std::floor(static_cast<double>(sampleCount) / static_cast<double>(scaleM));
   if (!(perMetre <= std::numeric_limits<std::int16_t>::max())) throw Fault(FaultNumber::Overflow);
   metr.Clear();
   const int step = selectedChannel == Channel::Sidescan ? 10 : 2;
+  const double height = static_cast<double>(metr.ScaleHeight());
+  const double label = height * static_cast<double>(LabelShare);
+  const auto* multiple =
+      std::ranges::find_if(LabelMultiples, [&](int m) { return perMetre * step * m >= label; });
+  double free = -height;  // where the next label may begin
   for (int k = step; static_cast<float>(k) < scaleM; k += step) {
-    metr.DrawLine(0, perMetre * k, 20, perMetre * k, Black);
-    metr.PrintAt(22, perMetre * k - 20, k);
+    const double row = perMetre * k;
+    metr.DrawLine(0, row, 20, row, Black);
+    if (multiple == std::end(LabelMultiples) || k % (step * *multiple) != 0 || row > height) continue;
+    // The last one is moved up into the picture, or left out where another stands.
+    const double y = std::min(row - 20, height - label);
+    if (y < free) continue;
+    metr.PrintAt(22, y, k);
+    free = y + label;
   }
 }
 

@@ -40,10 +40,10 @@ TEST(Views, FramesScrollAndTheCurveWaits) {
 }
 
 TEST(Views, DepthScale) {
-  // The channel, metres; how many texts, metres between them, the last one's row.
+  // The channel, metres; how many texts, metres between them, the last tick's row.
   const std::tuple<Channel, float, int, int, double> rows[] = {{Channel::Downscan, 30.48F, 15, 2, 1860},
                                                                {Channel::Sidescan, 30, 2, 10, 1280},
-                                                               {Channel::Primary, 150, 74, 2, 1776},
+                                                               {Channel::Primary, 150, 14, 10, 1776},
                                                                {Channel::Downscan, 150.01F, 7, 2, 1792}};
   TestRun e;
   const Picture& metr = e.pictures.METR;
@@ -53,6 +53,19 @@ TEST(Views, DepthScale) {
     ASSERT_EQ(metr.Texts().size(), std::size_t(count)) << scale;
     EXPECT_EQ(metr.Texts().back().text, " " + std::to_string(count * step) + " ");
     EXPECT_EQ(Letters(metr, 5, metr.DeviceY(lastRow), 2, 1), "#./") << scale;
+  }
+  // Labels keep clear of each other and inside the picture, the last one too.
+  for (const std::size_t samples : {100U, 419U, 1920U, 3200U}) {
+    for (float scale = 2.5F; scale < 150; scale += 0.5F) {
+      PrepareViews(e.pictures, Channel::Downscan, static_cast<std::int16_t>(samples));
+      Show(e, Samples(samples), scale);
+      float free = -420;
+      for (const PictureText& text : metr.Texts()) {
+        ASSERT_TRUE(text.y >= free - 0.01F && text.y <= 410.01F) << samples << " of " << scale << " m";
+        free = text.y + 10;
+      }
+      EXPECT_EQ(metr.Texts().empty(), samples == 100 && scale > 100) << scale;  // a metre is less than a row
+    }
   }
   EXPECT_EQ(FaultIn([&] { Show(e, Samples(1920), 0.05F); }), 6);
   EXPECT_EQ(e.window.waited, 0);
@@ -93,6 +106,7 @@ TEST(Views, SavedPictureHoldsThePanelsSideBySide) {
     e.pictures.SMPL.DrawDot(x, 0, Blue);  // the newest column of ECHO lies on the first
   for (const int x : {0, 99}) e.pictures.METR.DrawDot(x, 0, Red);
   e.pictures.SMPL.PrintAt(10, 100, 1);
+  e.pictures.SMPL.PrintAt(210, 200, -0.1234567F);  // ends before the scale
   ComposeGraph(e.pictures);
   std::string marks;
   for (int x = 0; x < e.pictures.BMP.Width(); ++x)
@@ -100,6 +114,7 @@ TEST(Views, SavedPictureHoldsThePanelsSideBySide) {
       marks += std::to_string(x) + letter + " ";
   EXPECT_EQ(marks, "0# 225# 230B 376R 401R ");
   EXPECT_EQ(Letters(e.pictures.BMP, 233, 100, 7, 3), "..#..../.##..../..#..../");
+  EXPECT_EQ(Letters(e.pictures.BMP, 370, 200, 8, 3), "###...../..#...../..#...../");
 }
 
 }  // namespace

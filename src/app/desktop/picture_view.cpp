@@ -5,7 +5,6 @@
 #include <QFontMetricsF>
 #include <QImage>
 #include <QPainter>
-#include <algorithm>
 
 namespace sondrix {
 namespace {
@@ -17,17 +16,14 @@ QColor ColourOf(Colour colour) {
                 static_cast<int>(colour >> 16 & 0xFF));
 }
 
-// A text that begins on the picture ends on it too, as far as there is room.
-void PaintText(QPainter& painter, const PictureText& text, double scale, double width) {
+void PaintText(QPainter& painter, const Picture& picture, const PictureText& text, double scale) {
   const QFontMetricsF metrics(painter.font(), painter.device());
   QString shown = QtText(text.text);
-  double x = text.x / scale;
-  if (x >= 0 && x < width) {
-    while (shown.endsWith(QLatin1Char(' '))) shown.chop(1);
-    x = std::max(0.0, std::min(x, width - metrics.horizontalAdvance(shown)));
-  }
+  while (shown.endsWith(QLatin1Char(' '))) shown.chop(1);
+  const double x =
+      picture.TextX(static_cast<double>(text.x), metrics.horizontalAdvance(shown) * scale, scale) / scale;
   painter.setPen(ColourOf(text.colour));
-  painter.drawText(QPointF(x, text.y / scale + metrics.ascent()), shown);
+  painter.drawText(QPointF(x, static_cast<double>(text.y) / scale + metrics.ascent()), shown);
 }
 
 }  // namespace
@@ -59,7 +55,7 @@ void PictureView::paintEvent(QPaintEvent*) {
   painter.scale(1 / scale, 1 / scale);
   painter.drawImage(0, 0, raster);
   painter.resetTransform();
-  for (const PictureText& text : picture_.Texts()) PaintText(painter, text, scale, width());
+  for (const PictureText& text : picture_.Texts()) PaintText(painter, picture_, text, scale);
 }
 
 }  // namespace sondrix
