@@ -1,6 +1,6 @@
-// What the window costs, in figures: its run against that of the batch program's window, the way from the
-// start to a painted window, and from a click on the stop button to the end of a run. Shown offscreen unless
-// QT_QPA_PLATFORM says otherwise.
+// What the window costs, in figures: its runs of an echogram and of texts against those of the batch
+// program's window, the way from the start to a painted window, and from a click on the stop button to the
+// end of a run. Shown offscreen unless QT_QPA_PLATFORM says otherwise.
 
 #include "app/batch/batch_window.h"
 #include "app/desktop/desktop_window.h"
@@ -8,6 +8,8 @@
 #include "core/files.h"
 #include "jobs/clicks.h"
 #include "samples/lake.h"
+#include "samples/nmea_log.h"
+#include "samples/text_export.h"
 
 #include <QApplication>
 #include <QProcess>
@@ -27,6 +29,8 @@ using Clock = std::chrono::steady_clock;
 
 constexpr int Rounds = 5;
 constexpr int Repeats = 19;  // of the demonstration: some 200 MB
+constexpr std::int64_t TextBytes = 60'000'000;
+constexpr int ZeroRows = 10'000;
 constexpr int StopAfterMs = 30;
 constexpr const char* StartOnly = "--start-only";
 
@@ -50,6 +54,25 @@ std::string MakeSource() {
   for (int i = 0; i < Repeats; ++i) file.Write(frames);
   file.Close();
   return path;
+}
+
+struct TextSample {
+  const char* name;
+  std::string path;
+};
+
+std::vector<TextSample> MakeTexts() {
+  const auto at = [](const char* name) { return (Folder() / name).string(); };
+  std::vector<TextSample> samples = {
+      {"table", at("t.csv")}, {"log", at("l.log")}, {"rows of zero depth", at("z.csv")}};
+  WriteTextExport(samples[0].path, TableForm(), TextBytes);
+  WriteNmeaLog(samples[1].path, TextBytes);
+  std::string rows = "Channel,Frequency,,,,Depth,,,,,,PositionX,PositionY,TimeOffset\n";
+  for (int i = 0; i < ZeroRows; ++i) {
+    rows += "Downscan,800,0,50,0,0.000000,0,0,0,0,0," + std::to_string(4'100'000 + i) + ",7500000,0\n";
+  }
+  OutputFile(samples[2].path).Write(rows);
+  return samples;
 }
 
 void Prepare(Session& session, const std::string& source, const char* name) {
@@ -128,6 +151,16 @@ int main(int argc, char** argv) {
   std::printf("run of %d MB, pictures on: window %.3f s, batch %.3f s, median of the ratios %.2f\n",
               static_cast<int>(std::filesystem::file_size(source) / 1'000'000), Median(window), Median(batch),
               Median(ratios));
+  for (const TextSample& sample : MakeTexts()) {
+    std::vector<double> batches, windows, quotients;
+    for (int round = 0; round < Rounds; ++round) {
+      batches.push_back(BatchRun(sample.path));
+      windows.push_back(WindowRun(sample.path));
+      quotients.push_back(windows.back() / batches.back());
+    }
+    std::printf("run of a %s: window %.3f s, batch %.3f s, median of the ratios %.2f\n", sample.name,
+                Median(windows), Median(batches), Median(quotients));
+  }
   std::printf("from the start of the program to a painted window and its end: %.3f s\n", Median(starts));
   std::printf("from a click on the stop button to the end of the run: %.4f s\n", Median(stops));
   std::filesystem::remove_all(Folder());

@@ -61,8 +61,8 @@ set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_PACKAGE_MAINTAINER "${SONDRIX_MAINTAINER}")
 set(CPACK_DEBIAN_PACKAGE_SECTION science)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# Nothing links these: letters to write with, and the way to a Wayland screen.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-dejavu-core, qt6-wayland")
+# Nothing links these: letters to write with, the way to a Wayland screen, the toolkit's words in other languages.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-dejavu-core, qt6-wayland, qt6-translations-l10n")
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
     "Sondrix converts what a fish-finder recorded (SL2, SL3) into depth points
 and tracks for mapping tools: it reads an echogram frame by frame, works out

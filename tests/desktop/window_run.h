@@ -88,6 +88,11 @@ class WindowTest : public testing::Test {
   // their turn.
   void RunWith(const std::vector<std::function<void()>>& steps) {
     window->SetSource(WriteEchogram());
+    RunChosen(steps, [this] { Click("btnGO"); });
+  }
+
+  // The same with the chosen source, started in some way.
+  void RunChosen(const std::vector<std::function<void()>>& steps, const std::function<void()>& start) {
     std::size_t done = 0;
     QTimer timer;
     timer.setInterval(0);
@@ -95,7 +100,7 @@ class WindowTest : public testing::Test {
       if (Find("RunSet")->isEnabled() && done < steps.size()) steps[done++]();
     });
     timer.start();
-    Click("btnGO");
+    start();
     EXPECT_EQ(done, steps.size());
   }
 

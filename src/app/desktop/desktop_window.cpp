@@ -4,10 +4,12 @@
 #include "app/desktop/app_icon.h"
 #include "app/desktop/fit_label.h"
 #include "app/desktop/log_line.h"
+#include "app/desktop/menu_texts.h"
 #include "app/desktop/picture_view.h"
 #include "app/desktop/qt_text.h"
 #include "app/desktop/run_panel.h"
 #include "app/desktop/settings_panel.h"
+#include "core/channel.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -20,6 +22,7 @@
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QTimer>
+#include <algorithm>
 #include <cmath>
 
 namespace sondrix {
@@ -126,6 +129,7 @@ QWidget* DesktopWindow::Find(std::string_view name) const {
 
 void DesktopWindow::ShowCaptions() {
   if (HintHelpOf(session_.langId).empty()) return;  // a language without a table leaves all as it is
+  toolkitTexts_.SetLanguage(session_.langId);
   for (const CaptionRow& row : CaptionRows()) {
     const std::string_view text = TextOf(row, session_.langId);
     QWidget* widget = Find(row.element);
@@ -135,6 +139,27 @@ void DesktopWindow::ShowCaptions() {
     } else if (!text.empty()) {
       SetCaption(row.element, text);
     }
+  }
+  ShowChannelMarks();
+}
+
+void DesktopWindow::ShowNotes(const std::vector<std::string>& notes) { runPanel_->ShowNotes(notes); }
+
+void DesktopWindow::MarkChannels(std::vector<Channel> missing) {
+  missingChannels_ = std::move(missing);
+  ShowChannelMarks();
+}
+
+void DesktopWindow::ShowChannelMarks() {
+  for (const ChannelRow& row : Channels) {
+    QWidget* option = Find("UseTyp" + std::to_string(ChannelByte(row.channel)));
+    const bool isMissing = std::ranges::count(missingChannels_, row.channel) > 0;
+    QPalette colours;
+    if (isMissing) {
+      colours.setColor(QPalette::WindowText, palette().color(QPalette::Disabled, QPalette::WindowText));
+    }
+    option->setPalette(colours);
+    option->setToolTip(isMissing ? QtText(MenuTextsOf(session_.langId).notInSource) : QString());
   }
 }
 
@@ -180,12 +205,31 @@ void DesktopWindow::ShowField(std::string_view name) {
 void DesktopWindow::SetEnabled(std::string_view control, bool enabled) {
   if (control == "RunSet") {
     runPanel_->att->SetRunning(enabled);
-    if (enabled) showsSketch_ = false;
+    if (enabled) {
+      showsSketch_ = false;
+      ShowNotes({});
+    }
   }
   QWidget* widget = Find(control);
   if (!widget || widget->isEnabled() == enabled) return;
+  if (!enabled) LeaveFocus(widget);
   widget->setEnabled(enabled);
+  if (control == "btnGO" && enabled) ReturnFocus();
   shownAt_ = {};  // the next pump shows it, and what the user may click now works from there on
+}
+
+// The toolkit would hand the focus to whatever comes next, and the user's next key would change that.
+void DesktopWindow::LeaveFocus(const QWidget* control) {
+  QWidget* const focused = focusWidget();
+  if (!focused || (focused != control && !control->isAncestorOf(focused))) return;
+  if (!focusBefore_) focusBefore_ = focused;
+  centralWidget()->setFocus();
+}
+
+// Unless the user has gone elsewhere during the run.
+void DesktopWindow::ReturnFocus() {
+  QWidget* const before = std::exchange(focusBefore_, nullptr);
+  if (before && focusWidget() == centralWidget()) before->setFocus();
 }
 
 bool DesktopWindow::IsEnabled(std::string_view control) const {

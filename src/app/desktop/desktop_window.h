@@ -1,16 +1,19 @@
 #pragma once
 
 #include "app/desktop/dialogs.h"
+#include "app/desktop/toolkit_texts.h"
 #include "app/session.h"
 #include "app/start.h"
 #include "core/window.h"
 
 #include <QMainWindow>
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
 class QEventLoop;
 
@@ -18,6 +21,7 @@ namespace sondrix {
 
 class PictureView;
 class RunPanel;
+enum class Channel : std::uint8_t;
 
 // The program's window: every control is found by its name. All of a run happens inside a click, and only at
 // its pumps and waits other events come through.
@@ -30,6 +34,11 @@ class DesktopWindow final : public QMainWindow, public Window {
   void Start(const StartFacts& facts);
   // As if the user had typed a path into Source.
   void SetSource(const std::string& path);
+
+  // Lines over the pictures, until a run begins, the sketch changes or others come; none takes them away.
+  void ShowNotes(const std::vector<std::string>& notes);
+  // Greys the options of channels that the source lacks, which can be chosen all the same.
+  void MarkChannels(std::vector<Channel> missing);
 
   Session& TheSession() { return session_; }
   DesktopServices services;
@@ -63,8 +72,11 @@ class DesktopWindow final : public QMainWindow, public Window {
   void Build();
   void ShowAll();
   void ShowCaptions();
+  void ShowChannelMarks();
   void EndWait();
   void ArrangeNeedles();
+  void LeaveFocus(const QWidget* control);
+  void ReturnFocus();
 
   // window_events.cpp
   void ConnectFields();
@@ -86,15 +98,18 @@ class DesktopWindow final : public QMainWindow, public Window {
   void SavePicture();
   QWidget* Find(std::string_view name) const;
 
+  ToolkitTexts toolkitTexts_;
   Session session_;
   std::string programFolder_, helpFile_, iniFile_;
   std::map<std::string, QWidget*, std::less<>> controls_;
   RunPanel* runPanel_ = nullptr;
   QWidget* settingsPanel_ = nullptr;
   PictureView *course_ = nullptr, *heading_ = nullptr;
+  std::vector<Channel> missingChannels_;
   std::string att_, spd_, shownAtt_, shownSpd_;
   Clock::time_point shownAt_;
-  QEventLoop* wait_ = nullptr;  // while a run waits
+  QEventLoop* wait_ = nullptr;      // while a run waits
+  QWidget* focusBefore_ = nullptr;  // what had the focus when a run disabled it
   bool hasStarted_ = false;
   bool showsSketch_ = false;
 };

@@ -3,10 +3,12 @@
 namespace sondrix {
 namespace {
 
-constexpr MenuTexts English = {"Copy the picture", "Save the picture as...", "Open the output folder"};
+constexpr MenuTexts English = {"Copy the picture", "Save the picture as...", "Open the output folder",
+                               "Not in this source"};
 constexpr MenuTexts Russian = {"Скопировать картинку", "Сохранить картинку как...",
-                               "Открыть папку с результатами"};
-constexpr MenuTexts German = {"Bild kopieren", "Bild speichern unter...", "Ausgabeordner öffnen"};
+                               "Открыть папку с результатами", "В этом файле нет"};
+constexpr MenuTexts German = {"Bild kopieren", "Bild speichern unter...", "Ausgabeordner öffnen",
+                              "Nicht in dieser Datei"};
 
 }  // namespace
 

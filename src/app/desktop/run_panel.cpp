@@ -2,6 +2,7 @@
 
 #include "app/desktop/log_line.h"
 #include "app/desktop/picture_view.h"
+#include "app/desktop/qt_text.h"
 #include "core/settings.h"
 #include "echo/views.h"
 
@@ -9,6 +10,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollBar>
+#include <algorithm>
 #include <cmath>
 
 namespace sondrix {
@@ -22,9 +24,11 @@ constexpr int RightMargin = 4;
 constexpr int BelowPictures = 55;  // from the pictures' foot to the window's
 constexpr int AttAbove = 50, ButtonsAbove = 24;
 constexpr int AttHeight = 22, HelpWidth = 35;
+constexpr int HighAttAbove = 54, HighAttHeight = 29;  // the log line with two rows
 constexpr int SpdWidth = 74, SpdHeight = 18;
 constexpr int SmplShare = 4;  // SMPL takes this part of the extra width
 constexpr int ContrastStep = 10;
+constexpr int NotesInset = 6, NotesMargin = 5;
 
 struct ButtonPlace {
   const char* name;
@@ -56,6 +60,17 @@ RunPanel::RunPanel(Pictures& pictures, QWidget* parent) : QWidget(parent), pictu
   echo_ = addView(pictures.ECHO, "ECHO");
   metr_ = addView(pictures.METR, "METR");
 
+  notes_ = new QLabel(this);
+  notes_->setObjectName(QLatin1String("Notes"));
+  notes_->setTextFormat(Qt::PlainText);
+  notes_->setWordWrap(true);
+  notes_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+  notes_->setFrameShape(QFrame::Box);
+  notes_->setMargin(NotesMargin);
+  notes_->setAutoFillBackground(true);
+  notes_->setAttribute(Qt::WA_TransparentForMouseEvents);
+  notes_->hide();
+
   auto* speed = new QLineEdit(this);
   speed->setObjectName(QLatin1String("SPD"));
   speed->setReadOnly(true);
@@ -66,6 +81,9 @@ RunPanel::RunPanel(Pictures& pictures, QWidget* parent) : QWidget(parent), pictu
   onPicture.setColor(QPalette::Base, Qt::white);
   onPicture.setColor(QPalette::Text, Qt::black);
   speed->setPalette(onPicture);
+  onPicture.setColor(QPalette::Window, Qt::white);
+  onPicture.setColor(QPalette::WindowText, Qt::black);
+  notes_->setPalette(onPicture);
 
   for (const ButtonPlace& place : Buttons) AddButton(this, place.name);
   auto* label = new QLabel(this);
@@ -102,8 +120,10 @@ void RunPanel::Arrange() {
     findChild<QWidget*>(QLatin1String(name))->setGeometry(left, y, itsWidth, itsHeight);
   };
   place("SPD", smpl_->x() + 2, Top + pictureHeight - SpdHeight, SpdWidth, SpdHeight);
+  PlaceNotes();
   const int attWidth = width() - Left - HelpWidth - RightMargin - 2;
-  place("Att", Left, height() - AttAbove, attWidth, AttHeight);
+  att->SetPlaces({Left, height() - AttAbove, attWidth, AttHeight},
+                 {Left, height() - HighAttAbove, attWidth, HighAttHeight});
   place("btnHelp", Left + attWidth + 2, height() - AttAbove, HelpWidth, AttHeight);
   const int y = height() - ButtonsAbove;
   for (const ButtonPlace& button : Buttons) place(button.name, button.left, y, button.width, ButtonHeight);
@@ -117,6 +137,27 @@ void RunPanel::ShowChanges() {
   for (PictureView* view : {echo_, smpl_, metr_}) view->ShowChange();
 }
 
-QPixmap RunPanel::Graph() { return grab(echo_->geometry() | smpl_->geometry() | metr_->geometry()); }
+void RunPanel::ShowNotes(const std::vector<std::string>& notes) {
+  QStringList lines;
+  for (const std::string& note : notes) lines << QtText(note);
+  notes_->setText(lines.join(QLatin1Char('\n')));
+  PlaceNotes();
+  notes_->setVisible(!lines.isEmpty());
+}
+
+// As high as its text, at the top of the pictures.
+void RunPanel::PlaceNotes() {
+  const QRect room = (echo_->geometry() | smpl_->geometry()).adjusted(NotesInset, NotesInset, -NotesInset, 0);
+  const int wanted = notes_->heightForWidth(room.width());
+  notes_->setGeometry(room.x(), room.y(), room.width(), std::min(wanted, room.height() - NotesInset));
+}
+
+QPixmap RunPanel::Graph() {
+  const bool hasNotes = notes_->isVisible();
+  notes_->hide();
+  const QPixmap graph = grab(echo_->geometry() | smpl_->geometry() | metr_->geometry());
+  notes_->setVisible(hasNotes);
+  return graph;
+}
 
 }  // namespace sondrix

@@ -3,6 +3,10 @@
 #include <QPixmap>
 #include <QWidget>
 #include <functional>
+#include <string>
+#include <vector>
+
+class QLabel;
 
 namespace sondrix {
 
@@ -21,7 +25,9 @@ class RunPanel : public QWidget {
 
   // Asks for repaints of what has changed.
   void ShowChanges();
-  // The three panels as they stand on the screen, in device pixels.
+  // Lines of text over echogram and curve, an entry a line, wrapped; none takes them away.
+  void ShowNotes(const std::vector<std::string>& notes);
+  // The three panels as they stand on the screen, without the notes, in device pixels.
   QPixmap Graph();
   // Lays out again after a move to a screen of another density.
   void Arrange();
@@ -34,6 +40,9 @@ class RunPanel : public QWidget {
  private:
   Pictures& pictures_;
   PictureView *echo_, *smpl_, *metr_;
+  QLabel* notes_;
+
+  void PlaceNotes();
 };
 
 }  // namespace sondrix

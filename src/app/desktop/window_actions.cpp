@@ -40,6 +40,7 @@ float MetresOf(const std::string& text) {
 void DesktopWindow::TakeMounting() {
   session_.limits.DucerXM = MetresOf(session_.settings.DucerX);
   session_.limits.DucerYM = MetresOf(session_.settings.DucerY);
+  ShowNotes({});
   DrawSketch();
 }
 

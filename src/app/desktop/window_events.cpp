@@ -15,6 +15,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QDropEvent>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
@@ -83,6 +84,11 @@ void DesktopWindow::ConnectField(const Field& field) {
     case FieldKind::Channel:
       for (const ChannelRow& row : Channels) {
         auto* option = static_cast<QRadioButton*>(Find("UseTyp" + std::to_string(ChannelByte(row.channel))));
+        // The tabulator comes to the chosen option, not to the first one.
+        option->setFocusPolicy(Qt::ClickFocus);
+        connect(option, &QRadioButton::toggled, option, [option](bool isChosen) {
+          option->setFocusPolicy(isChosen ? Qt::StrongFocus : Qt::ClickFocus);
+        });
         connect(option, &QRadioButton::clicked, this, [this, &field, channel = ChannelByte(row.channel)] {
           EditField(session_, field.name, std::to_string(channel));
         });
@@ -135,25 +141,43 @@ void DesktopWindow::ConnectButtons() {
 }
 
 void DesktopWindow::ConnectShortcuts() {
-  connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q), this), &QShortcut::activated, this,
-          &QWidget::close);
-  // In a text field Space goes to the field. The button takes the click only where it is enabled.
-  const std::pair<int, const char*> keys[] = {
-      {Qt::Key_F1, "btnHelp"}, {Qt::Key_F5, "btnGO"}, {Qt::Key_Escape, "RunEnd"}, {Qt::Key_Space, "RunSet"}};
-  for (const auto& [key, name] : keys) {
-    auto* button = static_cast<QPushButton*>(Find(name));
-    auto* shortcut = new QShortcut(QKeySequence(key), this);
+  const auto add = [this](const QKeySequence& keys, auto&& act) {
+    auto* shortcut = new QShortcut(keys, this);
     shortcut->setAutoRepeat(false);
-    connect(shortcut, &QShortcut::activated, button, &QPushButton::click);
-    if (button->objectName() == QLatin1String("RunSet") || button->objectName() == QLatin1String("RunEnd")) {
-      // Outside a run these keys are for whatever has the focus.
-      shortcut->setEnabled(false);
-      button->installEventFilter(new EventHook(shortcut, [shortcut, button](QObject*, QEvent* event) {
-        if (event->type() == QEvent::EnabledChange) shortcut->setEnabled(button->isEnabled());
-        return false;
-      }));
-    }
+    connect(shortcut, &QShortcut::activated, this, act);
+    return shortcut;
+  };
+  // The button takes the click only where it is enabled.
+  const auto click = [this](const char* name) {
+    return [button = static_cast<QPushButton*>(Find(name))] { button->click(); };
+  };
+  add(Qt::CTRL | Qt::Key_Q, [this] { close(); });
+  add(Qt::Key_F1, click("btnHelp"));
+  add(Qt::Key_F5, click("btnGO"));
+  // Outside a run these keys are for whatever has the focus; during one they are for the run alone, from the
+  // wait on in which its buttons are still disabled.
+  QShortcut* const ofRun[] = {add(Qt::Key_Space, click("RunSet")), add(Qt::Key_Escape, [this] {
+                                Act("GO", [this] { StopClick(session_.run); });
+                                EndWait();
+                              })};
+  for (QShortcut* shortcut : ofRun) {
+    shortcut->setEnabled(false);
+    QWidget* const start = Find("btnGO");
+    start->installEventFilter(new EventHook(shortcut, [shortcut, start](QObject*, QEvent* event) {
+      if (event->type() == QEvent::EnabledChange) shortcut->setEnabled(!start->isEnabled());
+      return false;
+    }));
   }
+  qApp->installEventFilter(new EventHook(this, [this](QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::ShortcutOverride || IsEnabled("btnGO")) return false;
+    const auto* key = static_cast<QKeyEvent*>(event);
+    const bool isOfRun =
+        key->modifiers() == Qt::NoModifier && (key->key() == Qt::Key_Space || key->key() == Qt::Key_Escape);
+    const auto* widget = qobject_cast<const QWidget*>(watched);
+    if (!isOfRun || !widget || widget->window() != this) return false;
+    event->ignore();  // a text field would take a blank as typed
+    return true;
+  }));
 }
 
 void DesktopWindow::SetSource(const std::string& path) {

@@ -1,0 +1,132 @@
+#include "app/captions.h"
+#include "app/desktop/log_line.h"
+#include "core/channel.h"
+#include "samples/text_export.h"
+#include "window_run.h"
+
+#include <QMessageBox>
+#include <QPushButton>
+#include <QRadioButton>
+#include <set>
+
+namespace sondrix {
+namespace {
+
+constexpr const char* Controls[] = {"Source", "UseBeep", "UseTyp2", "boxLang", "EhoSens", "btnGO", "MaxDiff"};
+
+// The keys of a run work from everywhere and type nothing; behind the run the focus is where it was.
+TEST_F(WindowTest, KeysOfARunWorkWhereverTheFocusIs) {
+  const std::string table = Path("trip.csv");
+  ASSERT_TRUE(WriteTextExport(table, TableForm(), 3'000'000));
+  const std::string echogram = WriteEchogram();
+  Fields().DepthMP = "0x1000";
+  for (const std::string& source : {echogram, table}) {
+    for (const char* control : Controls) {
+      Find(control)->setFocus();
+      window->SetSource(source);
+      const auto press = [&](Qt::Key key) { QTest::keyClick(window->focusWidget(), key); };
+      const auto held = [&] {
+        std::string all;
+        for (const Field& field : sondrix::Fields()) {
+          if (field.name != "TargetName") all += FieldText(Fields(), field) + '\n';
+        }
+        return all;
+      };
+      const std::string before = held();
+      RunChosen({[&] { press(Qt::Key_Space); },
+                 [&] {
+                   EXPECT_TRUE(window->TheSession().state.PauseFlag) << control;
+                   if (!Find(control)->isEnabled()) press(Qt::Key_Down);  // wherever the focus is now
+                   press(Qt::Key_F5);
+                   press(Qt::Key_Space);
+                 },
+                 [&] {
+                   EXPECT_FALSE(window->TheSession().state.PauseFlag) << control;
+                   press(Qt::Key_Escape);
+                 }},
+                [&] { press(Qt::Key_F5); });
+      EXPECT_TRUE(window->TheSession().state.StopFlag) << control;
+      EXPECT_EQ(held(), before) << control;
+      EXPECT_EQ(Utf8Of(window->focusWidget()->objectName()), control);
+    }
+  }
+}
+
+TEST_F(WindowTest, TheTabulatorReachesTheChosenChannelAlone) {
+  for (const char* channel : {"UseTyp2", "UseTyp0", "UseTyp9"}) {
+    if (!Checked(channel)) Click(channel);
+    Find("Source")->setFocus();
+    std::set<std::string> options;
+    for (int i = 0; i < 60; ++i) {
+      QTest::keyClick(window->focusWidget(), Qt::Key_Tab);
+      const std::string name = Utf8Of(window->focusWidget()->objectName());
+      if (name.starts_with("UseTyp")) options.insert(name);
+    }
+    EXPECT_EQ(options, std::set<std::string>{channel});
+    EXPECT_TRUE(Checked(channel));
+  }
+}
+
+TEST_F(WindowTest, ToolkitDialogsSpeakTheChosenLanguage) {
+  const char* const yes[] = {"&Да", "&Yes", "&Ja"};
+  const char* const ok[] = {"ОК", "OK", "OK"};
+  const DesktopServices services = ToolkitServices(window.get());
+  for (int language : {0, 1, 2, 0}) {
+    ChooseLanguage(language);
+    std::vector<std::string> captions;
+    const auto answer = [&] {
+      for (auto* box : window->findChildren<QMessageBox*>()) {
+        captions.push_back(Utf8Of(box->buttons().front()->text()));
+        box->buttons().front()->click();
+      }
+    };
+    QTimer::singleShot(0, window.get(), answer);
+    EXPECT_TRUE(services.ask("?", ""));
+    QTimer::singleShot(0, window.get(), answer);
+    services.inform("!", "");
+    EXPECT_EQ(captions, (std::vector<std::string>{yes[language], ok[language]}));
+  }
+}
+
+TEST_F(WindowTest, TheFinalLineIsReadWhole) {
+  auto* line = static_cast<LogLine*>(Find("Att"));
+  const QRect oneRow = line->geometry();
+  for (int language : {0, 1, 2}) {
+    ChooseLanguage(language);
+    RunWith({});
+    EXPECT_TRUE(line->IsWhole()) << window->Att();
+    EXPECT_EQ(Utf8Of(line->toolTip()), window->Att());
+    EXPECT_TRUE(line->text().contains(QLatin1String("*"))) << window->Att();
+  }
+  line->ShowLine(std::string(500, 'x'));
+  EXPECT_FALSE(line->IsWhole());
+  EXPECT_EQ(line->toolTip().size(), 500);
+  EXPECT_LT(line->geometry().bottom(), Find("btnGO")->geometry().top());
+  EXPECT_GT(line->geometry().top(), Find("ECHO")->geometry().bottom());
+  line->ShowLine(" * done");
+  EXPECT_EQ(line->geometry(), oneRow);
+}
+
+TEST_F(WindowTest, NotesStandOverThePicturesUntilARun) {
+  const auto* notes = Find<QLabel>("Notes");
+  window->ShowNotes({"lake.sl3: 318 frames", "<b> as it is"});
+  EXPECT_TRUE(notes->isVisible());
+  EXPECT_TRUE(Find("ECHO")->geometry().united(Find("SMPL")->geometry()).contains(notes->geometry()));
+  EXPECT_EQ(notes->text(), "lake.sl3: 318 frames\n<b> as it is");
+  window->MarkChannels({Channel::Primary, Channel::Scan3D});
+  EXPECT_EQ(Find("UseTyp9")->toolTip(), "Not in this source");
+  EXPECT_NE(Find("UseTyp9")->palette().color(QPalette::WindowText),
+            Find("UseTyp2")->palette().color(QPalette::WindowText));
+  ChooseLanguage(2);
+  EXPECT_EQ(Find("UseTyp0")->toolTip(), "Nicht in dieser Datei");
+  EXPECT_TRUE(Find("UseTyp0")->isEnabled());
+  RunWith({[&] { EXPECT_FALSE(notes->isVisible()); }});
+  window->ShowNotes({"again"});
+  window->ShowNotes({});
+  EXPECT_FALSE(notes->isVisible());
+  window->MarkChannels({});
+  EXPECT_EQ(Find("UseTyp0")->toolTip(), "");
+}
+
+}  // namespace
+}  // namespace sondrix
