@@ -2,11 +2,8 @@
 # target as one, so that it goes through the standard library's headers once for each target and not for each source.
 # Names of the same spelling in two sources meet there; one of the two stays out, to be checked by itself.
 foreach(alone
-    sondrix_echo:src/echo/depth_check.cpp
-    sondrix_echo:src/echo/views_3d.cpp
     sondrix_jobs:src/jobs/job_csv.cpp
     sondrix_jobs:src/jobs/job_log.cpp
-    sondrix_app:src/app/ini_file.cpp
     sondrix_app:src/app/language.cpp
     sondrix_desktop_lib:src/app/desktop/run_panel.cpp
     sondrix_samples:samples/lake.cpp

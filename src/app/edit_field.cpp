@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::size_t MaxProcCharacters = 2;
 
-std::optional<int> WholeOf(std::string_view text) {
+std::optional<int> ParseWhole(std::string_view text) {
   int value = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
@@ -36,14 +36,14 @@ EditResult EditFlag(Session& session, const Field& field, std::string_view value
 }
 
 EditResult EditContrast(Session& session, const Field& field, std::string_view value) {
-  const auto contrast = WholeOf(value);
+  const auto contrast = ParseWhole(value);
   if (!contrast || *contrast < MinEhoSens || *contrast > MaxEhoSens) return EditResult::BadValue;
   session.settings.*field.number = *contrast;
   return EditResult::Done;
 }
 
 EditResult EditChannel(Session& session, const Field& field, std::string_view value) {
-  const auto number = WholeOf(value);
+  const auto number = ParseWhole(value);
   const auto channel = number ? ChannelOf(*number) : std::nullopt;
   if (!channel) return EditResult::BadValue;
   session.settings.*field.number = *number;

@@ -4,6 +4,7 @@
 #include "core/code_page.h"
 #include "core/fault.h"
 #include "core/files.h"
+#include "core/text.h"
 #include "platform/platform.h"
 
 #include <algorithm>
@@ -14,12 +15,6 @@ namespace {
 constexpr std::string_view AnyFile = "*.*";
 constexpr std::string_view SourceTitle = "Выберите исходный файл:";
 constexpr std::size_t MaxInitial = 255;  // characters
-
-std::string_view Trimmed(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(' ');
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
 
 std::string_view UpToZero(std::string_view text) { return text.substr(0, text.find('\0')); }
 

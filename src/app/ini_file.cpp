@@ -3,6 +3,7 @@
 #include "core/code_page.h"
 #include "core/fault.h"
 #include "core/files.h"
+#include "core/text.h"
 #include "platform/file_system.h"
 
 #include <algorithm>
@@ -14,14 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string_view Trimmed(std::string_view text) {
-  constexpr std::string_view blanks = " \t\r";
-  const std::size_t first = text.find_first_not_of(blanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
-
-char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+constexpr std::string_view Blanks = " \t\r";
 
 bool SameName(std::string_view one, std::string_view other) {
   return std::equal(one.begin(), one.end(), other.begin(), other.end(),
@@ -63,15 +57,15 @@ Line NextLine(std::string_view text, std::size_t& position) {
   const std::size_t lineEnd = std::min(text.find('\n', position), text.size());
   position = std::min(lineEnd + 1, text.size());
   line.end = lineEnd > line.begin && text[lineEnd - 1] == '\r' ? lineEnd - 1 : lineEnd;
-  const std::string_view content = Trimmed(text.substr(line.begin, line.end - line.begin));
+  const std::string_view content = Trimmed(text.substr(line.begin, line.end - line.begin), Blanks);
   if (content.starts_with('[')) {
     line.section = content;
     return line;
   }
   const std::size_t equals = content.find('=');
   if (content.starts_with(';') || equals == std::string_view::npos) return line;
-  line.key = Trimmed(content.substr(0, equals));
-  line.value = Trimmed(content.substr(equals + 1));
+  line.key = Trimmed(content.substr(0, equals), Blanks);
+  line.value = Trimmed(content.substr(equals + 1), Blanks);
   return line;
 }
 
@@ -86,7 +80,7 @@ std::optional<Stretch> SectionIn(std::string_view text, std::string_view section
     const Line line = NextLine(text, position);
     if (line.section.empty()) continue;
     if (found) return Stretch{found->begin, line.begin};
-    const std::string_view name = Trimmed(line.section.substr(1, line.section.find(']') - 1));
+    const std::string_view name = Trimmed(line.section.substr(1, line.section.find(']') - 1), Blanks);
     if (SameName(name, section)) found = Stretch{position, text.size()};
   }
   return found;
@@ -108,7 +102,7 @@ std::string_view CutTo(std::string_view text, std::size_t characters) {
 std::string Written(std::string value) {
   std::replace_if(
       value.begin(), value.end(), [](char c) { return c == '\r' || c == '\n' || c == '\0'; }, ' ');
-  const bool isKept = Unquoted(Trimmed(value)).size() == value.size();
+  const bool isKept = Unquoted(Trimmed(value, Blanks)).size() == value.size();
   return isKept ? value : '"' + value + '"';
 }
 
@@ -128,7 +122,8 @@ void PutValue(std::string& text, std::string_view section, std::string_view key,
   std::size_t place = stretch->begin;
   for (std::size_t position = stretch->begin; position < stretch->end;) {
     const Line line = NextLine(text, position);
-    if (!Trimmed(std::string_view(text).substr(line.begin, line.end - line.begin)).empty()) place = position;
+    if (!Trimmed(std::string_view(text).substr(line.begin, line.end - line.begin), Blanks).empty())
+      place = position;
   }
   const bool isOpen = place > 0 && text[place - 1] != '\n';
   text.insert(place, (isOpen ? "\r\n" : "") + std::string(key) + "=" + value + "\r\n");

@@ -38,12 +38,6 @@ void EndLink(OziLink& link) {
 
 }  // namespace
 
-std::string WithSeparator(std::string_view folder) {
-  std::string text(folder);
-  if (text.empty() || !IsSeparator(text.back())) text += PathSeparator;
-  return text;
-}
-
 std::string StorePath(std::string_view programFolder, std::string_view configFolder, std::string_view stem,
                       std::string_view extension) {
   const std::string_view folder = CanWriteFolder(programFolder) ? programFolder : configFolder;

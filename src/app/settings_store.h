@@ -10,9 +10,6 @@
 
 namespace sondrix {
 
-// The folder's text with a separator at its end.
-std::string WithSeparator(std::string_view folder);
-
 // The path of a file of the program's own: stem + extension (".ini", ".txt") in the program's folder, or in
 // the user's configuration folder where the former can't be written.
 std::string StorePath(std::string_view programFolder, std::string_view configFolder, std::string_view stem,

@@ -101,6 +101,12 @@ bool IsSeparator(char c) { return c == '/' || c == PathSeparator; }
 
 fs::path PathOf(std::string_view utf8) { return fs::path(std::u8string(utf8.begin(), utf8.end())); }
 
+std::string WithSeparator(std::string_view folder, std::size_t longerThan) {
+  std::string text(folder);
+  if (CharacterCount(text) > longerThan && !IsSeparator(text.back())) text += PathSeparator;
+  return text;
+}
+
 std::string_view FileNameOf(std::string_view path) {
   const std::size_t last = LastSeparator(path);
   return last == std::string_view::npos ? path : path.substr(last + 1);

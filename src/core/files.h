@@ -21,6 +21,10 @@ inline constexpr auto PathSeparator = static_cast<char>(std::filesystem::path::p
 // Whether c separates the parts of a path here: on Windows both slashes do.
 bool IsSeparator(char c);
 
+// A folder as the start of a path: with a separator behind it, if it has none and is longer than that many
+// characters.
+std::string WithSeparator(std::string_view folder, std::size_t longerThan = 0);
+
 // A path of the file system from its UTF-8 text.
 std::filesystem::path PathOf(std::string_view utf8);
 

@@ -64,7 +64,7 @@ constexpr std::array FieldTable = {
           &S::UseRad, nullptr},
 };
 
-int WholeOf(std::string_view digits) {
+int DigitsValue(std::string_view digits) {
   int value = 0;
   for (const char digit : digits) value = value * 10 + (digit - '0');
   return value;
@@ -76,7 +76,7 @@ Settings::Settings() {
   for (const Field& field : FieldTable) {
     if (field.text) this->*field.text = field.defaultText;
     if (field.flag) this->*field.flag = field.defaultText == "1";
-    if (field.number) this->*field.number = WholeOf(field.defaultText);
+    if (field.number) this->*field.number = DigitsValue(field.defaultText);
   }
 }
 

@@ -4,6 +4,8 @@
 
 namespace sondrix {
 
+inline constexpr float EchoX = 510;  // where a frame's column is drawn on ECHO
+
 // Leaves nothing to be drawn on SMPL and forgets the frame.
 void DropCurve(Pictures& pictures);
 

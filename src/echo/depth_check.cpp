@@ -26,7 +26,7 @@ constexpr float JumpLimit = 2.0F;       // metres
 constexpr float FishDelta = -0.5F;      // metres
 constexpr int FishRows = 10;
 
-constexpr int DepthDigits = 2;
+constexpr int OwnDepthDigits = 2;
 
 std::int16_t FloorRow(double row) {
   using Limits = std::numeric_limits<std::int16_t>;
@@ -109,7 +109,7 @@ DepthResult CompareDepths(DepthState& state, const DepthFrame& frame, bool searc
   const auto rows = static_cast<double>(frame.Samples.size());
   const auto depth = static_cast<double>(frame.DepthM);
   const auto scale = static_cast<double>(frame.ScaleM);
-  auto ownDepth = static_cast<float>(RoundTo(scale / rows * state.OwnRow, DepthDigits));
+  auto ownDepth = static_cast<float>(RoundTo(scale / rows * state.OwnRow, OwnDepthDigits));
   state.SounderRow = ToWhole32(depth / scale * rows);
   if (!IsCompared(frame.Selected)) {
     ownDepth = frame.DepthM;
@@ -124,8 +124,8 @@ DepthResult CompareDepths(DepthState& state, const DepthFrame& frame, bool searc
     }
   }
   DepthResult result;
-  result.DepthDelta = static_cast<float>(RoundTo(static_cast<double>(ownDepth) - depth, DepthDigits));
-  result.OwnDepth = static_cast<float>(RoundTo(static_cast<double>(ownDepth), DepthDigits));
+  result.DepthDelta = static_cast<float>(RoundTo(static_cast<double>(ownDepth) - depth, OwnDepthDigits));
+  result.OwnDepth = static_cast<float>(RoundTo(static_cast<double>(ownDepth), OwnDepthDigits));
   return result;
 }
 

@@ -16,7 +16,6 @@ constexpr float EchoWidth = 512;
 constexpr float CurveWidth = 256;
 constexpr float ScaleWidth = 100;
 constexpr float Height3D = 256;
-constexpr float EchoX = 510;  // where a frame's column is drawn
 
 constexpr float DeepestScaleM = 150;  // a deeper scale isn't believed
 constexpr float DefaultScaleM = 15;

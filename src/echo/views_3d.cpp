@@ -11,7 +11,6 @@ constexpr int DucerRow = 128;
 // On ECHO an entry is two rows, counted from the boat's line.
 constexpr int BoatRow = 256;
 constexpr int LastEchoRow = 512;
-constexpr float EchoX = 510;
 
 int AwayFromBoat(Side3D side) { return side == Side3D::Left ? -1 : 1; }
 

@@ -1,4 +1,3 @@
-#include "core/code_page.h"
 #include "core/fault.h"
 #include "core/files.h"
 #include "core/messages.h"
@@ -56,9 +55,8 @@ bool PrepareFields(Run& run) {
     run.window.SetAtt(run.messages.MsgTargetDenied);
     return false;
   }
-  if (CharacterCount(target) > RootLength && !IsSeparator(target.back())) {
-    SetField(run, settings.TargetPath, "TargetPath", target + PathSeparator);
-  }
+  std::string folder = WithSeparator(target, RootLength);
+  if (folder != target) SetField(run, settings.TargetPath, "TargetPath", std::move(folder));
   if (settings.DepthMP.empty()) SetField(run, settings.DepthMP, "DepthMP", std::string(DefaultPoiType));
   return true;
 }

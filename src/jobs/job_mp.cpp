@@ -5,6 +5,7 @@
 #include "core/messages.h"
 #include "core/run.h"
 #include "core/settings.h"
+#include "core/text.h"
 #include "core/window.h"
 #include "jobs/line_input.h"
 
@@ -35,18 +36,10 @@ struct MpRun {
   std::int32_t polylines = 0;  // data lines that produced points
 };
 
-char Folded(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
 // start is in lower case.
 bool StartsWith(std::string_view line, std::string_view start) {
   return line.size() >= start.size() &&
-         std::equal(start.begin(), start.end(), line.begin(), [](char s, char c) { return s == Folded(c); });
-}
-
-std::string_view Trimmed(std::string_view line) {
-  const std::size_t first = line.find_first_not_of(' ');
-  if (first == std::string_view::npos) return {};
-  return line.substr(first, line.find_last_not_of(' ') - first + 1);
+         std::equal(start.begin(), start.end(), line.begin(), [](char s, char c) { return s == Lower(c); });
 }
 
 // What fails to be written is gone, so that the closing doesn't write it once more.

@@ -14,7 +14,7 @@ void ClearViewOzi(Settings& settings, Window& window) {
   window.ShowField("ViewOzi");
 }
 
-void Refuse(std::string_view message, Settings& settings, Window& window) {
+void RefuseLink(std::string_view message, Settings& settings, Window& window) {
   window.Beep();
   window.SetAtt(message);
   ClearViewOzi(settings, window);
@@ -25,15 +25,15 @@ void Refuse(std::string_view message, Settings& settings, Window& window) {
 void OpenLink(OziLink& link, Settings& settings, const Messages& messages, Window& window) {
   try {
     if (!link.IsOpen && !link.Load(link)) {
-      Refuse(messages.MsgCopyApi, settings, window);
+      RefuseLink(messages.MsgCopyApi, settings, window);
       return;
     }
     window.SetAtt(" API v" + link.GetApiVersion());
     link.IsOpen = true;
     window.SetAtt(" запущен OziExplorer v" + link.GetVersion() + std::string(window.Att()));
-    if (link.FindOzi() != 0) Refuse(messages.MsgRunOzi, settings, window);
+    if (link.FindOzi() != 0) RefuseLink(messages.MsgRunOzi, settings, window);
   } catch (const std::exception&) {
-    Refuse(messages.MsgCopyApi, settings, window);
+    RefuseLink(messages.MsgCopyApi, settings, window);
   }
 }
 

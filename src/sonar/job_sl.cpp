@@ -33,7 +33,7 @@ constexpr std::size_t CsvPiece = 0x8000;  // characters that are collected befor
 constexpr std::size_t PercentWidth = 3;   // characters of a progress line that the final percentage replaces
 
 // A blank field counts as 0. Fault 13 for a text that is no number.
-std::int32_t WholeOf(std::string_view text) { return ToWhole32(LocParse(Nz(text))); }
+std::int32_t WholeField(std::string_view text) { return ToWhole32(LocParse(Nz(text))); }
 
 void Refuse(Run& run, std::string_view message) {
   run.window.Beep();
@@ -48,11 +48,11 @@ void MakeEchoFolder(Run& run) {
 void ReadRunNumbers(SlRun& sl) {
   const Settings& settings = sl.run.settings;
   RunState& state = sl.run.state;
-  state.DefectPause = std::max(WholeOf(settings.DefSlp), MinDefectPause);
+  state.DefectPause = std::max(WholeField(settings.DefSlp), MinDefectPause);
   if (Is3D(state.SelectedChannel)) state.DefectPause = ToWhole32(state.DefectPause / PauseShare3D);
-  sl.DefectLevel = std::max(WholeOf(settings.DefLvl), 1);
-  sl.FirstIndex = std::max(WholeOf(settings.ScanSkip), 0);
-  sl.LastIndex = std::max(WholeOf(settings.ScanCut), 0);
+  sl.DefectLevel = std::max(WholeField(settings.DefLvl), 1);
+  sl.FirstIndex = std::max(WholeField(settings.ScanSkip), 0);
+  sl.LastIndex = std::max(WholeField(settings.ScanCut), 0);
 }
 
 void OpenFiles(SlRun& sl, std::size_t blockSize) {

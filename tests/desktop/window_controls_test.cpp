@@ -186,7 +186,7 @@ TEST_F(WindowTest, SettingsComeBackAtTheNextStart) {
 TEST(LogLine, ProgressIsTheFirstPercentage) {
   const std::pair<const char*, int> cases[] = {
       {" ! log-file error 7% offset 5%", 7}, {"% 5", -1}, {" 100% ", 100}, {" 250%", -1}};
-  for (const auto& [line, percent] : cases) EXPECT_EQ(PercentOf(line), percent) << line;
+  for (const auto& [line, percent] : cases) EXPECT_EQ(PercentIn(line), percent) << line;
 }
 
 }  // namespace

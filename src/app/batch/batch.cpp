@@ -55,8 +55,7 @@ std::optional<std::string> LoadIni(Session& session, const std::string& iniFile)
 // The separator behind a folder makes the click create the folder itself.
 std::string AsFolder(std::string path) {
   const bool isBareDrive = PathSeparator == '\\' && path.size() == 2 && path[1] == ':';
-  if (!path.empty() && !IsSeparator(path.back()) && !isBareDrive) path += PathSeparator;
-  return path;
+  return isBareDrive ? path : WithSeparator(path);
 }
 
 std::optional<std::string> ApplyEdit(Session& session, const FieldEdit& edit) {

@@ -1,6 +1,5 @@
 #include "app/batch/output_clash.h"
 
-#include "core/code_page.h"
 #include "core/files.h"
 #include "core/settings.h"
 #include "platform/file_system.h"
@@ -27,11 +26,7 @@ std::string PlaceOf(const std::string& path) {
   return spelled;
 }
 
-std::string FolderOf(const Settings& settings) {
-  std::string folder = settings.TargetPath;
-  if (CharacterCount(folder) > 3 && !IsSeparator(folder.back())) folder += PathSeparator;
-  return folder;
-}
+std::string FolderOf(const Settings& settings) { return WithSeparator(settings.TargetPath, 3); }
 
 // What is put behind the target's name, by the source's extension; the last row serves all others.
 struct OutputRow {

@@ -45,7 +45,7 @@ QStringList RowsOf(const QString& text, const QFont& letters, int width) {
 
 }  // namespace
 
-int PercentOf(std::string_view line) {
+int PercentIn(std::string_view line) {
   const std::size_t end = line.find('%');
   if (end == std::string_view::npos) return -1;
   std::size_t start = end;
@@ -71,7 +71,7 @@ void LogLine::ShowLine(std::string_view line) {
     setPalette(colours);
   }
   // A line without a percentage leaves the bar where it is.
-  if (const int percent = PercentOf(line); isRunning_ && percent >= 0) percent_ = percent;
+  if (const int percent = PercentIn(line); isRunning_ && percent >= 0) percent_ = percent;
 }
 
 void LogLine::SetPlaces(const QRect& one, const QRect& two) {

@@ -7,7 +7,7 @@
 namespace sondrix {
 
 // The percentage that a line of progress tells: the digits before its first "%"; -1 where there is none.
-int PercentOf(std::string_view line);
+int PercentIn(std::string_view line);
 
 // The log line: a line of text, faults in red, and during a run a slim bar of its progress at the foot. A
 // text that its room doesn't hold stands in two rows in a higher room, its middle left out if it is longer

@@ -104,8 +104,7 @@ void DesktopWindow::OpenOutputs() {
 
 void DesktopWindow::SavePicture() {
   const QPixmap graph = runPanel_->Graph();
-  std::string folder = session_.settings.TargetPath;
-  if (!folder.empty() && !IsSeparator(folder.back())) folder += PathSeparator;
+  const std::string folder = WithSeparator(session_.settings.TargetPath);
   const std::string path = services.askPicture(folder + "sondrix.png");
   if (!path.empty() && !graph.save(QtText(path))) throw Fault(FaultNumber::PathAccess);
 }
