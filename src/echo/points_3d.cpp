@@ -1,6 +1,6 @@
 #include "echo/points_3d.h"
 
-#include "core/depth_text.h"
+#include "core/depth_report.h"
 #include "core/fault.h"
 #include "core/fix.h"
 #include "core/rounding.h"
@@ -63,7 +63,8 @@ bool PassesLimits(const RunLimits& limits, std::uint8_t distByte, std::uint8_t& 
 void AppendPoint(Walk& walk, double sideAngle, double distM, float entryDepth) {
   Run& run = walk.run;
   const LatLon place = DestPoint(walk.fix.TrackLat, walk.fix.TrackLon, sideAngle, distM, PointDigits);
-  const std::string depth = Ft2Mt(entryDepth, run.limits.DepthAddM, DepthDigits, run.settings, run.window);
+  const std::string depth =
+      Ft2MtOrReport(entryDepth, run.limits.DepthAddM, DepthDigits, run.settings, run.window);
   AddSounding(run.settings, place.Lat, place.Lon, depth, walk.fix.StampText, walk.csv);
 }
 

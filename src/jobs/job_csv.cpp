@@ -1,7 +1,7 @@
 #include "jobs/job_csv.h"
 
 #include "core/code_page.h"
-#include "core/depth_text.h"
+#include "core/depth_report.h"
 #include "core/messages.h"
 #include "core/number_text.h"
 #include "core/point.h"
@@ -86,7 +86,8 @@ bool TakeRow(CsvRun& csv, std::string_view line) {
 void TakeExportDepth(CsvRun& csv) {
   Point& point = csv.point;
   point.Feet = FloatOf(csv.columns.At(ColDepth));
-  csv.depth = Ft2Mt(point.Feet, csv.run.limits.DepthAddM, DepthDigits, csv.run.settings, csv.run.window);
+  csv.depth =
+      Ft2MtOrReport(point.Feet, csv.run.limits.DepthAddM, DepthDigits, csv.run.settings, csv.run.window);
   point.DepthText = csv.depth;
   point.Depth = FloatOf(csv.depth);
 }

@@ -1,7 +1,7 @@
 #include "jobs/job_log.h"
 
 #include "core/code_page.h"
-#include "core/depth_text.h"
+#include "core/depth_report.h"
 #include "core/messages.h"
 #include "core/number_text.h"
 #include "core/point.h"
@@ -125,7 +125,8 @@ void ReadDepth(LogRun& log) {
   log.point.Depth = 0;
   if (field.empty()) return;
   log.point.Feet = FloatOf(field);
-  log.depth = Ft2Mt(log.point.Feet, log.run.limits.DepthAddM, DepthDigits, log.run.settings, log.run.window);
+  log.depth =
+      Ft2MtOrReport(log.point.Feet, log.run.limits.DepthAddM, DepthDigits, log.run.settings, log.run.window);
   log.point.Depth = FloatOf(log.depth);
 }
 

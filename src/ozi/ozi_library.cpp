@@ -4,6 +4,7 @@
 #include "core/files.h"
 #include "ozi/ozi_link.h"
 #include "platform/platform.h"
+#include "platform/shared_library.h"
 
 #include <array>
 #include <cfenv>
@@ -12,19 +13,7 @@
 #include <stdexcept>
 #include <string_view>
 
-#if defined(_WIN32) && !defined(_WIN64)
-#define SONDRIX_OZI_CALL __stdcall
-#else
-#define SONDRIX_OZI_CALL
-#endif
-
 namespace sondrix {
-
-#ifdef _WIN32
-const std::string_view OziLibraryName = "OziAPI.dll";
-#else
-const std::string_view OziLibraryName = "liboziapi.so";
-#endif
 
 namespace {
 
@@ -47,7 +36,7 @@ class KeepFloatingPoint {
 };
 
 template <typename... Arguments>
-using Function = int32_t(SONDRIX_OZI_CALL*)(Arguments...);
+using Function = int32_t(SONDRIX_LIBRARY_CALL*)(Arguments...);
 
 // A call of the library under its name.
 template <typename... Arguments>
@@ -149,12 +138,14 @@ void TakeCalls(OziLink& link, const std::shared_ptr<const OziLibrary>& library) 
 
 }  // namespace
 
+std::string OziLibraryName() { return LibraryFileName("OziAPI"); }
+
 std::vector<std::string> OziLibraryFolders() { return {ProgramFolder(), SystemLibraryFolder()}; }
 
 bool LoadOziLibrary(OziLink& link, std::span<const std::string> folders) {
   const KeepFloatingPoint keep;
   for (const std::string& folder : folders) {
-    const auto library = std::make_shared<OziLibrary>(folder + PathSeparator + std::string(OziLibraryName));
+    const auto library = std::make_shared<OziLibrary>(folder + PathSeparator + OziLibraryName());
     if (!library->file.IsLoaded() || !library->Bind()) continue;
     TakeCalls(link, library);
     return true;

@@ -9,7 +9,7 @@ namespace sondrix {
 struct OziLink;
 
 // The file name of the map program's library: OziAPI.dll, or liboziapi.so.
-extern const std::string_view OziLibraryName;
+std::string OziLibraryName();
 
 // The folders in which the library is looked for: the program's own, then the machine's. Never the current
 // one, where a recording from anywhere may bring a library along.

@@ -62,7 +62,8 @@ FileState StateOfHandle(HANDLE handle, std::error_code& error) {
 bool IgnoresCaseOfNames() { return true; }
 
 bool IsQuotaUsedUp(std::error_code error) {
-  return error == std::error_code(ERROR_DISK_QUOTA_EXCEEDED, std::system_category());
+  constexpr int diskQuotaExceeded = 1295;  // which the compiler's headers don't name
+  return error == std::error_code(diskQuotaExceeded, std::system_category());
 }
 
 FileState StateOf(std::FILE* file, std::error_code& error) {

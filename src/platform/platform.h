@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <string>
@@ -43,29 +42,6 @@ std::vector<std::string> ProgramArguments(int argc, const char* const* argv);
 // code page is.
 bool IsTerminal(std::FILE* file);
 void PutText(std::FILE* file, std::string_view text);
-
-// Where the machine's own libraries for all programs lie.
-std::string SystemLibraryFolder();
-
-// A library that is loaded while the program runs, and stays so as long as this record lives. It is taken
-// from the very file that is named, never from a search; its own libraries may lie beside it.
-class SharedLibrary {
- public:
-  using Address = void (*)();
-
-  explicit SharedLibrary(std::string_view path);
-  ~SharedLibrary();
-  SharedLibrary(const SharedLibrary&) = delete;
-  SharedLibrary& operator=(const SharedLibrary&) = delete;
-  // False for a file that is missing, damaged, or made for another kind of processor.
-  bool IsLoaded() const { return handle_ != nullptr; }
-  // A function, null where the library has none of that name. argumentBytes: what the arguments take on the
-  // stack, which 32-bit Windows libraries may carry in the name.
-  Address Find(std::string_view name, std::size_t argumentBytes) const;
-
- private:
-  void* handle_ = nullptr;
-};
 
 // The first of the user's running programs of a name, as long as it lives.
 class SingleInstance {

@@ -1,4 +1,5 @@
 #include "platform/platform.h"
+#include "platform/utf8_windows.h"
 
 #include <algorithm>
 #include <array>
@@ -11,17 +12,6 @@ namespace sondrix {
 namespace {
 
 namespace fs = std::filesystem;
-
-fs::path PathOf(std::string_view utf8) { return fs::path(std::u8string(utf8.begin(), utf8.end())); }
-
-// Half of a pair of surrogates, as a file's name may hold it, becomes the replacement character.
-std::string Utf8Of(std::wstring_view text) {
-  const int length = static_cast<int>(text.size());
-  const int size = WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
-  std::string utf8(static_cast<std::size_t>(size), '\0');
-  WideCharToMultiByte(CP_UTF8, 0, text.data(), length, utf8.data(), size, nullptr, nullptr);
-  return utf8;
-}
 
 HANDLE SystemHandleOf(std::FILE* file) { return reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(file))); }
 
@@ -77,7 +67,7 @@ std::string ConfigFolder() {
 
 // Only an attempt tells: access lists, read-only media and redirected folders all play a part.
 bool CanWriteFolder(std::string_view folder) {
-  const fs::path probe = PathOf(folder) / ("sondrix." + std::to_string(GetCurrentProcessId()) + ".tmp");
+  const fs::path probe = WidePath(folder) / ("sondrix." + std::to_string(GetCurrentProcessId()) + ".tmp");
   const HANDLE file = CreateFileW(probe.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
                                   FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
   if (file == INVALID_HANDLE_VALUE) return false;
@@ -141,41 +131,9 @@ void PutText(std::FILE* file, std::string_view text) {
   WriteConsoleW(SystemHandleOf(file), wide.data(), static_cast<DWORD>(count), &written, nullptr);
 }
 
-std::string SystemLibraryFolder() {
-  std::wstring folder(MAX_PATH, L'\0');
-  folder.resize(GetSystemDirectoryW(folder.data(), MAX_PATH));
-  return Utf8Of(folder);
-}
-
-// A damaged library is no reason for the system's own message box.
-SharedLibrary::SharedLibrary(std::string_view path) {
-  const fs::path file = PathOf(path);
-  if (!file.is_absolute()) return;
-  DWORD before = 0;
-  SetThreadErrorMode(SEM_FAILCRITICALERRORS, &before);
-  handle_ = LoadLibraryExW(file.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
-  SetThreadErrorMode(before, nullptr);
-}
-
-SharedLibrary::~SharedLibrary() {
-  if (handle_) FreeLibrary(static_cast<HMODULE>(handle_));
-}
-
-// Compilers differ in how much of a function's kind they leave in its exported name.
-SharedLibrary::Address SharedLibrary::Find(std::string_view name, std::size_t argumentBytes) const {
-  const std::string plain(name);
-  const std::string decorated = plain + '@' + std::to_string(argumentBytes);
-  for (const std::string& one : {plain, decorated, '_' + decorated}) {
-    if (const FARPROC address = GetProcAddress(static_cast<HMODULE>(handle_), one.c_str())) {
-      return reinterpret_cast<Address>(address);
-    }
-  }
-  return nullptr;
-}
-
 // Each session of a user has its own names.
 SingleInstance::SingleInstance(std::string_view name) {
-  const HANDLE mutex = CreateMutexW(nullptr, FALSE, (L"Local\\" + PathOf(name).wstring()).c_str());
+  const HANDLE mutex = CreateMutexW(nullptr, FALSE, (L"Local\\" + WidePath(name).wstring()).c_str());
   const DWORD error = GetLastError();
   if (mutex) handle_ = reinterpret_cast<std::intptr_t>(mutex);
   isFirst_ = !mutex || error != ERROR_ALREADY_EXISTS;

@@ -65,6 +65,35 @@ TEST_F(AppTest, WritingKeepsAllElse) {
   }
 }
 
+// What stands where the new file grows is from a crash or from somebody else; the ini itself may be a link.
+TEST_F(AppTest, TheNewFileGoesThroughNoLinkAndALinkStaysOne) {
+  namespace fs = std::filesystem;
+  const std::string other = file + ".other", grows = file + ".new";
+  OutputFile(other).Write("mine");
+  OutputFile(grows).Write("from a crash");
+  EXPECT_TRUE(IWrite(file, "Main", "A", "1"));
+  fs::create_hard_link(other, grows);
+  EXPECT_TRUE(IWrite(file, "Main", "A", "2"));
+  std::error_code error;
+  fs::create_symlink(other, grows, error);
+  EXPECT_TRUE(IWrite(file, "Main", "A", "3"));
+  EXPECT_EQ(IRead(file, "Main", "A"), "3");
+  EXPECT_EQ(ReadWhole(other), "mine");
+  EXPECT_FALSE(fs::exists(fs::symlink_status(grows)));
+  if (error) GTEST_SKIP() << "no links here";
+  const std::string link = file + ".link";
+  const auto mode = fs::perms::owner_read | fs::perms::owner_write;
+  for (const fs::path& target : {fs::path(file), fs::path(file).filename(), fs::path(file + ".none")}) {
+    fs::remove(link);
+    fs::create_symlink(target, link);
+    if (fs::exists(link)) fs::permissions(link, mode);
+    EXPECT_TRUE(IWrite(link, "Main", "A", target.string()));
+    EXPECT_TRUE(fs::is_symlink(link)) << target;
+    EXPECT_EQ(IRead(link, "Main", "A"), target.string());
+    EXPECT_TRUE(target.extension() == ".none" || fs::status(link).permissions() == mode) << target;
+  }
+}
+
 TEST_F(AppTest, StoredBesideTheProgramOrInTheConfiguration) {
   EXPECT_EQ(StorePath(folder, "/config", "sondrix", ".ini"), file);
   const std::string config = WithSeparator(folder) + "config" + PathSeparator + "sondrix";

@@ -29,7 +29,7 @@ struct OziRun : TestRun {
     SetVariable("OZI_MOOD", mood);
     link.Load = [this](OziLink& itself) { return LoadOziLibrary(itself, folders); };
   }
-  fs::path Library() const { return folder / "library" / OziLibraryName; }
+  fs::path Library() const { return folder / "library" / OziLibraryName(); }
   std::string Open() {
     settings.ViewOzi = true;
     OpenLink(link, settings, messages, window);

@@ -1,8 +1,16 @@
 #include "platform/platform.h"
 
 #include <cstdlib>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
+
+#ifndef _WIN32
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
 
 namespace sondrix {
 namespace {
@@ -24,6 +32,25 @@ TEST(Platform, OneInstanceOfAName) {
 }
 
 #ifndef _WIN32
+// Only root can make files of another user.
+TEST(Platform, ALockThatIsntTheUsersTellsNothing) {
+  const std::string name = "sondrix-test-" + std::to_string(std::rand());
+  const char* const runtime = std::getenv("XDG_RUNTIME_DIR");
+  const std::string folder = runtime && *runtime ? runtime : std::filesystem::temp_directory_path().string();
+  const std::string file = folder + "/" + name + "." + std::to_string(getuid()) + ".lock";
+  const SingleInstance first(name);
+  EXPECT_FALSE(SingleInstance(name).IsFirst());
+  if (chown(file.c_str(), 65534, 65534) != 0) GTEST_SKIP() << "files can't be given away";
+  EXPECT_TRUE(SingleInstance(name).IsFirst());
+  std::filesystem::remove(file);
+  ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+  const int other = open(file.c_str(), O_RDWR);
+  EXPECT_EQ(flock(other, LOCK_EX), 0);
+  EXPECT_TRUE(SingleInstance(name).IsFirst());
+  close(other);
+  std::filesystem::remove(file);
+}
+
 TEST(Platform, LanguageOfTheEnvironment) {
   const struct {
     const char *all, *messages, *lang;
