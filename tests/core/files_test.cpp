@@ -65,7 +65,11 @@ struct FilesIn : testing::Test {
     return !error;
   }
 
-  const fs::path folder = fs::path(testing::TempDir()) / "sondrix_files_in";
+  // Of this test of this process: tests run at the same time.
+  const fs::path folder =
+      fs::path(testing::TempDir()) /
+      ("sondrix_files_in." + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()) +
+       "." + std::to_string(reinterpret_cast<std::uintptr_t>(this)));
 };
 
 TEST_F(FilesIn, AnIdMeansTheFileWhateverItsName) {
