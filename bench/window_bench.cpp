@@ -64,7 +64,7 @@ struct TextSample {
 std::vector<TextSample> MakeTexts() {
   const auto at = [](const char* name) { return (Folder() / name).string(); };
   std::vector<TextSample> samples = {
-      {"table", at("t.csv")}, {"log", at("l.log")}, {"rows of zero depth", at("z.csv")}};
+      {"a table", at("t.csv")}, {"a log", at("l.log")}, {"10,000 rows of zero depth", at("z.csv")}};
   WriteTextExport(samples[0].path, TableForm(), TextBytes);
   WriteNmeaLog(samples[1].path, TextBytes);
   std::string rows = "Channel,Frequency,,,,Depth,,,,,,PositionX,PositionY,TimeOffset\n";
@@ -158,7 +158,7 @@ int main(int argc, char** argv) {
       windows.push_back(WindowRun(sample.path));
       quotients.push_back(windows.back() / batches.back());
     }
-    std::printf("run of a %s: window %.3f s, batch %.3f s, median of the ratios %.2f\n", sample.name,
+    std::printf("run of %s: window %.3f s, batch %.3f s, median of the ratios %.2f\n", sample.name,
                 Median(windows), Median(batches), Median(quotients));
   }
   std::printf("from the start of the program to a painted window and its end: %.3f s\n", Median(starts));

@@ -74,6 +74,14 @@ TEST(Picture, ResizesItsContent) {
   EXPECT_EQ(Runs(echo, 0), "1. 2B 1.");
   echo.Resize(2, 2, Picture::Columns::Keep);
   EXPECT_EQ(Letters(echo), ".#/R#/");
+  Picture odd(2, 2);
+  odd.DrawDot(1, 0, Black);
+  odd.ScrollLeft();
+  odd.DrawDot(1, 0, Red);
+  odd.Resize(2, 5, Picture::Columns::Keep);
+  EXPECT_EQ(Letters(odd), "#R/#R/#R/../../");
+  odd.DrawDot(0, 1.9, Blue);  // no row of a column stays free
+  EXPECT_EQ(Runs(odd, 0), "2# 3B");
 }
 
 TEST(Face, PaintsInsideThePicture) {

@@ -115,6 +115,13 @@ TEST(Views, SavedPictureHoldsThePanelsSideBySide) {
   EXPECT_EQ(marks, "0# 225# 230B 376R 401R ");
   EXPECT_EQ(Letters(e.pictures.BMP, 233, 100, 7, 3), "..#..../.##..../..#..../");
   EXPECT_EQ(Letters(e.pictures.BMP, 370, 200, 8, 3), "###...../..#...../..#...../");
+  // On a dense screen the letters grow with the panels.
+  ResizeViews(e.pictures, 454, 304, 52, 840);
+  PrepareViews(e.pictures, Channel::Downscan, 420);
+  e.pictures.METR.PrintAt(0, 0, 1);
+  ComposeGraph(e.pictures);
+  EXPECT_EQ(std::pair(e.pictures.BMP.Width(), e.pictures.BMP.Height()), std::pair(807, 840));
+  EXPECT_EQ(Letters(e.pictures.BMP, 761, 0, 8, 4), "....##../....##../..####../..####../");
 }
 
 }  // namespace
