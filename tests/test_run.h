@@ -3,6 +3,7 @@
 #include "app/language.h"
 #include "core/files.h"
 #include "core/messages.h"
+#include "core/outputs.h"
 #include "core/run.h"
 #include "core/run_limits.h"
 #include "core/run_state.h"
@@ -91,8 +92,9 @@ class TestRun {
   Messages messages;
   Pictures pictures;
   OziLink link;
+  Outputs outputs;
   TestWindow window;
-  Run run{settings, limits, state, messages, pictures, link, window};
+  Run run{settings, limits, state, messages, pictures, link, outputs, window};
 };
 
 }  // namespace sondrix

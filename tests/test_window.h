@@ -12,11 +12,13 @@ namespace sondrix {
 // A window without an eye. It keeps what it was shown, and acts for the user at the n-th pump.
 class TestWindow : public Window {
  public:
-  void SetAtt(std::string_view text) override {
+  void SetAtt(std::string_view text, LineKind itsKind = LineKind::Progress) override {
     att = text;
+    kind = itsKind;
     if (lines.empty() || lines.back() != text) lines.emplace_back(text);
   }
   std::string_view Att() const override { return att; }
+  LineKind AttKind() const override { return kind; }
   void RepaintAtt() override {}
   void SetSpd(std::string_view text) override { spd = text; }
   std::string_view Spd() const override { return spd; }
@@ -35,6 +37,7 @@ class TestWindow : public Window {
     if (onPump) onPump(pumps);
   }
   void Wait(int milliseconds) override { waited += milliseconds; }
+  bool IsToEnd() const override { return isToEnd; }
   void Beep() override { ++beeps; }
   bool Ask(std::string_view text, std::string_view) override {
     questions.emplace_back(text);
@@ -50,10 +53,11 @@ class TestWindow : public Window {
   }
 
   std::string att, spd;
+  LineKind kind = LineKind::Progress;
   std::vector<std::string> lines, shown, questions, informed;
   std::map<std::string, bool> enabled;
   std::map<std::string, std::string> captions;
-  bool busy = false;
+  bool busy = false, isToEnd = false;
   int pumps = 0, beeps = 0, waited = 0;
   std::function<void(int)> onPump;         // with the pump's number, from 1
   std::function<bool(std::size_t)> onAsk;  // with the question's number, from 1

@@ -52,7 +52,7 @@ std::string OpenDialog(const FileDialogs& dialogs, Window& window, std::string_v
     const std::string_view path = UpToZero(chosen);
     return std::any_of(path.begin(), path.end(), IsSeparator) ? std::string(path) : std::string();
   } catch (...) {
-    window.SetAtt("ошибка OpenDialog: " + NumberAnd(". ", CaughtFault()));
+    window.SetAtt("ошибка OpenDialog: " + NumberAnd(". ", CaughtFault()), LineKind::Fault);
     return {};
   }
 }
@@ -64,7 +64,7 @@ std::string FolderSel(const FileDialogs& dialogs, Window& window, std::string_vi
     const auto chosen = dialogs.askFolder(folder, std::string(title));
     if (chosen) folder = UpToZero(*chosen);
   } catch (...) {
-    window.SetAtt("ошибка FolderSel: " + NumberAnd(". ", CaughtFault()));
+    window.SetAtt("ошибка FolderSel: " + NumberAnd(". ", CaughtFault()), LineKind::Fault);
   }
   return folder;
 }
@@ -80,7 +80,7 @@ std::string OpenPath(Window& window, std::string_view programFolder) {
   try {
     return OpenPathOf(FileManagerAddress(), programFolder);
   } catch (...) {
-    window.SetAtt("ошибка OpenPath:" + NumberAnd(" - ", CaughtFault()));
+    window.SetAtt("ошибка OpenPath:" + NumberAnd(" - ", CaughtFault()), LineKind::Fault);
     return {};
   }
 }

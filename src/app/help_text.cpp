@@ -57,11 +57,12 @@ void ShowHelp(Session& session, std::string_view file, const HelpReport& report,
     if (IsListed(file)) DeleteIfThere(file);
     MakeFolders(file);
     const std::string help = HelpTextOf(session.langId);
-    WriteF(file, help + "\r\n\r\n\r\n" + ReportLines(report), session.window);
+    Outputs apart = session.outputs;  // no output of the run that may be going on
+    apart.WriteF(file, help + "\r\n\r\n\r\n" + ReportLines(report), session.window);
     ShellOpen(dialogs, session.window, std::string(file));
   } catch (...) {
     session.window.Beep();
-    session.window.SetAtt(FaultLine("btnHelp_Click", CaughtFault()));
+    session.window.SetAtt(FaultLine("btnHelp_Click", CaughtFault()), LineKind::Fault);
   }
 }
 

@@ -5,7 +5,7 @@
 namespace sondrix {
 
 Session::Session(Window& itsWindow)
-    : window(itsWindow), run{settings, limits, state, messages, pictures, link, window} {
+    : window(itsWindow), run{settings, limits, state, messages, pictures, link, outputs, window} {
   link.Load = [](OziLink& itself) { return LoadOziLibrary(itself, OziLibraryFolders()); };
 }
 

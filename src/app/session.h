@@ -2,6 +2,7 @@
 
 #include "app/language.h"
 #include "core/messages.h"
+#include "core/outputs.h"
 #include "core/run.h"
 #include "core/run_limits.h"
 #include "core/run_state.h"
@@ -26,6 +27,7 @@ struct Session {
   LangId langId = 0;
   Pictures pictures;
   OziLink link;
+  Outputs outputs;
   Window& window;
   Run run;
 };

@@ -14,7 +14,7 @@ bool StartSession(Session& session, const StartFacts& facts) {
   if (const auto fault = LoadAtStart(session, iniFile, facts.openPath)) {
     session.state.SelectedChannel = Channel::Primary;
     session.window.Beep();
-    session.window.SetAtt(FaultLine("Load", fault->fault));
+    session.window.SetAtt(FaultLine("Load", fault->fault), LineKind::Fault);
     return false;
   }
   ChannelClick(session.run, ChannelOf(session.settings.UseTyp).value_or(Channel::Downscan));
@@ -24,7 +24,7 @@ bool StartSession(Session& session, const StartFacts& facts) {
   session.window.ShowField("boxLang");
   ApplyLanguage(session, choice.id);
   const std::string_view hint = HintHelpOf(choice.id);
-  if (!hint.empty()) session.window.SetAtt(hint);
+  if (!hint.empty()) session.window.SetAtt(hint, LineKind::Notice);
   return true;
 }
 

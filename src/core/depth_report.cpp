@@ -12,7 +12,8 @@ std::string Ft2MtOrReport(float feet, float addMetres, int digits, const Setting
     return Ft2Mt(feet, addMetres, digits, settings.UseDcm);
   } catch (...) {
     const Fault fault = CaughtFault();
-    window.SetAtt("ошибка Ft2Mt " + std::to_string(fault.Number()) + ": " + std::string(fault.Description()));
+    window.SetAtt("ошибка Ft2Mt " + std::to_string(fault.Number()) + ": " + std::string(fault.Description()),
+                  LineKind::Fault);
     return {};
   }
 }

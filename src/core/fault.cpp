@@ -97,10 +97,12 @@ Fault CaughtFault() {
   }
 }
 
+// The jobs of tables and logs part number and description by a colon.
 std::string FaultLine(std::string_view place, const Fault& fault) {
+  const bool hasColon = place == "JobCsv" || place == "JobLog";
   std::string line = " ! error ";
   line += place;
-  line += ": " + std::to_string(fault.Number()) + ". ";
+  line += ": " + std::to_string(fault.Number()) + (hasColon ? ": " : ". ");
   line += fault.Description();
   return line;
 }

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 namespace sondrix {
 
@@ -35,13 +36,16 @@ std::string_view DescriptionOf(FaultNumber number);
 // A run-time fault: ends the running event or job at its handler, which reports number and description.
 class Fault : public std::exception {
  public:
-  explicit Fault(FaultNumber number) : number_(number) {}
+  // path: of the file that it was met at, where there is one.
+  explicit Fault(FaultNumber number, std::string path = {}) : number_(number), path_(std::move(path)) {}
   int Number() const { return static_cast<int>(number_); }
   std::string_view Description() const { return DescriptionOf(number_); }
+  const std::string& Path() const { return path_; }
   const char* what() const noexcept override;
 
  private:
   FaultNumber number_;
+  std::string path_;
 };
 
 // The fault that an error of the operating system counts as; an unknown one is a device error.
@@ -51,7 +55,8 @@ FaultNumber FaultOfError(std::error_code error);
 // as the faults that they map to. Rethrows what is none of these.
 Fault CaughtFault();
 
-// " ! error " + place + ": " + number + ". " + description, the line that every handler shows.
+// " ! error " + place + ": " + number + ". " + description, the line that every handler shows. With the
+// places "JobCsv" and "JobLog" the number is followed by ": ".
 std::string FaultLine(std::string_view place, const Fault& fault);
 
 }  // namespace sondrix

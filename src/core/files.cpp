@@ -2,11 +2,9 @@
 
 #include "core/code_page.h"
 #include "core/fault.h"
-#include "core/window.h"
 
 #include <cerrno>
 #include <utility>
-#include <vector>
 
 namespace sondrix {
 
@@ -130,15 +128,6 @@ void DeleteIfThere(std::string_view path) {
 }
 
 std::optional<FileId> IdOf(std::string_view path) { return IdAt(PathOf(path)); }
-
-bool SameFile(std::string_view one, std::string_view other) {
-  const auto id = IdOf(one);
-  return id && id == IdOf(other);
-}
-
-void GuardSource(std::string_view output, std::string_view source) {
-  if (SameFile(output, source)) throw Fault(FaultNumber::FileAlreadyOpen);
-}
 
 void FileCloser::operator()(std::FILE* file) const { std::fclose(file); }
 
@@ -276,32 +265,6 @@ std::string ReadWhole(std::string_view path) {
   bytes.resize(static_cast<std::size_t>(file.Length()));
   bytes.resize(file.ReadAt(0, std::span(reinterpret_cast<std::uint8_t*>(bytes.data()), bytes.size())));
   return bytes;
-}
-
-void ReportWriteF(const Fault& fault, Window& window) {
-  window.SetAtt("ошибка WriteF: " + std::to_string(fault.Number()) + ". " + std::string(fault.Description()));
-}
-
-void WriteF(std::string_view path, std::string_view text, Window& window) {
-  std::string bytes;
-  try {
-    bytes = ToCodePage(text);
-  } catch (...) {
-    ReportWriteF(CaughtFault(), window);
-    return;
-  }
-  const std::string_view piece = bytes;
-  WriteBytesF(path, std::span(&piece, 1), window);
-}
-
-void WriteBytesF(std::string_view path, std::span<const std::string_view> pieces, Window& window) {
-  try {
-    std::vector<std::string_view> all(pieces.begin(), pieces.end());
-    all.emplace_back("\r\n");
-    OutputFile(path).Complete(all);
-  } catch (...) {
-    ReportWriteF(CaughtFault(), window);
-  }
 }
 
 }  // namespace sondrix

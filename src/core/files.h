@@ -13,9 +13,6 @@
 
 namespace sondrix {
 
-class Fault;
-class Window;
-
 inline constexpr auto PathSeparator = static_cast<char>(std::filesystem::path::preferred_separator);
 
 // Whether c separates the parts of a path here: on Windows both slashes do.
@@ -41,12 +38,6 @@ void DeleteIfThere(std::string_view path);
 // Of the file that a path leads to, links followed; none where there is none. Faults where that can't be
 // found out.
 std::optional<FileId> IdOf(std::string_view path);
-
-// Whether both paths lead to the same existing file, links followed. Faults where that can't be found out.
-bool SameFile(std::string_view one, std::string_view other);
-
-// To be called before an output is opened: fault 55 if its path leads to the run's own source.
-void GuardSource(std::string_view output, std::string_view source);
 
 struct FileCloser {
   void operator()(std::FILE* file) const;
@@ -127,15 +118,5 @@ class GrowingFile {
 
 // The whole file as bytes.
 std::string ReadWhole(std::string_view path);
-
-// Puts "ошибка WriteF: " + number + ". " + description into the log line.
-void ReportWriteF(const Fault& fault, Window& window);
-
-// Replaces path by text and one CR LF, in the 8-bit code page. A fault is reported as above, no file that
-// ends too early stays, and the caller goes on.
-void WriteF(std::string_view path, std::string_view text, Window& window);
-
-// The same for pieces of text that are 8-bit bytes already; they are written one after the other.
-void WriteBytesF(std::string_view path, std::span<const std::string_view> pieces, Window& window);
 
 }  // namespace sondrix

@@ -8,6 +8,7 @@ struct RunState;
 struct Messages;
 struct OziLink;
 struct Pictures;
+class Outputs;
 class Window;
 
 // What a click and a job may use: the one record that is handed down.
@@ -18,6 +19,7 @@ struct Run {
   const Messages& messages;
   Pictures& pictures;
   OziLink& link;
+  Outputs& outputs;
   Window& window;
 };
 

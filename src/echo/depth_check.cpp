@@ -40,7 +40,7 @@ void SaveFramePicture(Run& run, std::int32_t frameCounter) {
   path.append("echo").push_back(PathSeparator);
   AppendWhole(path, frameCounter);
   path.append(".bmp");
-  SaveGraph(run.pictures, path);
+  SaveGraph(run.pictures, run.outputs, path);
 }
 
 void ShowCheck(Run& run, DepthState& state, const DepthFrame& frame, const DepthResult& result,

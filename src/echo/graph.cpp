@@ -1,4 +1,4 @@
-#include "core/files.h"
+#include "core/outputs.h"
 #include "echo/face.h"
 #include "echo/views.h"
 #include "formats/bmp.h"
@@ -45,14 +45,14 @@ void ComposeGraph(Pictures& pictures) {
   }
 }
 
-void SaveGraph(Pictures& pictures, std::string_view path) {
+void SaveGraph(Pictures& pictures, Outputs& outputs, std::string_view path) {
   ComposeGraph(pictures);
   const Picture& bmp = pictures.BMP;
   const auto pixels = static_cast<std::size_t>(bmp.Stride()) * static_cast<std::size_t>(bmp.Height());
   const std::vector<std::uint8_t> bytes =
       BmpBytes({bmp.Row(0), pixels}, bmp.Width(), bmp.Height(), bmp.Stride());
   const std::string_view whole(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-  OutputFile(path).Complete(std::span(&whole, 1));
+  outputs.Write(path, std::span(&whole, 1));
 }
 
 }  // namespace sondrix

@@ -10,6 +10,7 @@
 namespace sondrix {
 
 struct Messages;
+class Outputs;
 class Window;
 
 enum class Side3D { Left, Right };
@@ -67,6 +68,6 @@ void Refresh(Pictures& pictures);
 void ComposeGraph(Pictures& pictures);
 
 // Writes ECHO, SMPL and METR as they stand to a 24-bit Windows BMP file. Faults as of the operating system.
-void SaveGraph(Pictures& pictures, std::string_view path);
+void SaveGraph(Pictures& pictures, Outputs& outputs, std::string_view path);
 
 }  // namespace sondrix

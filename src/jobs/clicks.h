@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/channel.h"
+#include "core/run_result.h"
 
 #include <cstdint>
 
@@ -12,7 +13,7 @@ struct Run;
 
 // The start button: checks source and target, fills the run's limits, names the outputs, and lets the job
 // that the source's extension chooses run to its end. Every fault is reported in the log line.
-void GoClick(Run& run);
+RunResult GoClick(Run& run);
 
 // Pause and resume, and the caption that goes with them.
 void PauseClick(Run& run);

@@ -1,6 +1,7 @@
 #include "core/fault.h"
 #include "core/files.h"
 #include "core/messages.h"
+#include "core/outputs.h"
 #include "core/run.h"
 #include "core/run_limits.h"
 #include "core/run_state.h"
@@ -8,11 +9,8 @@
 #include "core/window.h"
 #include "echo/views.h"
 #include "jobs/clicks.h"
-#include "jobs/job_csv.h"
-#include "jobs/job_log.h"
-#include "jobs/job_mp.h"
+#include "jobs/job_table.h"
 #include "jobs/limits.h"
-#include "sonar/job_sl.h"
 
 #include <string>
 #include <string_view>
@@ -23,38 +21,26 @@ namespace {
 constexpr std::size_t RootLength = 3;  // of a drive's root, which needs no separator added
 constexpr std::string_view DefaultPoiType = "0x1000";
 
-void RunSonar(Run& run) { JobSl(run); }
-
-struct JobRow {
-  std::string_view extension;
-  void (*job)(Run& run);
-};
-
-constexpr JobRow Jobs[] = {{"sl2", RunSonar}, {"sl3", RunSonar}, {"log", JobLog}, {"mp", JobMp}};
-
-void RunJob(Run& run) {
-  const std::string_view source = run.settings.Source;
-  const std::string_view extension = source.substr(source.rfind('.') + 1);
-  for (const JobRow& row : Jobs) {
-    if (row.extension == extension) return row.job(run);
-  }
-  JobCsv(run);
-}
-
 void SetField(Run& run, std::string& field, std::string_view name, std::string text) {
   field = std::move(text);
   run.window.ShowField(name);
+}
+
+// A click that is turned away, with its report.
+RunResult Refusal(Run& run, std::string_view Messages::*message, LineKind kind) {
+  RunResult result;
+  result.end = RunEnd::Refused;
+  result.message = message;
+  run.window.Beep();
+  run.window.SetAtt(LineOf(result, run.messages), kind);
+  return result;
 }
 
 // Puts target and point type into their full form; false if the target folder can't be made.
 bool PrepareFields(Run& run) {
   Settings& settings = run.settings;
   const std::string& target = settings.TargetPath;
-  if (!target.empty() && !MakeFolders(target)) {
-    run.window.Beep();
-    run.window.SetAtt(run.messages.MsgTargetDenied);
-    return false;
-  }
+  if (!target.empty() && !MakeFolders(target)) return false;
   std::string folder = WithSeparator(target, RootLength);
   if (folder != target) SetField(run, settings.TargetPath, "TargetPath", std::move(folder));
   if (settings.DepthMP.empty()) SetField(run, settings.DepthMP, "DepthMP", std::string(DefaultPoiType));
@@ -77,31 +63,46 @@ void EnableRunButtons(Run& run, bool enabled) {
   run.window.SetEnabled("RunEnd", enabled);
 }
 
-void RunToEnd(Run& run) {
+RunResult RunToEnd(Run& run) {
   NameOutputs(run);
   EnableRunButtons(run, true);
-  run.state.StopFlag = false;
   run.state.WaypointText.clear();
   run.window.SetSpd("");
   ClearViews(run.pictures);
-  RunJob(run);
+  const std::string source = run.settings.Source;
+  const std::string target = run.settings.TargetPath + run.settings.TargetName;
+  run.outputs.Begin(source);
+  RunResult result = JobOf(source).run(run);
+  result.target = target;
   run.state.ShowsResume = false;
   run.window.SetCaption("RunSet", RunSetCaption(run.state));
   EnableRunButtons(run, false);
   if (run.state.AutoName) SetField(run, run.settings.TargetName, "TargetName", "");
   run.state.AutoName = false;
+  return result;
 }
 
-void StartRun(Run& run) {
+// A close or a stop in the wait before the job ends the click there: an earlier output stays.
+RunResult StartRun(Run& run) {
   Window& window = run.window;
   run.limits = LimitsOf(run.settings);
   window.SetEnabled("btnGO", false);
   window.SetBusy(true);
   window.SetAtt(run.messages.MsgBegin);
   window.RepaintAtt();
+  run.state.StopFlag = false;
   window.Wait(run.state.DefectPause);
+  RunResult result;
+  if (run.state.StopFlag || window.IsToEnd()) {
+    result.end = RunEnd::Stopped;
+    result.message = &Messages::MsgAborted;
+    window.SetAtt(LineOf(result, run.messages), LineKind::Notice);
+    return result;
+  }
   const std::string& source = run.settings.Source;  // events of the wait may have changed it
-  if (!source.empty() && !IsSeparator(source.back())) RunToEnd(run);
+  if (!source.empty() && !IsSeparator(source.back())) return RunToEnd(run);
+  result.end = RunEnd::Refused;
+  return result;
 }
 
 void RestoreWindow(Run& run) {
@@ -109,26 +110,31 @@ void RestoreWindow(Run& run) {
   run.window.SetBusy(false);
 }
 
+RunResult Click(Run& run) {
+  if (run.settings.Source.empty()) return Refusal(run, &Messages::MsgNoSource, LineKind::Notice);
+  if (!PrepareFields(run)) return Refusal(run, &Messages::MsgTargetDenied, LineKind::Fault);
+  return StartRun(run);
+}
+
 }  // namespace
 
-void GoClick(Run& run) {
+RunResult GoClick(Run& run) {
   run.window.SetAtt("");
   run.state.PauseFlag = false;
+  RunResult result;
+  run.outputs.Begin(run.settings.Source);
   try {
-    if (run.settings.Source.empty()) {
-      run.window.Beep();
-      run.window.SetAtt(run.messages.MsgNoSource);
-    } else {
-      if (!PrepareFields(run)) return;
-      StartRun(run);
-    }
-    RestoreWindow(run);
+    result = Click(run);
   } catch (...) {
-    const Fault fault = CaughtFault();
-    RestoreWindow(run);
+    result.end = RunEnd::Failed;
+    result.place = "GO";
+    result.fault = CaughtFault();
     run.window.Beep();
-    run.window.SetAtt(FaultLine("GO", fault));
+    run.window.SetAtt(LineOf(result, run.messages), LineKind::Fault);
   }
+  RestoreWindow(run);
+  run.outputs.TakeInto(result);
+  return result;
 }
 
 }  // namespace sondrix

@@ -43,6 +43,7 @@ struct CsvRun {
         filter(CsvFilterRules, theRun.limits) {}
 
   Run& run;
+  RunResult result;
   TextSource source;
   ChannelRow channel;
   PointFilter filter;
@@ -64,6 +65,15 @@ struct CsvRun {
   std::string latitude, longitude, depth;  // what its texts are made in
 };
 
+void CountRow(CsvRun& csv) {
+  const Columns& columns = csv.columns;
+  for (const ChannelRow& row : Channels) {
+    if (!row.isInTables || columns.At(ColChannel) != row.name) continue;
+    CountFrame(csv.result.channels, ChannelByte(row.channel),
+               columns.Count() > ColDepth && columns.At(ColDepth) != NoDepth);
+  }
+}
+
 // Splits a line; the columns of the row before stand where it is empty. False for a row of no interest.
 bool TakeRow(CsvRun& csv, std::string_view line) {
   Columns& columns = csv.columns;
@@ -75,6 +85,7 @@ bool TakeRow(CsvRun& csv, std::string_view line) {
     }
   }
   csv.isExportRow = csv.channel.isInTables && columns.At(ColChannel) == csv.channel.name;
+  if (!csv.isPlain) CountRow(csv);
   if (!csv.isPlain) return csv.isExportRow;
   columns.Set(ColX, columns.At(ColLongitude));
   columns.Set(ColY, columns.At(ColLatitude));
@@ -169,6 +180,8 @@ OfferedSounding ReadSounding(CsvRun& csv) {
 
 void ReadRow(CsvRun& csv, std::string_view line) {
   if (!TakeRow(csv, line)) return;
+  ++csv.result.soundings;
+  if (csv.columns.At(ColDepth) != NoDepth) ++csv.result.withDepth;
   const Columns& columns = csv.columns;
   const Verdict verdict =
       csv.filter.Offer(columns.At(ColX), columns.At(ColY), [&csv] { return ReadSounding(csv); });
@@ -202,10 +215,10 @@ void WriteFiles(CsvRun& csv) {
   Run& run = csv.run;
   csv.source.Finish();
   const std::string name = ToCodePage(run.settings.TargetName);
-  WriteBody(run, ".txt", {}, csv.points);
-  WriteBody(run, ".plt", PltHead(name, csv.filter.Selected()), csv.bodies.plt);
-  WriteBody(run, ".mp", MpHead(CsvMpHead, name), csv.bodies.mp);
-  if (!csv.bad.IsEmpty()) WriteBody(run, "_bad.txt", {}, csv.bad);
+  WriteBodies(run, {{".txt", {}, csv.points},
+                    {".plt", PltHead(name, csv.filter.Selected()), csv.bodies.plt},
+                    {".mp", MpHead(CsvMpHead, name), csv.bodies.mp},
+                    {"_bad.txt", {}, csv.bad, true}});
   ClearTargetName(run);
   std::string report(run.messages.MsgFilesDone);
   AppendWhole(report, csv.filter.Selected());
@@ -216,18 +229,22 @@ void WriteFiles(CsvRun& csv) {
 
 }  // namespace
 
-void JobCsv(Run& run) {
+RunResult JobCsv(Run& run) {
+  RunResult result;
   try {
     CsvRun csv(run);
     if (run.settings.ViewOzi) OziTrackOpen(run.link);
-    if (ReadLines(csv)) {
-      WriteFiles(csv);
-    } else {
-      RefuseSource(run);
-    }
+    const bool isRead = ReadLines(csv);
+    if (isRead) WriteFiles(csv);
+    result = std::move(csv.result);
+    result.frames = csv.line;
+    result.points = csv.filter.Selected();
+    if (!isRead) RefuseSource(run, result);
+    if (run.state.StopFlag) result.end = RunEnd::Stopped;
   } catch (...) {
-    ShowTextFault(run, "JobCsv", CaughtFault());
+    ShowTextFault(run, result, "JobCsv");
   }
+  return result;
 }
 
 }  // namespace sondrix

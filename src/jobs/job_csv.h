@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/run_result.h"
+
 namespace sondrix {
 
 struct Run;
@@ -8,6 +10,6 @@ struct Run;
 // and depth. Thins Settings.Source to the points of a chart and writes them under the target's name as
 // ".txt", ".plt" and ".mp", and the rows that it couldn't use as "_bad.txt". Reports in the log line; a fault
 // ends it with no file written.
-void JobCsv(Run& run);
+RunResult JobCsv(Run& run);
 
 }  // namespace sondrix

@@ -43,6 +43,7 @@ struct LogRun {
         filter(LogFilterRules, theRun.limits) {}
 
   Run& run;
+  RunResult result;
   TextSource source;
   PointFilter filter;
   PointBodies bodies;
@@ -152,6 +153,8 @@ void TakePoint(LogRun& log, const Verdict& verdict) {
 
 void TakeSounding(LogRun& log) {
   const bool hasDepth = log.point.Depth != 0;
+  ++log.result.soundings;
+  if (hasDepth) ++log.result.withDepth;
   const auto read = [&]() -> OfferedSounding {
     return {.x = log.xText,
             .y = log.yText,
@@ -199,11 +202,11 @@ void WriteFiles(LogRun& log) {
   Run& run = log.run;
   log.source.Finish();
   const std::string name = ToCodePage(run.settings.TargetName);
-  WriteBody(run, ".drd.txt", ToCodePage(run.messages.HeadCsv) + "\r\n", log.drd);
-  WriteBody(run, ".srf.txt", {}, log.srf);
-  WriteBody(run, ".plt", PltHead(name, log.filter.Selected()), log.bodies.plt);
-  WriteBody(run, ".mp", MpHead(LogMpHead, name), log.bodies.mp);
-  if (!log.bad.IsEmpty()) WriteBody(run, ".bad.txt", {}, log.bad);
+  WriteBodies(run, {{".drd.txt", ToCodePage(run.messages.HeadCsv) + "\r\n", log.drd},
+                    {".srf.txt", {}, log.srf},
+                    {".plt", PltHead(name, log.filter.Selected()), log.bodies.plt},
+                    {".mp", MpHead(LogMpHead, name), log.bodies.mp},
+                    {".bad.txt", {}, log.bad, true}});
   ClearTargetName(run);
   run.window.SetAtt(run.messages.MsgFilesDone);
 }
@@ -215,19 +218,23 @@ bool IsLogCorrupt(const Fault& fault) {
 
 }  // namespace
 
-void JobLog(Run& run) {
+RunResult JobLog(Run& run) {
+  RunResult result;
   try {
     LogRun log(run);
     if (run.settings.ViewOzi) OziTrackOpen(run.link);
     const End end = ReadLines(log);
-    if (end == End::Refused) RefuseSource(run);
     if (end == End::Complete) WriteFiles(log);
+    result = std::move(log.result);
+    result.frames = log.line + 1;
+    result.points = log.filter.Selected();
+    if (end == End::Refused) RefuseSource(run, result);
+    if (end == End::Stopped) result.end = RunEnd::Stopped;
   } catch (...) {
     const Fault fault = CaughtFault();
-    if (!IsLogCorrupt(fault)) return ShowTextFault(run, "JobLog", fault);
-    run.window.Beep();
-    run.window.SetAtt(run.messages.MsgLogCorrupt);
+    ShowTextFault(run, result, "JobLog", IsLogCorrupt(fault) ? &Messages::MsgLogCorrupt : nullptr);
   }
+  return result;
 }
 
 }  // namespace sondrix

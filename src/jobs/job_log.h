@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/run_result.h"
+
 namespace sondrix {
 
 struct Run;
@@ -8,6 +10,6 @@ struct Run;
 // to the points of a chart, and writes them under the target's name as ".drd.txt", ".srf.txt", ".plt" and
 // ".mp", and the lines worth a report as ".bad.txt". Reports in the log line; a fault or a stop ends it with
 // no file written.
-void JobLog(Run& run);
+RunResult JobLog(Run& run);
 
 }  // namespace sondrix

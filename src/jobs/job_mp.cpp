@@ -3,6 +3,7 @@
 #include "core/fault.h"
 #include "core/files.h"
 #include "core/messages.h"
+#include "core/outputs.h"
 #include "core/run.h"
 #include "core/settings.h"
 #include "core/text.h"
@@ -26,6 +27,7 @@ constexpr std::string_view DataKey = "data";
 constexpr std::string_view VertexBreak = "),(";
 
 struct MpRun {
+  RunResult result;
   std::string target;
   bool targetMade = false;
   OutputFile output;
@@ -56,6 +58,7 @@ void AddVertex(MpRun& mp, std::string_view vertex) {
   mp.collected += ',';
   mp.collected += mp.label;
   mp.collected += "\r\n";
+  ++mp.result.points;
   if (mp.collected.size() >= OutputPiece) HandOver(mp);
 }
 
@@ -98,30 +101,43 @@ bool HasWindowsLineEnds(InputFile& source) {
   return text.find("\r\n") != std::string_view::npos;
 }
 
+void Show(Run& run, RunResult& result, std::string_view Messages::*message, LineKind kind) {
+  result.message = message;
+  run.window.SetAtt(LineOf(result, run.messages), kind);
+}
+
 void Close(Run& run, MpRun& mp) {
   if (mp.output.IsOpen()) {
     HandOver(mp);
     mp.output.Close();
+    run.outputs.SetWhole(mp.target);
   }
   if (mp.polylines > 0) return;
   run.window.Beep();
   DeleteIfThere(mp.target);
-  run.window.SetAtt(run.messages.MsgPolyNone);
+  run.outputs.Forget(mp.target);
+  if (mp.result.end != RunEnd::Stopped) Show(run, mp.result, &Messages::MsgPolyNone, LineKind::Notice);
 }
 
 void Convert(Run& run, MpRun& mp) {
   InputFile source(run.settings.Source);
   if (!HasWindowsLineEnds(source)) {
+    mp.result.end = RunEnd::Refused;
     run.window.Beep();
-    run.window.SetAtt(run.messages.MsgUnixNewlines);
-    return;
+    return Show(run, mp.result, &Messages::MsgUnixNewlines, LineKind::Fault);
   }
-  GuardSource(mp.target, run.settings.Source);
-  mp.output = OutputFile(mp.target);
+  mp.output = run.outputs.Open(mp.target);
   mp.targetMade = true;
   LineInput lines(source);
-  while (const auto line = lines.Next()) TakeLine(mp, Trimmed(*line));
-  run.window.SetAtt(run.messages.MsgPolyDone);
+  while (const auto line = lines.Next()) {
+    ++mp.result.frames;
+    TakeLine(mp, Trimmed(*line));
+    if (!run.window.IsToEnd()) continue;
+    Show(run, mp.result, &Messages::MsgAborted, LineKind::Notice);
+    mp.result.end = RunEnd::Stopped;
+    break;
+  }
+  if (mp.result.end == RunEnd::Finished) Show(run, mp.result, &Messages::MsgPolyDone, LineKind::Progress);
   Close(run, mp);
 }
 
@@ -135,22 +151,23 @@ void CloseAfterFault(Run& run, MpRun& mp) {
   }
 }
 
-std::string ReportOf(const Messages& messages, const Fault& fault) {
+// The message that stands for a fault; null for one that is reported by its number.
+std::string_view Messages::*MessageOf(const Fault& fault) {
   switch (static_cast<FaultNumber>(fault.Number())) {
     case FaultNumber::FileNotFound:
     case FaultNumber::BadFileName:
     case FaultNumber::InvalidCall:
-      return std::string(messages.MsgNeedPolish);
+      return &Messages::MsgNeedPolish;
     case FaultNumber::PermissionDenied:
-      return std::string(messages.MsgFileBusy);
+      return &Messages::MsgFileBusy;
     default:
-      return FaultLine("ReadShp", fault);
+      return nullptr;
   }
 }
 
 }  // namespace
 
-void JobMp(Run& run) {
+RunResult JobMp(Run& run) {
   MpRun mp;
   const std::string& source = run.settings.Source;
   mp.target = source.substr(0, source.size() - std::min(SourceSuffix.size(), source.size())) + ".txt";
@@ -159,9 +176,15 @@ void JobMp(Run& run) {
   } catch (...) {
     const Fault fault = CaughtFault();
     CloseAfterFault(run, mp);
+    mp.result.end = RunEnd::Failed;
+    mp.result.place = "ReadShp";
+    mp.result.fault = fault;
     run.window.Beep();
-    run.window.SetAtt(ReportOf(run.messages, fault));
+    const auto message = MessageOf(fault);
+    Show(run, mp.result, message, message == &Messages::MsgNeedPolish ? LineKind::Notice : LineKind::Fault);
   }
+  mp.result.soundings = mp.result.withDepth = mp.result.points;
+  return mp.result;
 }
 
 }  // namespace sondrix

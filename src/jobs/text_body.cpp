@@ -1,7 +1,6 @@
 #include "jobs/text_body.h"
 
-#include "core/fault.h"
-#include "core/files.h"
+#include "core/outputs.h"
 #include "core/settings.h"
 
 #include <algorithm>
@@ -37,18 +36,18 @@ std::vector<std::string_view> TextBody::Parts() const {
   return parts;
 }
 
-void WriteBody(Run& run, std::string_view suffix, std::string_view head, const TextBody& body) {
-  std::vector<std::string_view> parts = body.Parts();
-  parts.insert(parts.begin(), head);
-  const std::string path = (run.settings.TargetPath + run.settings.TargetName).append(suffix);
-  try {
-    GuardSource(path, run.settings.Source);
-  } catch (const Fault& fault) {
-    if (fault.Number() == static_cast<int>(FaultNumber::FileAlreadyOpen)) throw;
-    ReportWriteF(fault, run.window);
-    return;
+void WriteBodies(Run& run, std::initializer_list<BodyFile> files) {
+  const std::string stem = run.settings.TargetPath + run.settings.TargetName;
+  const auto isWanted = [](const BodyFile& file) { return !file.isOptional || !file.body.IsEmpty(); };
+  for (const BodyFile& file : files) {
+    if (isWanted(file)) run.outputs.Guard(stem + std::string(file.suffix));
   }
-  WriteBytesF(path, parts, run.window);
+  for (const BodyFile& file : files) {
+    if (!isWanted(file)) continue;
+    std::vector<std::string_view> parts = file.body.Parts();
+    parts.insert(parts.begin(), file.head);
+    run.outputs.WriteBytesF(stem + std::string(file.suffix), parts, run.window);
+  }
 }
 
 }  // namespace sondrix

@@ -3,6 +3,8 @@
 #include "core/run.h"
 #include "jobs/big_buffer.h"
 
+#include <initializer_list>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -25,8 +27,16 @@ class TextBody {
   std::vector<Piece> pieces_;
 };
 
-// Writes head and body under the target's name with that suffix; a failure is reported in the log line. Fault
-// 55 where the file is the run's own source.
-void WriteBody(Run& run, std::string_view suffix, std::string_view head, const TextBody& body);
+// A file of a text job: a suffix behind the target's name, and what stands in it.
+struct BodyFile {
+  std::string_view suffix;
+  std::string head;  // in front of the body
+  const TextBody& body;
+  bool isOptional = false;  // an empty one isn't written
+};
+
+// Writes them in their order; a failure is reported in the log line. Fault 55, with nothing written, where
+// one of them is the run's own source.
+void WriteBodies(Run& run, std::initializer_list<BodyFile> files);
 
 }  // namespace sondrix

@@ -19,12 +19,13 @@ constexpr int PauseWaits = 10;  // of DefectPause each, between two looks at the
 }  // namespace
 
 bool MayGoOn(Run& run) {
-  const RunState& state = run.state;
+  RunState& state = run.state;
+  if (run.window.IsToEnd()) state.StopFlag = true;
   while (state.PauseFlag && !state.StopFlag) {
     run.window.Wait(PauseWaits * state.DefectPause);
     run.window.Pump();
   }
-  if (state.StopFlag) run.window.SetAtt(run.messages.MsgAborted);
+  if (state.StopFlag) run.window.SetAtt(run.messages.MsgAborted, LineKind::Notice);
   return !state.StopFlag;
 }
 
@@ -62,18 +63,20 @@ void PassOverLine(Run& run, TextBody& bad, EyeTime& next, std::string_view reaso
   next = std::chrono::steady_clock::now() + WorkBetweenWaits;
 }
 
-void ShowTextFault(Run& run, std::string_view place, const Fault& fault) {
-  std::string line = " ! error ";
-  line.append(place).append(": ");
-  AppendWhole(line, fault.Number());
-  line.append(": ").append(fault.Description());
+void ShowTextFault(Run& run, RunResult& result, std::string_view place, std::string_view Messages::*message) {
+  result.end = RunEnd::Failed;
+  result.place = place;
+  result.fault = CaughtFault();
+  result.message = message;
   run.window.Beep();
-  run.window.SetAtt(line);
+  run.window.SetAtt(LineOf(result, run.messages), LineKind::Fault);
 }
 
-void RefuseSource(Run& run) {
+void RefuseSource(Run& run, RunResult& result) {
+  result.end = RunEnd::Refused;
+  result.message = &Messages::MsgNoDelimiter;
   run.window.Beep();
-  run.window.SetAtt(run.messages.MsgNoDelimiter);
+  run.window.SetAtt(LineOf(result, run.messages), LineKind::Fault);
 }
 
 void ClearTargetName(Run& run) {

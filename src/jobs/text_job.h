@@ -3,6 +3,7 @@
 #include "core/date_time.h"
 #include "core/fault.h"
 #include "core/run.h"
+#include "core/run_result.h"
 #include "jobs/text_body.h"
 
 #include <chrono>
@@ -42,11 +43,12 @@ using EyeTime = std::chrono::steady_clock::time_point;
 // The same, and shows that the line is passed over: now and then for as long as the eye needs.
 void PassOverLine(Run& run, TextBody& bad, EyeTime& next, std::string_view reason, std::int64_t line);
 
-// " ! error " + place + ": " + number + ": " + description, with a beep.
-void ShowTextFault(Run& run, std::string_view place, const Fault& fault);
+// Inside a catch block: the fault ends the run. Shows its report, or the message in its place, with a beep.
+void ShowTextFault(Run& run, RunResult& result, std::string_view place,
+                   std::string_view Messages::*message = nullptr);
 
 // The refusal of a source whose first line has no separator.
-void RefuseSource(Run& run);
+void RefuseSource(Run& run, RunResult& result);
 
 // Empties the name of the outputs, which are written.
 void ClearTargetName(Run& run);

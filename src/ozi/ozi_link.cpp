@@ -16,7 +16,7 @@ void ClearViewOzi(Settings& settings, Window& window) {
 
 void RefuseLink(std::string_view message, Settings& settings, Window& window) {
   window.Beep();
-  window.SetAtt(message);
+  window.SetAtt(message, LineKind::Fault);
   ClearViewOzi(settings, window);
 }
 

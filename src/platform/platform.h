@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -13,8 +14,12 @@ namespace sondrix {
 // separator at their end, but for a root.
 
 // To be called first of all. Standard streams that the caller closed become the null device, so that no
-// output takes their place, and a file that outgrows the user's limit fails in its write, not the program.
+// output takes their place. A file that outgrows the user's limit, or a reader of what is printed that goes
+// away, fails the write and not the program.
 void PrepareProcess();
+
+// The signals that ask a program to end: Ctrl-C, a shutdown, a terminal that is closed.
+std::span<const int> EndSignals();
 
 std::string ProgramFolder();
 // The executable's name without its extension.

@@ -67,6 +67,12 @@ void PrepareProcess() {
     break;
   }
   std::signal(SIGXFSZ, SIG_IGN);
+  std::signal(SIGPIPE, SIG_IGN);
+}
+
+std::span<const int> EndSignals() {
+  static constexpr int signals[] = {SIGINT, SIGTERM, SIGHUP};
+  return signals;
 }
 
 std::string ProgramFolder() { return Executable().parent_path().string(); }

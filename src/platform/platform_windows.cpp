@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <io.h>
@@ -55,6 +56,11 @@ HWND ChildOf(HWND parent, const wchar_t* name) {
 
 // The C library here leaves the places of closed streams empty, and there is no such limit.
 void PrepareProcess() {}
+
+std::span<const int> EndSignals() {
+  static constexpr int signals[] = {SIGINT, SIGTERM, SIGBREAK};
+  return signals;
+}
 
 std::string ProgramFolder() { return Utf8Of(Executable().parent_path().native()); }
 

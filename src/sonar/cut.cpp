@@ -1,6 +1,7 @@
 #include "sonar/cut.h"
 
 #include "core/fault.h"
+#include "core/outputs.h"
 #include "core/settings.h"
 #include "sonar/layout/sl_format.h"
 #include "sonar/layout/sl_frame.h"
@@ -43,14 +44,15 @@ constexpr MovedField MovedFields[] = {
 
 }  // namespace
 
-void SlCut::Open(std::string_view path, std::string_view source, std::int64_t sourceLength) {
-  GuardSource(path, source);
+void SlCut::Open(Outputs& outputs, std::string_view path, std::int64_t sourceLength) {
+  outputs.Guard(path);
   DeleteIfThere(path);
   size_ = std::max(std::min(sourceLength, MaxLength) + 1, FileHeaderLength);
   // Zeroed pages cost memory only once they are touched.
   buffer_.reset(static_cast<std::uint8_t*>(std::calloc(static_cast<std::size_t>(size_), 1)));
   if (!buffer_) throw std::bad_alloc();
-  file_ = OutputFile(path);
+  path_ = path;
+  file_ = outputs.Open(path);
   Put32(0, Sl2FormatWord);
   Put32(4, Sl2DeviceWord);
 }
@@ -105,11 +107,12 @@ void SlCut::Add(const CutSource& source, const SlFrame& frame, const SlFormat& f
   ++count_;
 }
 
-void SlCut::Close(std::int64_t frameLength) {
+void SlCut::Close(Outputs& outputs, std::int64_t frameLength) {
   const std::int64_t length = frameLength * std::max<std::int64_t>(count_ - 1, 0) + FileHeaderLength;
   const std::string_view whole(reinterpret_cast<const char*>(buffer_.get()),
                                static_cast<std::size_t>(std::min(length, size_)));
   file_.Complete(std::span(&whole, 1));
+  outputs.SetWhole(path_);
 }
 
 }  // namespace sondrix

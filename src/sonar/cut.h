@@ -11,6 +11,7 @@
 
 namespace sondrix {
 
+class Outputs;
 struct Settings;
 struct SlFormat;
 struct SlFrame;
@@ -26,9 +27,8 @@ struct CutSource {
 // It is built in memory and written once, at the closing.
 class SlCut {
  public:
-  // Replaces the file at path by an empty one; fault 55 if that is the source itself. sourceLength bounds the
-  // cropped file, as does MaxLength.
-  void Open(std::string_view path, std::string_view source, std::int64_t sourceLength);
+  // Replaces the file at path by an empty one. sourceLength bounds the cropped file, as does MaxLength.
+  void Open(Outputs& outputs, std::string_view path, std::int64_t sourceLength);
   bool IsOpen() const { return file_.IsOpen(); }
 
   // Adds a frame; UseRad and HideCut are obeyed. Fault 9 for a frame that doesn't fit, which leaves those
@@ -36,7 +36,7 @@ class SlCut {
   void Add(const CutSource& source, const SlFrame& frame, const SlFormat& format, const Settings& settings);
 
   // Writes all but the last frame, each taken as frameLength bytes long, and closes the file.
-  void Close(std::int64_t frameLength);
+  void Close(Outputs& outputs, std::int64_t frameLength);
 
   static constexpr std::int64_t MaxLength = 200'000'000;
 
@@ -49,6 +49,7 @@ class SlCut {
   void Put32(std::int64_t at, std::uint32_t value);
   void MoveToSl2(std::int64_t at, const CutSource& source, const SlFrame& frame);
 
+  std::string path_;
   OutputFile file_;
   std::unique_ptr<std::uint8_t[], Free> buffer_;  // zeros where nothing was put
   std::int64_t size_ = 0;

@@ -4,6 +4,7 @@
 #include "core/fault.h"
 #include "core/messages.h"
 #include "core/number_text.h"
+#include "core/outputs.h"
 #include "core/rounding.h"
 #include "core/run.h"
 #include "core/run_limits.h"
@@ -35,14 +36,22 @@ constexpr std::size_t PercentWidth = 3;   // characters of a progress line that 
 // A blank field counts as 0. Fault 13 for a text that is no number.
 std::int32_t WholeField(std::string_view text) { return ToWhole32(LocParse(Nz(text))); }
 
-void Refuse(Run& run, std::string_view message) {
+void Warn(Run& run, std::string_view message) {
   run.window.Beep();
-  run.window.SetAtt(message);
+  run.window.SetAtt(message, LineKind::Fault);
+}
+
+// For the preparation, which ends with it.
+bool Refuse(SlRun& sl, std::string_view Messages::*message) {
+  sl.result.end = RunEnd::Refused;
+  sl.result.message = message;
+  Warn(sl.run, LineOf(sl.result, sl.run.messages));
+  return false;
 }
 
 void MakeEchoFolder(Run& run) {
   const std::string folder = run.settings.TargetPath + "echo" + PathSeparator;
-  if (!MakeFolders(folder)) Refuse(run, run.messages.MsgEchoFolder);
+  if (!MakeFolders(folder)) Warn(run, run.messages.MsgEchoFolder);
 }
 
 void ReadRunNumbers(SlRun& sl) {
@@ -58,13 +67,12 @@ void ReadRunNumbers(SlRun& sl) {
 void OpenFiles(SlRun& sl, std::size_t blockSize) {
   Run& run = sl.run;
   sl.source.emplace(run.settings.Source, blockSize);
-  const std::string csvPath = TargetFile(sl, ".csv");
-  DeleteIfThere(csvPath);
+  sl.csvPath = TargetFile(sl, ".csv");
   run.window.Pump();
-  sl.csv = OutputFile(csvPath);
+  sl.csv = run.outputs.Grow(sl.csvPath);
   if (run.settings.MakeCut) {
     const std::string suffix = "_ch" + std::to_string(ChannelByte(run.state.SelectedChannel)) + ".sl2";
-    sl.cut.Open(TargetFile(sl, suffix), run.settings.Source, sl.source->FileLength());
+    sl.cut.Open(run.outputs, TargetFile(sl, suffix), sl.source->FileLength());
   }
   sl.format = SlFormatOf(U16At(sl.source->Bytes(0, 2).data()));
 }
@@ -75,12 +83,10 @@ bool Prepare(SlRun& sl, std::size_t blockSize) {
   if (run.settings.SaveGraf) MakeEchoFolder(run);
   ReadRunNumbers(sl);
   if (sl.FirstIndex > 0 && sl.LastIndex > 0 && sl.FirstIndex >= sl.LastIndex) {
-    Refuse(run, run.messages.MsgBadInterval);
-    return false;
+    return Refuse(sl, &Messages::MsgBadInterval);
   }
   if (run.settings.MakeCut && Is3D(run.state.SelectedChannel)) {
-    Refuse(run, run.messages.Msg3dInSl2);
-    return false;
+    return Refuse(sl, &Messages::Msg3dInSl2);
   }
   if (run.settings.ViewOzi) {
     OziTrackOpen(run.link);
@@ -93,15 +99,12 @@ bool Prepare(SlRun& sl, std::size_t blockSize) {
   return true;
 }
 
-// A file that couldn't take a piece is left alone from then on: the closing has nothing more to report of it.
+// A file that couldn't take a piece takes no more, so that the closing has nothing more to report of it.
 void WriteCsvPiece(SlRun& sl) {
-  try {
-    sl.csv.Write(sl.CsvBuffer);
-    sl.CsvBuffer.clear();
-  } catch (const Fault&) {
-    sl.csv = OutputFile();
-    throw;
-  }
+  sl.isCsvCut = true;
+  sl.csv.File().Write(sl.CsvBuffer);
+  sl.isCsvCut = false;
+  sl.CsvBuffer.clear();
 }
 
 // Steps to the next frame; false if the run closes.
@@ -124,7 +127,7 @@ void ScanFrames(SlRun& sl) {
   bool found = false;  // the search for the marker has put Pos at a frame
   for (;;) {
     if (!found && sl.source->FilePosition() >= sl.source->FileLength()) return;
-    if (!MayGoOn(sl, sl.run.messages.MsgAborted)) return;
+    if (!MayGoOn(sl, &Messages::MsgAborted)) return;
     const Step step = StepFrame(sl);
     found = step == Step::Resync;
     if (step == Step::Close || !(found ? Resynchronise(sl) : NextFrame(sl))) return;
@@ -132,18 +135,26 @@ void ScanFrames(SlRun& sl) {
 }
 
 void ShowEnd(Run& run) {
-  const std::string_view att = run.window.Att();
-  if (att.starts_with(" *")) return;
+  if (run.window.AttKind() == LineKind::Notice) return;
   std::string line = " 100";
-  line.append(FromCharacter(att, PercentWidth)).append(run.messages.MsgDone);
+  line.append(FromCharacter(run.window.Att(), PercentWidth)).append(run.messages.MsgDone);
   run.window.SetAtt(line);
 }
 
 void FinishCsv(SlRun& sl) {
   if (!sl.csv.IsOpen()) return;
-  sl.CsvBuffer.append("\r\n");
-  sl.csv.Write(sl.CsvBuffer);
-  sl.csv.Close();
+  std::optional<Fault> fault;
+  if (!sl.isCsvCut) {
+    try {
+      sl.CsvBuffer.append("\r\n");
+      WriteCsvPiece(sl);
+    } catch (...) {
+      fault = CaughtFault();
+    }
+  }
+  sl.csv.PutInPlace();  // the rows of a run that failed are kept
+  if (fault) throw *fault;
+  if (!sl.isCsvCut) sl.run.outputs.SetWhole(sl.csvPath);
 }
 
 // Every step runs, whatever became of the ones before it. Returns the first fault of the closing.
@@ -159,39 +170,52 @@ std::optional<Fault> CloseAll(SlRun& sl) {
   };
   if (sl.source) sl.source->Close();
   guarded([&] {
-    if (sl.cut.IsOpen()) sl.cut.Close(run.state.KnownSamples + sl.format.HeaderLength);
+    if (sl.cut.IsOpen()) sl.cut.Close(run.outputs, run.state.KnownSamples + sl.format.HeaderLength);
   });
   guarded([&] { WriteWaypointFile(run); });
   guarded([&] { SetRunLock(run.window, false); });
   guarded([&] { ShowEnd(run); });
   guarded([&] { FinishCsv(sl); });
   guarded([&] {
-    if (!sl.BadLog.empty()) WriteF(TargetFile(sl, "_bad.txt"), sl.BadLog, run.window);
+    if (!sl.BadLog.empty()) run.outputs.WriteF(TargetFile(sl, "_bad.txt"), sl.BadLog, run.window);
   });
   return first;
 }
 
+void TakeCounts(SlRun& sl) {
+  for (const ChannelCount& count : sl.counts) {
+    if (count.frames > 0) sl.result.channels.push_back(count);
+    sl.result.frames += count.frames;
+  }
+}
+
 }  // namespace
 
-void JobSl(Run& run, std::size_t blockSize) {
+RunResult JobSl(Run& run, std::size_t blockSize) {
   SlRun sl(run);
   std::optional<Fault> fault;
   SetRunLock(run.window, true);
   try {
     if (!Prepare(sl, blockSize)) {
       SetRunLock(run.window, false);
-      return;
+      return sl.result;
     }
     ScanFrames(sl);
+    if (sl.source->HasChanged()) throw Fault(FaultNumber::DeviceIo, run.settings.Source);
   } catch (...) {
     fault = CaughtFault();
   }
   const std::optional<Fault> closingFault = CloseAll(sl);
   if (fault && closingFault) throw *closingFault;
   if (closingFault) fault = closingFault;
-  if (!fault) return;
-  run.window.Beep();
-  run.window.SetAtt(FaultLine("JobSl", *fault));
+  TakeCounts(sl);
+  if (fault) {
+    sl.result.end = RunEnd::Failed;
+    sl.result.place = "JobSl";
+    sl.result.fault = fault;
+    Warn(run, LineOf(sl.result, run.messages));
+  }
+  return sl.result;
 }
 
 }  // namespace sondrix

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/run_result.h"
 #include "sonar/layout/sl_source.h"
 
 namespace sondrix {
@@ -10,6 +11,6 @@ struct Run;
 // selected channel a line goes into the CSV of the target, and the frame is shown, checked and cropped as the
 // settings say. Reports in the log line; faults end the job through its closing. blockSize is how many bytes
 // of the source are read at a time.
-void JobSl(Run& run, std::size_t blockSize = SlSource::DefaultBlock);
+RunResult JobSl(Run& run, std::size_t blockSize = SlSource::DefaultBlock);
 
 }  // namespace sondrix

@@ -1,6 +1,6 @@
-#include "core/files.h"
 #include "core/messages.h"
 #include "core/number_text.h"
+#include "core/outputs.h"
 #include "core/rounding.h"
 #include "core/run.h"
 #include "core/run_state.h"
@@ -69,7 +69,7 @@ void MarkStep(Run& run, TrackState& track, const PointInput& input) {
                   .longitude = NumText(track.fix.TrackLon),
                   .frameIndex = frameIndex,
                   .speed = run.window.Spd()});
-  SaveGraph(run.pictures, run.settings.TargetPath + std::to_string(frameIndex) + ".bmp");
+  SaveGraph(run.pictures, run.outputs, run.settings.TargetPath + std::to_string(frameIndex) + ".bmp");
   run.state.MarkRequest = 0;
 }
 
@@ -77,7 +77,7 @@ void WriteWaypointFile(Run& run) {
   std::string& text = run.state.WaypointText;
   if (text.empty()) return;
   text.insert(0, WptHead());
-  WriteF(run.settings.TargetPath + run.settings.TargetName + "_usr.wpt", text, run.window);
+  run.outputs.WriteF(run.settings.TargetPath + run.settings.TargetName + "_usr.wpt", text, run.window);
 }
 
 }  // namespace sondrix

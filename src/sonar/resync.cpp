@@ -12,14 +12,17 @@ constexpr int PauseWaitMs = 1000;
 
 }  // namespace
 
-bool MayGoOn(SlRun& sl, std::string_view aborted) {
-  const RunState& state = sl.run.state;
+bool MayGoOn(SlRun& sl, std::string_view Messages::*notice) {
+  RunState& state = sl.run.state;
+  if (sl.run.window.IsToEnd()) state.StopFlag = true;
   while (state.PauseFlag && !state.StopFlag) {
     sl.run.window.Wait(PauseWaitMs);
     sl.run.window.Pump();
   }
-  if (state.StopFlag) sl.run.window.SetAtt(aborted);
-  return !state.StopFlag;
+  if (!state.StopFlag) return true;
+  sl.result.end = sl.isCutShort ? RunEnd::EndedEarly : RunEnd::Stopped;
+  sl.run.window.SetAtt(sl.run.messages.*notice, LineKind::Notice);
+  return false;
 }
 
 void ShowLogError(SlRun& sl, std::int64_t filePosition) {
@@ -29,7 +32,7 @@ void ShowLogError(SlRun& sl, std::int64_t filePosition) {
   AppendWhole(sl.line, filePosition);
   sl.line.append("...");
   sl.progress.isShown = false;
-  sl.run.window.SetAtt(sl.line);
+  sl.run.window.SetAtt(sl.line, LineKind::Fault);
   sl.run.window.Pump();
 }
 
@@ -39,7 +42,11 @@ bool Resynchronise(SlRun& sl) {
     const SearchStep step = StepSearch(sl.search, *sl.source, sl.run.state.ResyncMarker);
     if (step.found) break;
     if (step.isReportDue) ShowLogError(sl, step.position);
-    if (step.isPastEnd || !MayGoOn(sl, sl.run.messages.MsgStopped)) return false;
+    if (step.isPastEnd) {
+      sl.result.end = RunEnd::EndedEarly;
+      return false;
+    }
+    if (!MayGoOn(sl, &Messages::MsgStopped)) return false;
   }
   sl.source->Pos = sl.search.At - MarkerOffset;
   return true;

@@ -53,7 +53,8 @@ Step PassOver(SlRun& sl) {
     run.window.SetAtt("");
     sl.progress.isShown = false;
     if (!run.window.Ask(run.messages.AskNoChannel, run.messages.TitleNoChannel)) {
-      run.window.SetAtt(run.messages.MsgAborted);
+      sl.result.end = RunEnd::Stopped;
+      run.window.SetAtt(run.messages.MsgAborted, LineKind::Notice);
       return Step::Close;
     }
   }
@@ -66,7 +67,10 @@ Step PassOver(SlRun& sl) {
 Step ReportBadFrame(SlRun& sl) {
   ShowLogError(sl, sl.source->FilePosition());
   sl.BadLog.append(sl.line).append("\r\n");
-  if (sl.format.FormatWord == 3) sl.run.state.StopFlag = true;
+  if (sl.format.FormatWord == 3) {
+    sl.isCutShort = !sl.run.state.StopFlag;
+    sl.run.state.StopFlag = true;
+  }
   return Step::Resync;
 }
 
@@ -159,8 +163,15 @@ Frame3DLists ListsOf(SlRun& sl, SlLists3D lists, std::span<const std::uint8_t> p
           ListOf(payload, rightStart, rightBytes, rightBytes, sl.RightEntries)};
 }
 
+// Counts the points that stand behind a length of the buffer.
+void CountPoints(SlRun& sl, std::size_t from) {
+  sl.result.points +=
+      std::count(sl.CsvBuffer.begin() + static_cast<std::ptrdiff_t>(from), sl.CsvBuffer.end(), '\n');
+}
+
 Step ProcessFrame(SlRun& sl) {
   Run& run = sl.run;
+  const std::size_t written = sl.CsvBuffer.size();
   const bool is3D = Is3D(run.state.SelectedChannel);
   SlFrame frame = SlBody(FrameBytes(sl, is3D), sl.format, sl.lead);
   if (is3D) frame.LowerLimit = LowerLimit3D;
@@ -172,6 +183,8 @@ Step ProcessFrame(SlRun& sl) {
   auto scaleM = static_cast<float>(RoundTo(frame.LowerLimit * MetresPerFoot, DepthDigits));
   if (scaleM == 0) return Step::Resync;
 
+  ++sl.result.soundings;
+  if (depthM != 0) ++sl.result.withDepth;
   TrackPointOf(run, sl.track, {frame, depthM, *sl.RunDate, sl.FrameCounter}, sl.CsvBuffer);
   if (sl.cut.IsOpen()) CutFrame(sl, frame);
   if (sl.FrameCounter == std::numeric_limits<std::int32_t>::max()) throw Fault(FaultNumber::Overflow);
@@ -188,7 +201,32 @@ Step ProcessFrame(SlRun& sl) {
   } else {
     CheckDepth(sl, samples, frame, depthM, scaleM);
   }
+  CountPoints(sl, written);
   return Step::NextFrame;
+}
+
+// The bytes of the lead fields and, where the file has it, of the depth.
+std::span<const std::uint8_t> HeadBytes(SlSource& source, const SlOffsets& at) {
+  const auto depthEnd = std::max<std::size_t>(at.leadEnd, at.WaterDepth + sizeof(float));
+  return source.Bytes(source.Pos, source.Has(source.Pos, depthEnd) ? depthEnd : at.leadEnd);
+}
+
+// A frame that comes twice, at the seam of two chunks, counts once.
+void CountFrame(SlRun& sl, std::span<const std::uint8_t> head) {
+  const std::int64_t position = sl.source->FilePosition();
+  if (position <= sl.countedTo) return;
+  sl.countedTo = position;
+  ChannelCount& count = sl.counts[sl.lead.Channel];
+  count.channel = sl.lead.Channel;
+  ++count.frames;
+  const std::size_t at = sl.format.offsets->WaterDepth;
+  const bool hasDepth = head.size() >= at + sizeof(float) && FloatAt(head.data() + at) > 0;
+  if (hasDepth) ++count.withDepth;
+}
+
+void NoteIndex(RunResult& result, std::int32_t index) {
+  result.firstIndex = std::min(index, result.firstIndex.value_or(index));
+  result.lastIndex = std::max(index, result.lastIndex.value_or(index));
 }
 
 }  // namespace
@@ -196,10 +234,12 @@ Step ProcessFrame(SlRun& sl) {
 Step StepFrame(SlRun& sl) {
   Run& run = sl.run;
   SlSource& source = *sl.source;
-  sl.lead = SlLead(source.Bytes(source.Pos, sl.format.offsets->leadEnd), sl.format);
+  const std::span<const std::uint8_t> head = HeadBytes(source, *sl.format.offsets);
+  sl.lead = SlLead(head, sl.format);
   if (!sl.RunDate) sl.RunDate = sl.lead.TimeBase > 0 ? DateOfUnix(sl.lead.TimeBase) : ClockNow();
   sl.lead.SampleCount = EffectiveSamples(sl.lead, run.state.SelectedChannel, sl.format);
   const SlVerdict verdict = SlCheck(sl.lead, run.state.SelectedChannel, run.state.KnownSamples);
+  if (verdict != SlVerdict::Bad) CountFrame(sl, head);
   if (verdict == SlVerdict::OtherChannel) return PassOver(sl);
   if (verdict != SlVerdict::Bad && run.state.KnownSamples == 0) {
     run.state.KnownSamples = KnownSamplesOf(run.state.SelectedChannel, sl.lead.SampleCount);
@@ -208,6 +248,7 @@ Step StepFrame(SlRun& sl) {
   }
   if (verdict == SlVerdict::Bad) return ReportBadFrame(sl);
   if (verdict == SlVerdict::StepOver) return Step::NextFrame;
+  NoteIndex(sl.result, sl.lead.FrameIndex);
   bool inside = false;
   const Step step = CheckInterval(sl, inside);
   return inside ? ProcessFrame(sl) : step;

@@ -2,6 +2,7 @@
 
 #include "core/date_time.h"
 #include "core/files.h"
+#include "core/run_result.h"
 #include "echo/depth_check.h"
 #include "echo/points_3d.h"
 #include "sonar/cut.h"
@@ -12,6 +13,7 @@
 #include "sonar/layout/sl_source.h"
 #include "sonar/track_point.h"
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -34,8 +36,11 @@ struct SlRun {
   explicit SlRun(Run& theRun) : run(theRun) {}
 
   Run& run;
+  RunResult result;
   std::optional<SlSource> source;
-  OutputFile csv;
+  std::string csvPath;
+  GrowingFile csv;
+  bool isCsvCut = false;  // a piece of it couldn't be written: it takes no more
   SlCut cut;
   SlFormat format;
   SlLeadFields lead;  // of the current frame, with the effective sample count
@@ -52,6 +57,9 @@ struct SlRun {
   std::string line;                                // the log line under construction
   ProgressLine progress;
   std::optional<DateSeconds> stampTime;  // of the stamp in track.fix
+  bool isCutShort = false;               // the recording itself asked for the stop
+  std::int64_t countedTo = -1;           // file position of the last frame that was counted
+  std::array<ChannelCount, 256> counts;  // by the number of the channel
 };
 
 // The target's path with its name and a suffix.
@@ -60,8 +68,8 @@ std::string TargetFile(const SlRun& sl, std::string_view suffix);
 // Whole percent of the source that lie before a file position.
 std::int64_t PercentOf(const SlRun& sl, std::int64_t filePosition);
 
-// Waits while the pause is on; false with aborted in the log line if the run is to stop.
-bool MayGoOn(SlRun& sl, std::string_view aborted);
+// Waits while the pause is on; false with the notice in the log line if the run is to stop.
+bool MayGoOn(SlRun& sl, std::string_view Messages::*notice);
 
 // Puts the line for a fault of the recording at a file position into the log line and pumps.
 void ShowLogError(SlRun& sl, std::int64_t filePosition);

@@ -1,7 +1,7 @@
 #include "app/batch/batch.h"
 
 #include "app/batch/batch_window.h"
-#include "app/batch/interrupt.h"
+#include "app/interrupt.h"
 #include "app/session.h"
 #include "core/files.h"
 #include "samples/echogram.h"
@@ -71,7 +71,10 @@ TEST(Batch, EachSourceHasItsLastLineAndAllTheStatus) {
       {"-o never -s EhoSens=1.5 a.csv", 2, "", "EhoSens takes a whole number"},
       {"-o never -s UseTyp=1 a.csv", 2, "", "UseTyp takes 0, 2, 5 or 9"},
       {"-o never -s boxLang=deu a.csv", 2, "", "boxLang takes RUS, ENG or DEU"},
-      {"-o never a.csv a.csv", 2, "", "same output"},
+      {"-o out a.csv lake.sl2 ./a.csv", 1,
+       "a.csv: ! \"./a.csv\" would write the same output \"out/a.txt\"\n"
+       "lake.sl2: 100%  scan 2 ^00:00:01 offset  4136 - L3.35<>A3.06... * done\n"
+       "a.csv: ! \"a.csv\" would write the same output \"out/a.txt\"\n"},
       {"-o never --ini faulty.ini a.csv", 2, "", "MakeCut: 380. Invalid property value"},
       {"-o never --ini none.ini a.csv", 2, "", "none.ini: File not found"},
   };

@@ -9,29 +9,35 @@
 namespace sondrix {
 namespace {
 
+// A letter for each source: free, the same output as another's, or in a source's place.
 TEST(OutputClash, SeesTheSameNamesOnly) {
   const struct {
     const char *targetPath, *targetName;
     std::vector<std::string> sources;
-    bool clashes;
+    std::string clashes;
   } cases[] = {
-      {"out/", "", {"a.v1.sl2", "a.v2.sl2"}, false},
-      {"out/", "", {"x/a.sl2", "y/a.sl3"}, true},
-      {"out/", "", {"a.sl2", "a_bad.csv"}, true},  // both write a_bad.txt
-      {"out/", "", {"a.log", "a.drd.csv"}, true},
-      {"", "", {"a.txt"}, true},  // its own point list
-      {"out/", "one", {"a.sl2", "b.sl2"}, true},
-      {"out/", "one", {"a.mp", "b.mp", "c.csv"}, false},
-      {"out/", "", {"x/a.mp", "x/../x/a.mp"}, true},
-      {"x", "", {"x/a.mp", "y/a.csv"}, false},       // too short a folder gets no separator
-      {"long", "", {"long/a.mp", "y/a.csv"}, true},  // both write long/a.txt
-      {"", "", {"noPoint", "noPoint"}, false},       // nothing is written for these
+      {"out/", "", {"a.v1.sl2", "a.v2.sl2"}, "ff"},
+      {"out/", "", {"x/a.sl2", "b.csv", "y/a.sl3"}, "sfs"},
+      {"out/", "", {"a.sl2", "a_bad.csv"}, "ss"},  // both write a_bad.txt
+      {"out/", "", {"a.log", "a.drd.csv"}, "ss"},
+      {"", "", {"a.txt"}, "p"},  // its own point list
+      {"", "", {"a.sl2", "a.csv"}, "pf"},
+      {"out/", "one", {"a.sl2", "b.sl2"}, "ss"},
+      {"out/", "one", {"a.mp", "b.mp", "c.csv"}, "fff"},
+      {"out/", "", {"x/a.mp", "x/../x/a.mp"}, "ss"},
+      {"x", "", {"x/a.mp", "y/a.csv"}, "ff"},        // too short a folder gets no separator
+      {"long", "", {"long/a.mp", "y/a.csv"}, "sp"},  // both write long/a.txt, one long/a.mp
+      {"", "", {"noPoint", "noPoint"}, "ff"},        // nothing is written for these
   };
   for (const auto& [targetPath, targetName, sources, clashes] : cases) {
     Settings settings;
     settings.TargetPath = targetPath;
     settings.TargetName = targetName;
-    EXPECT_EQ(OutputClash(settings, sources).has_value(), clashes) << sources[0] << " " << sources.back();
+    std::string found;
+    for (const auto& clash : OutputClashes(settings, sources)) {
+      found += !clash ? 'f' : clash->overwrites ? 'p' : 's';
+    }
+    EXPECT_EQ(found, clashes) << sources[0] << " " << sources.back();
   }
 }
 

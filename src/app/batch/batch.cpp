@@ -3,15 +3,16 @@
 #include "app/batch/batch_window.h"
 #include "app/batch/end_picture.h"
 #include "app/batch/exit_status.h"
-#include "app/batch/interrupt.h"
 #include "app/batch/options.h"
 #include "app/batch/output_clash.h"
 #include "app/edit_field.h"
 #include "app/ini_file.h"
+#include "app/interrupt.h"
 #include "app/load_settings.h"
 #include "app/session.h"
 #include "core/fault.h"
 #include "core/files.h"
+#include "core/run_result.h"
 #include "jobs/clicks.h"
 #include "platform/platform.h"
 
@@ -87,28 +88,39 @@ std::optional<std::string> ApplyOptions(Session& session, BatchOptions& options)
   const std::string& edited = session.settings.Source;
   if (options.sources.empty() && editsSource && !edited.empty()) options.sources = {edited};
   if (options.sources.empty()) return "no source is given; --help tells how";
-  if (const auto clash = OutputClash(session.settings, options.sources)) {
-    return clash->overwrites
-               ? "converting " + Quoted(clash->first) + " would overwrite the source " + Quoted(clash->second)
-               : Quoted(clash->first) + " and " + Quoted(clash->second) + " would write the same output";
-  }
   return std::nullopt;
 }
 
-bool ConvertSource(Session& session, BatchWindow& window, const std::string& source) {
+std::string_view ShownName(const std::string& source) {
   const std::string_view name = FileNameOf(source);
+  return name.empty() ? std::string_view(source) : name;
+}
+
+void RefuseSource(BatchWindow& window, const std::string& source, const Clash& clash) {
+  window.BeginSource(ShownName(source));
+  window.SetAtt(
+      clash.overwrites
+          ? " ! its output " + Quoted(clash.path) + " would overwrite the source " + Quoted(clash.other)
+          : " ! " + Quoted(clash.other) + " would write the same output " + Quoted(clash.path),
+      LineKind::Fault);
+  window.EndSource();
+}
+
+bool ConvertSource(Session& session, BatchWindow& window, const std::string& source) {
   EditField(session, "Source", source);
-  window.BeginSource(name.empty() ? std::string_view(source) : name);
-  GoClick(session.run);
+  window.BeginSource(ShownName(source));
+  RunResult result = GoClick(session.run);
   // A click that ended early keeps a name that was meant for this source only.
   if (session.state.AutoName) session.settings.TargetName.clear();
   session.state.AutoName = false;
   window.EndSource();
-  const std::string& lost = window.LostOutput();
-  if (!lost.empty() && lost != window.Att()) Complain(source + ": " + lost);
-  const std::optional<Fault> fault = SaveEndPicture(session, source);
-  if (fault) Complain("the picture: " + std::string(fault->Description()));
-  return EndedWell(window.Att(), session.messages) && lost.empty() && !fault && !Interrupted();
+  SaveEndPicture(session, source, result);
+  // The line tells of one, unless a later report took its place.
+  if (!result.lost.empty() && window.AttKind() != LineKind::Fault) {
+    const Fault& fault = result.lost.back();
+    Complain(source + ": " + LostLine(fault) + ": " + fault.Path());
+  }
+  return result.IsWell() && !Interrupted();
 }
 
 int ParseAndConvert(std::span<const std::string> arguments) {
@@ -135,14 +147,15 @@ int ParseAndConvert(std::span<const std::string> arguments) {
     return ExitUsage;
   }
   // What an edit was refused for, as a map program that can't be reached.
-  if (window.Att().starts_with(" ! ")) Complain(std::string(window.Att()));
+  if (window.AttKind() == LineKind::Fault) Complain(std::string(window.Att()));
 
   const InterruptGuard guard;
   window.SetRun(&session.run);
   bool allWell = true;
-  for (const std::string& source : options.sources) {
-    if (Interrupted()) break;
-    if (!ConvertSource(session, window, source)) allWell = false;
+  const std::vector<std::optional<Clash>> clashes = OutputClashes(session.settings, options.sources);
+  for (std::size_t i = 0; i < options.sources.size() && !Interrupted(); ++i) {
+    if (clashes[i]) RefuseSource(window, options.sources[i], *clashes[i]);
+    if (clashes[i] || !ConvertSource(session, window, options.sources[i])) allWell = false;
   }
   if (session.link.IsOpen) session.link.CloseApi();
   return allWell && !Interrupted() ? ExitWell : ExitFailed;

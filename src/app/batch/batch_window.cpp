@@ -1,6 +1,6 @@
 #include "app/batch/batch_window.h"
 
-#include "app/batch/interrupt.h"
+#include "app/interrupt.h"
 #include "core/code_page.h"
 #include "jobs/clicks.h"
 #include "platform/platform.h"
@@ -13,7 +13,6 @@ namespace {
 
 constexpr std::size_t ProgressWidth = 79;  // characters, so that a terminal doesn't wrap
 constexpr auto ProgressPace = std::chrono::milliseconds(100);
-constexpr std::string_view WriteFailed = "ошибка WriteF";
 constexpr unsigned PumpsPerLook = 64;  // at the clock
 
 }  // namespace
@@ -32,7 +31,6 @@ void BatchWindow::BeginSource(std::string_view name) {
       '?');
   hasPrinted_ = false;
   noted_.clear();
-  lostOutput_.clear();
 }
 
 void BatchWindow::EndSource() {
@@ -42,10 +40,10 @@ void BatchWindow::EndSource() {
   inSource_ = false;
 }
 
-void BatchWindow::SetAtt(std::string_view text) {
+void BatchWindow::SetAtt(std::string_view text, LineKind kind) {
+  attKind_ = kind;
   if (att_ == text) return;
   att_ = text;
-  if (text.starts_with(WriteFailed)) lostOutput_ = text;
   if (isVerbose_ && inSource_ && !att_.empty()) PrintLine(att_);
 }
 
@@ -67,6 +65,8 @@ void BatchWindow::Pump() {
   if (Interrupted() && run_) StopClick(*run_);
   if (showsProgress_ && ++pumps_ % PumpsPerLook == 0) ShowProgress();
 }
+
+bool BatchWindow::IsToEnd() const { return Interrupted(); }
 
 bool BatchWindow::Ask(std::string_view text, std::string_view title) {
   Note(std::string(title) + ": " + std::string(text) + (answer_ ? " yes\n" : " no\n"));

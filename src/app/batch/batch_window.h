@@ -25,12 +25,9 @@ class BatchWindow : public Window {
   void BeginSource(std::string_view name);
   void EndSource();
 
-  // What the source's run said of an output that couldn't be written, which later lines may have replaced;
-  // empty if there was none.
-  const std::string& LostOutput() const { return lostOutput_; }
-
-  void SetAtt(std::string_view text) override;
+  void SetAtt(std::string_view text, LineKind kind = LineKind::Progress) override;
   std::string_view Att() const override { return att_; }
+  LineKind AttKind() const override { return attKind_; }
   void RepaintAtt() override;
   void SetSpd(std::string_view text) override { spd_ = text; }
   std::string_view Spd() const override { return spd_; }
@@ -41,6 +38,7 @@ class BatchWindow : public Window {
   void SetBusy(bool) override {}
   void Pump() override;
   void Wait(int) override {}
+  bool IsToEnd() const override;
   void Beep() override {}
   bool Ask(std::string_view text, std::string_view title) override;
   void Inform(std::string_view text, std::string_view title) override;
@@ -57,9 +55,9 @@ class BatchWindow : public Window {
   Run* run_ = nullptr;
   bool inSource_ = false;
   std::string name_, att_, spd_;
+  LineKind attKind_ = LineKind::Progress;
   std::string printed_;  // the last line of the source on standard output
   bool hasPrinted_ = false;
-  std::string lostOutput_;
   std::string noted_;  // the last question or information of the source
   std::set<std::string, std::less<>> disabled_;
   unsigned pumps_ = 0;

@@ -1,26 +1,25 @@
 #include "app/batch/end_picture.h"
 
 #include "app/session.h"
-#include "core/files.h"
-#include "core/window.h"
+#include "core/run_result.h"
+#include "jobs/job_table.h"
 
 namespace sondrix {
 
-std::optional<Fault> SaveEndPicture(Session& session, const std::string& source) {
-  const Settings& settings = session.settings;
-  const bool isEchogram = source.ends_with(".sl2") || source.ends_with(".sl3");
-  const bool failed = session.window.Att().starts_with(" ! ");
-  if (!isEchogram || failed || !settings.MakeGraf || session.state.KnownSamples == 0) return std::nullopt;
-  const std::string_view file = FileNameOf(source);
-  const std::string name =
-      settings.TargetName.empty() ? std::string(file.substr(0, file.rfind('.'))) : settings.TargetName;
-  const std::string suffix = "_ch" + std::to_string(ChannelByte(session.state.SelectedChannel)) + ".bmp";
+void SaveEndPicture(Session& session, std::string_view source, RunResult& result) {
+  const bool hasFailed = result.end == RunEnd::Failed || result.end == RunEnd::Refused;
+  const bool isDrawn = session.settings.MakeGraf && session.state.KnownSamples != 0;
+  if (!JobOf(source).hasPictures || hasFailed || !isDrawn) return;
+  const std::string path =
+      result.target + SuffixOf(EndPictureSuffix, ChannelByte(session.state.SelectedChannel));
+  bool isWhole = false;
   try {
-    SaveGraph(session.pictures, settings.TargetPath + name + suffix);
+    SaveGraph(session.pictures, session.outputs, path);
+    isWhole = true;
   } catch (...) {
-    return CaughtFault();
+    result.lost.emplace_back(static_cast<FaultNumber>(CaughtFault().Number()), path);
   }
-  return std::nullopt;
+  result.outputs.push_back({path, isWhole});
 }
 
 }  // namespace sondrix

@@ -1,17 +1,15 @@
 #pragma once
 
-#include "core/fault.h"
-
-#include <optional>
-#include <string>
+#include <string_view>
 
 namespace sondrix {
 
+struct RunResult;
 struct Session;
 
 // What a window would show at the end of an echogram's run, as "<target name>_ch<channel>.bmp" among the
-// outputs. Nothing where no frame was drawn or the run failed. Returns the fault if the file can't be
-// written.
-std::optional<Fault> SaveEndPicture(Session& session, const std::string& source);
+// outputs of the result. Nothing where no frame was drawn or the run failed. A picture that can't be written
+// joins the result's lost outputs.
+void SaveEndPicture(Session& session, std::string_view source, RunResult& result);
 
 }  // namespace sondrix

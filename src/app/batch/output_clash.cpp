@@ -2,13 +2,12 @@
 
 #include "core/files.h"
 #include "core/settings.h"
+#include "jobs/job_table.h"
 #include "platform/file_system.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <map>
-#include <string_view>
-#include <vector>
 
 namespace sondrix {
 namespace {
@@ -26,58 +25,33 @@ std::string PlaceOf(const std::string& path) {
   return spelled;
 }
 
-std::string FolderOf(const Settings& settings) { return WithSeparator(settings.TargetPath, 3); }
-
-// What is put behind the target's name, by the source's extension; the last row serves all others.
-struct OutputRow {
-  std::string_view extension;
-  std::vector<std::string_view> suffixes;
-};
-const OutputRow Outputs[] = {
-    {"sl2", {".csv", "_bad.txt", "_usr.wpt"}},
-    {"sl3", {".csv", "_bad.txt", "_usr.wpt"}},
-    {"log", {".drd.txt", ".srf.txt", ".plt", ".mp", ".bad.txt"}},
-    {"", {".txt", ".plt", ".mp", "_bad.txt"}},
-};
-
-// The places that a run of the source writes to. None for a source that no job would take.
-std::vector<std::string> PlacesOf(const Settings& settings, const std::string& source) {
-  const std::string_view file = FileNameOf(source);
-  const std::size_t point = file.rfind('.');
-  if (file.empty() || (point == std::string_view::npos && settings.TargetName.empty())) return {};
-
-  const std::string_view extension = std::string_view(source).substr(source.rfind('.') + 1);
-  if (extension == "mp") return {PlaceOf(source.substr(0, source.size() - 3) + ".txt")};
-
-  const std::string folder = FolderOf(settings);
-  const std::string stem =
-      folder + (settings.TargetName.empty() ? std::string(file.substr(0, point)) : settings.TargetName);
-  std::vector<std::string> places;
-  const auto* row = std::find_if(std::begin(Outputs), std::end(Outputs) - 1,
-                                 [&](const OutputRow& one) { return one.extension == extension; });
-  for (const std::string_view suffix : row->suffixes) places.push_back(PlaceOf(stem + std::string(suffix)));
-  if (!extension.starts_with("sl")) return places;
-  const std::string channel = stem + "_ch" + std::to_string(settings.UseTyp);
-  if (settings.MakeCut) places.push_back(PlaceOf(channel + ".sl2"));
-  if (settings.MakeGraf) places.push_back(PlaceOf(channel + ".bmp"));
-  if (settings.SaveGraf) places.push_back(PlaceOf(folder + "echo"));
-  return places;
-}
-
 }  // namespace
 
-std::optional<Clash> OutputClash(const Settings& settings, std::span<const std::string> sources) {
-  std::map<std::string, std::string> sourcePlaces, claimed;
-  for (const std::string& source : sources) sourcePlaces.emplace(PlaceOf(source), source);
-  for (const std::string& source : sources) {
-    for (const std::string& place : PlacesOf(settings, source)) {
-      const auto overwritten = sourcePlaces.find(place);
-      if (overwritten != sourcePlaces.end()) return Clash{source, overwritten->second, true};
-      const auto [owner, isFree] = claimed.emplace(place, source);
-      if (!isFree) return Clash{owner->second, source, false};
+std::vector<std::optional<Clash>> OutputClashes(const Settings& settings,
+                                                std::span<const std::string> sources) {
+  struct Claim {
+    std::size_t source;
+    std::string path;
+  };
+  std::map<std::string, std::size_t> sourcePlaces;
+  std::map<std::string, Claim> claims;
+  std::vector<std::optional<Clash>> clashes(sources.size());
+  for (std::size_t i = 0; i < sources.size(); ++i) sourcePlaces.emplace(PlaceOf(sources[i]), i);
+  for (std::size_t i = 0; i < sources.size(); ++i) {
+    for (const std::string& path : OutputsOf(settings, sources[i])) {
+      const std::string place = PlaceOf(path);
+      if (const auto found = sourcePlaces.find(place); found != sourcePlaces.end()) {
+        clashes[i] = Clash{path, sources[found->second], true};
+        break;
+      }
+      const auto [claim, isFree] = claims.emplace(place, Claim{i, path});
+      if (isFree || claim->second.source == i) continue;
+      if (!clashes[i]) clashes[i] = Clash{path, sources[claim->second.source], false};
+      std::optional<Clash>& first = clashes[claim->second.source];
+      if (!first) first = Clash{claim->second.path, sources[i], false};
     }
   }
-  return std::nullopt;
+  return clashes;
 }
 
 }  // namespace sondrix

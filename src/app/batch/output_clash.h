@@ -3,19 +3,21 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <vector>
 
 namespace sondrix {
 
 struct Settings;
 
-// Two sources of a call that can't both be had.
+// Why a source of a call can't be had beside the others.
 struct Clash {
-  std::string first, second;
-  bool overwrites = false;  // a run of the first would replace the second, which may be the first itself
+  std::string path;         // that it would write
+  std::string other;        // the source that has the same output, or whose place it would take
+  bool overwrites = false;  // it would take the place of the other, which may be the source itself
 };
 
-// The first two sources whose runs would write a file of the same name with these settings, or the first of
-// which an output would take the place of a source.
-std::optional<Clash> OutputClash(const Settings& settings, std::span<const std::string> sources);
+// For each source what speaks against its run with these settings, if anything does.
+std::vector<std::optional<Clash>> OutputClashes(const Settings& settings,
+                                                std::span<const std::string> sources);
 
 }  // namespace sondrix

@@ -9,6 +9,7 @@
 #include "app/desktop/qt_text.h"
 #include "app/desktop/run_panel.h"
 #include "app/desktop/settings_panel.h"
+#include "app/interrupt.h"
 #include "core/channel.h"
 
 #include <QApplication>
@@ -248,7 +249,7 @@ void DesktopWindow::SetBusy(bool busy) {
 void DesktopWindow::ShowAll() {
   if (att_ != shownAtt_) {
     shownAtt_ = att_;
-    runPanel_->att->ShowLine(att_);
+    runPanel_->att->ShowLine(att_, attKind_ == LineKind::Fault);
   }
   if (spd_ != shownSpd_) {
     shownSpd_ = spd_;
@@ -278,6 +279,8 @@ void DesktopWindow::Wait(int milliseconds) {
   loop.exec();
   wait_ = outer;
 }
+
+bool DesktopWindow::IsToEnd() const { return Interrupted(); }
 
 void DesktopWindow::EndWait() {
   if (wait_) wait_->quit();

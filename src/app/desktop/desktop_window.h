@@ -43,8 +43,12 @@ class DesktopWindow final : public QMainWindow, public Window {
   Session& TheSession() { return session_; }
   DesktopServices services;
 
-  void SetAtt(std::string_view text) override { att_ = text; }
+  void SetAtt(std::string_view text, LineKind kind = LineKind::Progress) override {
+    att_ = text;
+    attKind_ = kind;
+  }
   std::string_view Att() const override { return att_; }
+  LineKind AttKind() const override { return attKind_; }
   void RepaintAtt() override;
   void SetSpd(std::string_view text) override { spd_ = text; }
   std::string_view Spd() const override { return spd_; }
@@ -55,6 +59,7 @@ class DesktopWindow final : public QMainWindow, public Window {
   void SetBusy(bool busy) override;
   void Pump() override;
   void Wait(int milliseconds) override;
+  bool IsToEnd() const override;
   void Beep() override { services.beep(); }
   bool Ask(std::string_view text, std::string_view title) override;
   void Inform(std::string_view text, std::string_view title) override;
@@ -107,6 +112,7 @@ class DesktopWindow final : public QMainWindow, public Window {
   PictureView *course_ = nullptr, *heading_ = nullptr;
   std::vector<Channel> missingChannels_;
   std::string att_, spd_, shownAtt_, shownSpd_;
+  LineKind attKind_ = LineKind::Progress;
   Clock::time_point shownAt_;
   QEventLoop* wait_ = nullptr;      // while a run waits
   QWidget* focusBefore_ = nullptr;  // what had the focus when a run disabled it

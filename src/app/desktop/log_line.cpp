@@ -60,11 +60,11 @@ LogLine::LogLine(QWidget* parent) : QLineEdit(parent) {
   setAcceptDrops(false);
 }
 
-void LogLine::ShowLine(std::string_view line) {
+void LogLine::ShowLine(std::string_view line, bool isFault) {
   setText(QtText(line));
   setCursorPosition(0);
   Fit();
-  if (const bool isFault = line.starts_with(" ! "); isFault != isFault_) {
+  if (isFault != isFault_) {
     isFault_ = isFault;
     QPalette colours;
     if (isFault) colours.setColor(QPalette::Text, QColor(0xB0, 0x10, 0x10));

@@ -18,7 +18,7 @@ class LogLine : public QLineEdit {
 
   // Its place with a text of one row, and with one of two.
   void SetPlaces(const QRect& one, const QRect& two);
-  void ShowLine(std::string_view line);
+  void ShowLine(std::string_view line, bool isFault = false);
   // Without a run there is no bar.
   void SetRunning(bool running);
   int Percent() const { return percent_; }  // of the bar; -1 for none

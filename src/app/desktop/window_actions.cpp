@@ -53,7 +53,7 @@ void DesktopWindow::ChooseItem(int index) {
   const auto* items = static_cast<QComboBox*>(Find("boxLang"));
   EditField(session_, "boxLang", Utf8Of(items->itemText(index)));
   ShowCaptions();
-  SetAtt(HintHelpOf(session_.langId));
+  SetAtt(HintHelpOf(session_.langId), LineKind::Notice);
   if (showsSketch_) DrawSketch();
   ShowAll();
 }
@@ -67,7 +67,11 @@ void DesktopWindow::ToggleTrack() {
   colours.setColor(QPalette::WindowText, palette().color(flag ? QPalette::Highlight : QPalette::ButtonText));
   label->setPalette(colours);
   if (flag) Beep();
-  SetAtt(flag ? " ! " + Utf8Of(static_cast<QLabel*>(Find("lblUseRad"))->text()) : std::string());
+  if (flag) {
+    SetAtt(" ! " + Utf8Of(static_cast<QLabel*>(Find("lblUseRad"))->text()), LineKind::Fault);
+  } else {
+    SetAtt("");
+  }
 }
 
 void DesktopWindow::ToggleWidth() {
@@ -84,7 +88,7 @@ void DesktopWindow::ToggleWidth() {
 void DesktopWindow::SaveScreen() {
   std::string time = ClockTime(ClockNow());
   std::erase(time, ':');
-  SaveGraph(session_.pictures, session_.settings.TargetPath + time + ".bmp");
+  SaveGraph(session_.pictures, session_.outputs, session_.settings.TargetPath + time + ".bmp");
 }
 
 void DesktopWindow::ShowHelpText() {
@@ -106,7 +110,9 @@ void DesktopWindow::SavePicture() {
   const QPixmap graph = runPanel_->Graph();
   const std::string folder = WithSeparator(session_.settings.TargetPath);
   const std::string path = services.askPicture(folder + "sondrix.png");
-  if (!path.empty() && !graph.save(QtText(path))) throw Fault(FaultNumber::PathAccess);
+  if (path.empty()) return;
+  session_.outputs.Guard(path);
+  if (!graph.save(QtText(path))) throw Fault(FaultNumber::PathAccess);
 }
 
 void DesktopWindow::ConnectMenus() {

@@ -55,7 +55,7 @@ void DesktopWindow::Act(const char* place, const std::function<void()>& click) {
   } catch (...) {
     const Fault fault = CaughtFault();
     Beep();
-    SetAtt(FaultLine(place, fault));
+    SetAtt(FaultLine(place, fault), LineKind::Fault);
   }
   ShowAll();
 }

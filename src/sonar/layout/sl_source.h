@@ -36,9 +36,16 @@ class SlSource {
     return {window_ + (from - windowStart_), count};
   }
 
+  // Whether count bytes from an index lie inside the file.
+  bool Has(std::int64_t index, std::size_t count) const {
+    return BaseOffset + index + static_cast<std::int64_t>(count) <= FileLength();
+  }
+
   // Fault 9 if count bytes from an index aren't all there: for bytes that nobody reads.
   void Require(std::int64_t index, std::int64_t count) const;
 
+  // Whether the file isn't any more what was opened.
+  bool HasChanged() const { return file_.HasChanged(); }
   void Close() { file_.Close(); }
 
   std::int64_t BaseOffset = 0;    // file offset of index 0

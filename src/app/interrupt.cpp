@@ -1,4 +1,6 @@
-#include "app/batch/interrupt.h"
+#include "app/interrupt.h"
+
+#include "platform/platform.h"
 
 #include <atomic>
 #include <csignal>
@@ -17,15 +19,18 @@ void NoteInterrupt(int signal) {
 
 }  // namespace
 
-// A script that runs the program in the background has it ignore the signal.
 InterruptGuard::InterruptGuard() {
   interrupted = false;
-  previous_ = std::signal(SIGINT, NoteInterrupt);
-  if (previous_ == SIG_IGN) std::signal(SIGINT, SIG_IGN);
+  for (const int one : EndSignals()) {
+    previous_.push_back(std::signal(one, NoteInterrupt));
+    if (previous_.back() == SIG_IGN) std::signal(one, SIG_IGN);
+  }
 }
 
 InterruptGuard::~InterruptGuard() {
-  if (previous_ != SIG_ERR) std::signal(SIGINT, previous_);
+  for (std::size_t i = 0; i < previous_.size(); ++i) {
+    if (previous_[i] != SIG_ERR) std::signal(EndSignals()[i], previous_[i]);
+  }
 }
 
 bool Interrupted() { return interrupted.load(std::memory_order_relaxed); }

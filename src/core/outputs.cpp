@@ -1,0 +1,101 @@
+#include "core/outputs.h"
+
+#include "core/code_page.h"
+#include "core/window.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace sondrix {
+
+namespace {
+
+// What can't be found out of a path shows when it is opened.
+std::optional<FileId> KnownId(std::string_view path) {
+  try {
+    return IdOf(path);
+  } catch (const Fault&) {
+    return std::nullopt;
+  }
+}
+
+}  // namespace
+
+std::string LostLine(const Fault& fault) {
+  return "ошибка WriteF: " + std::to_string(fault.Number()) + ". " + std::string(fault.Description());
+}
+
+void Outputs::Begin(std::string_view source) {
+  source_ = KnownId(source);
+  record_.clear();
+  lost_.clear();
+}
+
+void Outputs::Guard(std::string_view path) const {
+  if (source_ && KnownId(path) == source_) throw Fault(FaultNumber::FileAlreadyOpen, std::string(path));
+}
+
+RunOutput& Outputs::RecordOf(std::string_view path) {
+  const auto found = std::find_if(record_.begin(), record_.end(),
+                                  [path](const RunOutput& output) { return output.path == path; });
+  if (found != record_.end()) return *found;
+  return record_.emplace_back(RunOutput{std::string(path), false});
+}
+
+void Outputs::Expect(std::string_view path) {
+  RecordOf(path).isWhole = false;
+  Guard(path);
+}
+
+OutputFile Outputs::Open(std::string_view path) {
+  Expect(path);
+  return OutputFile(path);
+}
+
+GrowingFile Outputs::Grow(std::string_view path) {
+  Expect(path);
+  return GrowingFile(path);
+}
+
+void Outputs::SetWhole(std::string_view path) { RecordOf(path).isWhole = true; }
+
+void Outputs::Forget(std::string_view path) {
+  std::erase_if(record_, [path](const RunOutput& output) { return output.path == path; });
+}
+
+void Outputs::Write(std::string_view path, std::span<const std::string_view> pieces) {
+  Open(path).Complete(pieces);
+  SetWhole(path);
+}
+
+void Outputs::Lose(std::string_view path, const Fault& fault, Window& window) {
+  lost_.emplace_back(static_cast<FaultNumber>(fault.Number()), std::string(path));
+  window.SetAtt(LostLine(fault), LineKind::Fault);
+}
+
+void Outputs::WriteBytesF(std::string_view path, std::span<const std::string_view> pieces, Window& window) {
+  try {
+    std::vector<std::string_view> all(pieces.begin(), pieces.end());
+    all.emplace_back("\r\n");
+    Write(path, all);
+  } catch (...) {
+    Lose(path, CaughtFault(), window);
+  }
+}
+
+void Outputs::WriteF(std::string_view path, std::string_view text, Window& window) {
+  try {
+    const std::string bytes = ToCodePage(text);
+    const std::string_view piece = bytes;
+    WriteBytesF(path, std::span(&piece, 1), window);
+  } catch (...) {
+    Lose(path, CaughtFault(), window);
+  }
+}
+
+void Outputs::TakeInto(RunResult& result) {
+  result.outputs = std::exchange(record_, {});
+  result.lost = std::exchange(lost_, {});
+}
+
+}  // namespace sondrix
