@@ -48,6 +48,11 @@ TEST_F(WindowTest, StopsAtOnceAlsoInAPause) {
   EXPECT_TRUE(window->Att().starts_with(" * proc")) << window->Att();
 }
 
+TEST_F(WindowTest, ANoticeIsInTheLanguageChosenInThePauseBefore) {
+  RunWith({[&] { Click("RunSet"); }, [&] { ChooseLanguage(2); }, [&] { Click("RunEnd"); }});
+  EXPECT_EQ(window->Att(), MessagesOf(LangGerman)->MsgAborted);
+}
+
 TEST_F(WindowTest, ClosingDuringARunStopsItAndKeepsTheWindow) {
   RunWith({[&] { EXPECT_FALSE(window->close()); }});
   EXPECT_TRUE(window->isVisible());
@@ -55,6 +60,26 @@ TEST_F(WindowTest, ClosingDuringARunStopsItAndKeepsTheWindow) {
   EXPECT_FALSE(std::filesystem::exists(Path("sondrix.ini")));
   EXPECT_TRUE(window->close());
   EXPECT_TRUE(std::filesystem::exists(Path("sondrix.ini")));
+}
+
+// The click waits before its job starts, as long as the job before has paused for a defect.
+TEST_F(WindowTest, AClosingOrAKeyInTheFirstWaitStopsTheRun) {
+  window->SetSource(WriteEchogram());
+  for (const bool closes : {true, false}) {
+    window->TheSession().state.DefectPause = 200;
+    QTimer::singleShot(50, window.get(), [&] {
+      EXPECT_FALSE(Find("btnGO")->isEnabled() || Find("RunSet")->isEnabled());
+      if (closes) {
+        EXPECT_FALSE(window->close());
+      } else {
+        QTest::keyClick(window.get(), Qt::Key_Escape);
+      }
+    });
+    Click("btnGO");
+    EXPECT_EQ(window->Att(), " * processing aborted by user") << closes;
+    EXPECT_FALSE(std::filesystem::exists(Path("out/trip.csv"))) << closes;
+    EXPECT_TRUE(window->isVisible() && Find("btnGO")->isEnabled());
+  }
 }
 
 TEST_F(WindowTest, ContrastLanguageAndWidthChangeDuringARun) {
