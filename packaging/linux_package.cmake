@@ -18,13 +18,15 @@ set(pages sondrix-batch.1)
 configure_file(${linux}/sondrix-batch.1.in ${made}/sondrix-batch.1 @ONLY)
 configure_file(${linux}/sondrix.1.in ${made}/sondrix.1 @ONLY)
 configure_file(${linux}/sondrix.metainfo.xml.in ${made}/sondrix.metainfo.xml @ONLY)
+configure_file(${linux}/sondrix.desktop.in ${made}/sondrix.desktop @ONLY)
+configure_file(${linux}/sondrix-mime.xml.in ${made}/sondrix-mime.xml @ONLY)
 configure_file(${linux}/changelog.Debian.in ${made}/changelog.Debian @ONLY)
 
 if(TARGET sondrix)
   list(APPEND pages sondrix.1)
-  install(FILES ${linux}/sondrix.desktop DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/applications)
+  install(FILES ${made}/sondrix.desktop DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/applications)
   install(FILES ${made}/sondrix.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/metainfo)
-  install(FILES ${linux}/sondrix-mime.xml DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/mime/packages RENAME sondrix.xml)
+  install(FILES ${made}/sondrix-mime.xml DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/mime/packages RENAME sondrix.xml)
 
   # The window's own drawing as files, beside the SVG.
   set(icons ${CMAKE_INSTALL_DATAROOTDIR}/icons/hicolor)

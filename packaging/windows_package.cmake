@@ -34,8 +34,12 @@ set(CPACK_SONDRIX_ICON ${PROJECT_SOURCE_DIR}/src/app/desktop/sondrix.ico)
 set(CPACK_SONDRIX_MAIN sondrix-batch.exe)
 set(CPACK_SONDRIX_SHORTCUT "")
 set(CPACK_SONDRIX_RUN_AT_END "")
+set(CPACK_SONDRIX_OPEN "")
 if(TARGET sondrix)
   set(CPACK_SONDRIX_MAIN sondrix.exe)
   set(CPACK_SONDRIX_SHORTCUT "CreateShortcut \"\${START}\\Sondrix.lnk\" \"$INSTDIR\\sondrix.exe\"")
   set(CPACK_SONDRIX_RUN_AT_END "!define MUI_FINISHPAGE_RUN \"$INSTDIR\\sondrix.exe\"")
+  # Windows offers the window for all kinds of source; which program a double click starts stays the user's choice.
+  set(CPACK_SONDRIX_OPEN
+      "  WriteRegStr HKCU \"\${APPLICATION}\\shell\\open\\command\" \"\" '\"$INSTDIR\\sondrix.exe\" \"%1\"'\n${CPACK_SONDRIX_OFFER}")
 endif()

@@ -2,8 +2,10 @@
 
 #include "core/fault.h"
 #include "core/files.h"
+#include "jobs/job_table.h"
 #include "test_window.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <string>
 
@@ -45,6 +47,20 @@ TEST(FileChoice, TheFieldsTakeWhatADialogGives) {
   dialogs.shellOpen = [](auto&) { return NoAssociation; };
   ShellOpen(dialogs, window, "/picture");
   EXPECT_EQ(window.att, "неизвестный тип файла...");
+}
+
+TEST(FileChoice, TheDialogShowsEveryKindOfSourceInEveryLanguage) {
+  for (const LangId language : {LangEnglish, LangRussian, LangGerman}) {
+    const auto filters = ParseFilters(MessagesOf(language)->FilterSource);
+    ASSERT_EQ(filters.size(), 1u);
+    const std::string patterns = filters[0].patterns + ";";
+    for (const JobRow& job : Jobs()) {
+      std::string pattern = "*." + std::string(job.extension) + ";";
+      std::transform(pattern.begin(), pattern.end(), pattern.begin(),
+                     [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
+      EXPECT_NE(patterns.find(pattern), std::string::npos) << patterns << " lacks " << pattern;
+    }
+  }
 }
 
 TEST(FileChoice, ListsAndFolders) {
