@@ -39,6 +39,16 @@ TEST(OutputClash, SeesTheSameNamesOnly) {
     }
     EXPECT_EQ(found, clashes) << sources[0] << " " << sources.back();
   }
+  // The crop counts where it is made.
+  Settings settings;
+  settings.TargetPath = "out/";
+  settings.UseTyp = 5;
+  for (const bool crops : {false, true}) {
+    settings.MakeCut = crops;
+    settings.MakeGraf = !crops;
+    EXPECT_EQ(OutputClashes(settings, std::vector<std::string>{"a.sl2", "out/a_ch5.sl2"})[0].has_value(),
+              crops);
+  }
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "platform/platform.h"
 
+#include "platform/shared_library.h"
+
 #include <cstdlib>
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -29,6 +31,23 @@ TEST(Platform, OneInstanceOfAName) {
     EXPECT_TRUE(first.IsFirst());
     EXPECT_FALSE(SingleInstance(name).IsFirst());
   }
+}
+
+// The recorder stands for the map program's library.
+TEST(Platform, ALibraryIsTakenWholeAndByItsWholePath) {
+  namespace fs = std::filesystem;
+  const fs::path file = fs::path(testing::TempDir()) / LibraryFileName("Sondrix-Test");
+  fs::copy_file(RECORDER, file, fs::copy_options::overwrite_existing);
+  EXPECT_TRUE(SharedLibrary(file.string()).Find("oziCloseApi", 0));
+  EXPECT_FALSE(SharedLibrary(file.string()).Find("ozi", 0));
+  for (const std::string& path : {file.filename().string(), testing::TempDir(), file.string() + ".none"})
+    EXPECT_FALSE(SharedLibrary(path).IsLoaded()) << path;
+  // What is behind the first quarter may be for a debugger.
+  for (const std::uintmax_t length : {fs::file_size(file) / 4, std::uintmax_t{64}, std::uintmax_t{0}}) {
+    fs::resize_file(file, length);
+    EXPECT_FALSE(SharedLibrary(file.string()).IsLoaded()) << length;
+  }
+  fs::remove(file);
 }
 
 #ifndef _WIN32

@@ -12,7 +12,7 @@ TEST(TrackPoint, LiveTrackStepsWithTheSpeed) {
   std::vector<SampleFrame> frames;
   for (int i = 0; i <= 500; ++i) {
     frames.push_back(Frame(2, static_cast<float>(i) + 0.04F, 4'105'000 + i, 7'533'000, 320));
-    frames.back().Speed = i < 200 ? 7.0F : i < 300 ? 4.0F : 2.0F;
+    frames.back().Speed = i < 200 ? 6.0F : i < 300 ? 3.0F : 2.9F;
   }
   TestRun test;
   test.settings.ViewOzi = true;
