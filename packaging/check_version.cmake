@@ -15,7 +15,7 @@ macro(expect_version file line)
   endif()
 endmacro()
 
-expect_version(${SOURCE}/CHANGELOG.md "^## ")
+expect_version(${SOURCE}/CHANGELOG.md "^## \\[[0-9]")
 expect_version(${SOURCE}/README.md "sondrix[-_][0-9.]+-.*[.](deb|exe|zip)")
 if(EXISTS ${MADE}/texts)
   expect_version(${MADE}/texts/readme.txt "^Sondrix ")

@@ -21,6 +21,12 @@ configure_file(${linux}/sondrix.metainfo.xml.in ${made}/sondrix.metainfo.xml @ON
 configure_file(${linux}/sondrix.desktop.in ${made}/sondrix.desktop @ONLY)
 configure_file(${linux}/sondrix-mime.xml.in ${made}/sondrix-mime.xml @ONLY)
 configure_file(${linux}/changelog.Debian.in ${made}/changelog.Debian @ONLY)
+configure_file(${linux}/completion.bash.in ${made}/completion.bash @ONLY)
+configure_file(${linux}/completion.zsh.in ${made}/completion.zsh @ONLY)
+install(FILES ${made}/completion.bash DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/bash-completion/completions
+        RENAME sondrix-batch)
+install(FILES ${made}/completion.zsh DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/zsh/vendor-completions
+        RENAME _sondrix-batch)
 
 if(TARGET sondrix)
   list(APPEND pages sondrix.1)

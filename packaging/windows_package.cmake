@@ -25,6 +25,9 @@ install(FILES ${texts}/readme.txt ${texts}/licence.txt ${texts}/changelog.txt DE
 
 set(CPACK_GENERATOR ZIP NSIS)
 set(CPACK_PACKAGE_FILE_NAME sondrix-${PROJECT_VERSION}-windows-${width})
+if(NOT TARGET sondrix)
+  string(APPEND CPACK_PACKAGE_FILE_NAME -batch)
+endif()
 set(CPACK_PACKAGE_INSTALL_DIRECTORY Sondrix)
 set(CPACK_RESOURCE_FILE_LICENSE ${texts}/licence.txt)
 
