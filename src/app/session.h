@@ -32,6 +32,9 @@ struct Session {
   Run run;
 };
 
+// Gives a session the settings, the state, the language and the link of another.
+void TakeOver(Session& session, const Session& other);
+
 // Makes langId the language of all messages, also in the middle of a run. A number without a table is
 // recorded, and the messages stay as they are.
 void ApplyLanguage(Session& session, LangId langId);

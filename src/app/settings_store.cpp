@@ -74,10 +74,14 @@ std::optional<LoadFault> LoadAtStart(Session& session, std::string_view iniFile,
   return std::nullopt;
 }
 
+bool WriteSettings(const Session& session, std::string_view iniFile) {
+  return IWriteAll(iniFile, IniSection, ValuesOf(session));
+}
+
 bool SaveSettings(Session& session, std::string_view iniFile) {
   try {
     EndLink(session.link);
-    return IWriteAll(iniFile, IniSection, ValuesOf(session));
+    return WriteSettings(session, iniFile);
   } catch (...) {
     return false;
   }

@@ -27,6 +27,10 @@ bool IsListed(std::string_view path);
 std::optional<LoadFault> LoadAtStart(Session& session, std::string_view iniFile,
                                      const std::function<std::string()>& openPath);
 
+// Writes all keys. The file is replaced as a whole, its other keys, sections and comments are kept; on a
+// fault the old one stays whole. False if nothing was written.
+bool WriteSettings(const Session& session, std::string_view iniFile);
+
 // What a closing does: ends the link to the map program if one was opened, then writes all keys, kind by kind
 // of field. The channel is that of the state at closing. The file is replaced as a whole, its other keys,
 // sections and comments are kept; on a fault the old one stays whole and nothing is reported. False if

@@ -129,6 +129,14 @@ void DeleteIfThere(std::string_view path) {
 
 std::optional<FileId> IdOf(std::string_view path) { return IdAt(PathOf(path)); }
 
+std::optional<FileId> KnownIdOf(std::string_view path) {
+  try {
+    return IdOf(path);
+  } catch (const Fault&) {
+    return std::nullopt;
+  }
+}
+
 void FileCloser::operator()(std::FILE* file) const { std::fclose(file); }
 
 // The kind of file is looked up before the opening, which would wait for the other end of a pipe.

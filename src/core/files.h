@@ -38,6 +38,8 @@ void DeleteIfThere(std::string_view path);
 // Of the file that a path leads to, links followed; none where there is none. Faults where that can't be
 // found out.
 std::optional<FileId> IdOf(std::string_view path);
+// The same, and none where it can't be found out.
+std::optional<FileId> KnownIdOf(std::string_view path);
 
 struct FileCloser {
   void operator()(std::FILE* file) const;

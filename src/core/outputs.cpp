@@ -3,43 +3,29 @@
 #include "core/code_page.h"
 #include "core/window.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace sondrix {
-
-namespace {
-
-// What can't be found out of a path shows when it is opened.
-std::optional<FileId> KnownId(std::string_view path) {
-  try {
-    return IdOf(path);
-  } catch (const Fault&) {
-    return std::nullopt;
-  }
-}
-
-}  // namespace
 
 std::string LostLine(const Fault& fault) {
   return "ошибка WriteF: " + std::to_string(fault.Number()) + ". " + std::string(fault.Description());
 }
 
 void Outputs::Begin(std::string_view source) {
-  source_ = KnownId(source);
+  source_ = KnownIdOf(source);
   record_.clear();
+  places_.clear();
   lost_.clear();
 }
 
 void Outputs::Guard(std::string_view path) const {
-  if (source_ && KnownId(path) == source_) throw Fault(FaultNumber::FileAlreadyOpen, std::string(path));
+  if (source_ && KnownIdOf(path) == source_) throw Fault(FaultNumber::FileAlreadyOpen, std::string(path));
 }
 
 RunOutput& Outputs::RecordOf(std::string_view path) {
-  const auto found = std::find_if(record_.begin(), record_.end(),
-                                  [path](const RunOutput& output) { return output.path == path; });
-  if (found != record_.end()) return *found;
-  return record_.emplace_back(RunOutput{std::string(path), false});
+  const auto [place, isNew] = places_.emplace(path, record_.size());
+  if (isNew) record_.push_back({std::string(path), false});
+  return record_[place->second];
 }
 
 void Outputs::Expect(std::string_view path) {
@@ -60,7 +46,10 @@ GrowingFile Outputs::Grow(std::string_view path) {
 void Outputs::SetWhole(std::string_view path) { RecordOf(path).isWhole = true; }
 
 void Outputs::Forget(std::string_view path) {
-  std::erase_if(record_, [path](const RunOutput& output) { return output.path == path; });
+  const auto found = places_.find(path);
+  if (found == places_.end()) return;
+  record_[found->second].path.clear();
+  places_.erase(found);
 }
 
 void Outputs::Write(std::string_view path, std::span<const std::string_view> pieces) {
@@ -95,7 +84,9 @@ void Outputs::WriteF(std::string_view path, std::string_view text, Window& windo
 
 void Outputs::TakeInto(RunResult& result) {
   result.outputs = std::exchange(record_, {});
+  std::erase_if(result.outputs, [](const RunOutput& output) { return output.path.empty(); });
   result.lost = std::exchange(lost_, {});
+  places_.clear();
 }
 
 }  // namespace sondrix

@@ -3,6 +3,7 @@
 #include "core/files.h"
 #include "core/run_result.h"
 
+#include <map>
 #include <optional>
 #include <span>
 #include <string>
@@ -53,6 +54,7 @@ class Outputs {
 
   std::optional<FileId> source_;
   std::vector<RunOutput> record_;
+  std::map<std::string, std::size_t, std::less<>> places_;  // in the record, by path
   std::vector<Fault> lost_;
 };
 

@@ -25,12 +25,12 @@ constexpr OutputSuffix MapOutputs[] = {{".txt"}};
 RunResult RunSonar(Run& run) { return JobSl(run); }
 
 constexpr JobRow Table[] = {
-    {.extension = "csv", .run = JobCsv, .outputs = TableOutputs},
-    {.extension = "txt", .run = JobCsv, .outputs = TableOutputs},
     {.extension = "sl2", .run = RunSonar, .outputs = SonarOutputs, .hasPictures = true},
     {.extension = "sl3", .run = RunSonar, .outputs = SonarOutputs, .hasPictures = true},
     {.extension = "log", .run = JobLog, .outputs = LogOutputs},
-    {.extension = "mp", .run = JobMp, .outputs = MapOutputs, .isBesideSource = true}};
+    {.extension = "csv", .run = JobCsv, .outputs = TableOutputs},
+    {.extension = "mp", .run = JobMp, .outputs = MapOutputs, .isBesideSource = true},
+    {.extension = "txt", .run = JobCsv, .outputs = TableOutputs}};
 
 }  // namespace
 
@@ -40,7 +40,7 @@ const JobRow& JobOf(std::string_view source) {
   const std::string_view extension = source.substr(source.rfind('.') + 1);
   const auto* const row = std::find_if(std::begin(Table), std::end(Table),
                                        [extension](const JobRow& one) { return one.extension == extension; });
-  return row == std::end(Table) ? Table[0] : *row;
+  return row == std::end(Table) ? JobOf("csv") : *row;
 }
 
 std::string SuffixOf(std::string_view suffix, int channel) {

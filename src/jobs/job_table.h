@@ -18,7 +18,7 @@ struct OutputSuffix {
   bool Settings::*onlyWith = nullptr;  // the flag without which it isn't written
 };
 
-// One row per kind of source; the only list of them.
+// One row per kind of source; the only list of them. A kind stands before those that it writes.
 struct JobRow {
   std::string_view extension;  // of the source, compared exactly
   RunResult (*run)(Run& run);

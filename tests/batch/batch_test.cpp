@@ -1,6 +1,8 @@
 #include "app/batch/batch.h"
 
 #include "app/batch/batch_window.h"
+#include "app/batch/transcript.h"
+#include "app/ini_file.h"
 #include "app/interrupt.h"
 #include "app/session.h"
 #include "core/files.h"
@@ -10,6 +12,8 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <iterator>
+#include <nlohmann/json.hpp>
+#include <set>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -31,6 +35,9 @@ TEST(Batch, EachSourceHasItsLastLineAndAllTheStatus) {
   WriteBytes("bad.sl2", EchogramBytes(2, {longSamples}));
   OutputFile("a.csv").Write("lat,lon,depth\n55.1,37.1,5\n");
   OutputFile("faulty.ini").Write("[Main]\nMakeCut=5\n");
+  fs::create_directories("trips/below");
+  for (const char* name : {"trips/b.sl2", "trips/below/d.sl2", "trips/c.SL2"}) fs::copy("lake.sl2", name);
+  fs::copy("a.csv", "trips/b.csv");
   const std::string points = "a.csv: files successfully created, selected points 1 from 3 lines\n";
   const std::string missing = " ! error JobSl: 53. File not found\n";
   const std::string question =
@@ -54,7 +61,12 @@ TEST(Batch, EachSourceHasItsLastLineAndAllTheStatus) {
       {"-o out none.mp", 1, "none.mp: * specify the source file in 'polish' format to continue\n"},
       {"-v -o out -s Source=none.sl2", 1,
        "none.sl2: begin processing...\nnone.sl2: 100gin processing... * done\nnone.sl2:" + missing},
-      {"-o out lost/", 1, "lost/: begin processing...\n"},
+      {"-o out lost/", 1, "", "lost/: nothing in it can be converted"},
+      {"-q -o out --no-picture -s TargetName=plain lake.sl2", 0, ""},
+      {"-q -o out trips none.sl2", 1, "none.sl2:" + missing, "b.csv: left out, it is an output of"},
+      {"-q -o deep -r trips", 0, "", "c.SL2: left out, its extension must be spelt .sl2"},
+      {"-o never --write-ini lake.sl2 lake.sl2", 1, "", "lake.sl2: is a source"},
+      {"-o kept --write-ini kept.ini -s MakeCut=1 -s ScanSkip=7", 0, ""},
       {"-o a.csv/x none.sl2", 1, "none.sl2: ! target folder access denied\n"},
       // An output that is lost counts even behind a good end.
       {"-o lost a.csv", 1, points, "a.csv: ошибка WriteF: 75. Path/File access error"},
@@ -94,13 +106,78 @@ TEST(Batch, EachSourceHasItsLastLineAndAllTheStatus) {
   EXPECT_TRUE(fs::exists("zero/lake_ch0.sl2") && fs::exists("zero/lake_ch0.bmp"));
   EXPECT_FALSE(fs::exists("none/lake_ch2.bmp") || fs::exists("out/others_ch2.bmp"));
   EXPECT_TRUE(fs::exists("out/e=f.txt"));
+  EXPECT_TRUE(fs::exists("out/plain.csv") && !fs::exists("out/plain_ch2.bmp"));
+  EXPECT_TRUE(fs::exists("out/b.csv") && !fs::exists("out/d.csv") && fs::exists("deep/d.csv"));
+  EXPECT_EQ(IRead("kept.ini", "Main", "ScanSkip") + IRead("kept.ini", "Main", "MakeGraf"), "70");
   EXPECT_FALSE(fs::exists("never"));
   fs::current_path(before);
   fs::remove_all(folder);
 }
 
+// What a call prints, with the outputs' bytes in the end.
+std::string Printed(const std::string& line, const fs::path& folder) {
+  std::istringstream words(line);
+  testing::internal::CaptureStdout();
+  RunBatch(std::vector<std::string>(std::istream_iterator<std::string>(words), {}));
+  std::fflush(stdout);
+  std::string printed = testing::internal::GetCapturedStdout();
+  std::set<std::string> files;
+  for (const auto& entry : fs::directory_iterator(folder)) files.insert(entry.path().string());
+  for (const std::string& file : files) printed += fs::path(file).filename().string() + ReadWhole(file);
+  return printed;
+}
+
+TEST(Batch, SourcesAtATimeLeaveTheSameBytesAndLines) {
+  const fs::path folder = fs::path(testing::TempDir()) / "sondrix_batch_jobs";
+  fs::remove_all(folder);
+  fs::create_directories(folder);
+  std::string sources;
+  for (int i = 0; i < 6; ++i) {
+    const std::string path = (folder / ("lake" + std::to_string(i) + ".sl2")).string();
+    WriteBytes(path, EchogramBytes(2, std::vector(static_cast<std::size_t>(900 - 150 * i),
+                                                  Frame(2, 10.0F + static_cast<float>(i)))));
+    sources += " " + path;
+  }
+  const auto convert = [&](const std::string& jobs) {
+    const fs::path out = folder / "out";
+    fs::remove_all(out);
+    return Printed("-v -s DistDiff=0 " + jobs + " -o " + out.string() + sources, out);
+  };
+  const std::string alone = convert("-j 1");
+  EXPECT_GT(alone.size(), 100'000u);
+  EXPECT_EQ(convert("-j 3"), alone);
+  fs::remove_all(folder);
+}
+
+TEST(Batch, JsonHoldsTheRecord) {
+  const fs::path folder = fs::path(testing::TempDir()) / "sondrix_batch_json";
+  fs::remove_all(folder);
+  fs::create_directories(folder / "out" / "lake_bad.txt");
+  const std::string lake = (folder / "lake.sl2").string();
+  WriteBytes(lake, EchogramBytes(2, {Frame(2, 10), Frame(0, 0), Frame(2, 0), Frame(2, 11)}));
+  const fs::path out = folder / "out";
+  const std::string line =
+      Printed("--json -o " + out.string() + " " + lake + " " + lake + ".none.sl2", folder / "out" / "lake_bad.txt");
+  const auto object = nlohmann::json::parse(line.substr(0, line.find('\n')));
+  EXPECT_EQ(object["source"], lake);
+  EXPECT_EQ(object["result"], "finished");
+  EXPECT_EQ(object["soundings"], 3);
+  EXPECT_EQ(object["withDepth"], 2);
+  EXPECT_EQ(object["points"], 1);  // the others lie at its place
+  EXPECT_EQ(object["channels"].dump(), R"([{"channel":0,"frames":1,"name":"Primary","withDepth":0},)"
+                                       R"({"channel":2,"frames":3,"name":"Downscan","withDepth":2}])");
+  ASSERT_EQ(object["outputs"].size(), 3u);
+  EXPECT_EQ(object["outputs"][0]["path"], (out / "lake.csv").string());
+  EXPECT_TRUE(object["outputs"][0]["whole"] == true && object["outputs"][1]["whole"] == false);
+  EXPECT_EQ(object["lost"][0]["number"], 75);
+  const auto second = nlohmann::json::parse(line.substr(line.find('\n') + 1));
+  EXPECT_TRUE(second["result"] == "failed" && second["fault"]["number"] == 53) << second;
+  fs::remove_all(folder);
+}
+
 TEST(BatchWindow, CtrlCStopsTheRunAtEachPump) {
-  BatchWindow window(false, true);
+  Transcript transcript(false);
+  BatchWindow window({}, transcript);
   Session session(window);
   window.SetRun(&session.run);
   const InterruptGuard guard;

@@ -1,21 +1,22 @@
 #include "app/batch/batch.h"
 
 #include "app/batch/batch_window.h"
-#include "app/batch/end_picture.h"
+#include "app/batch/convert.h"
 #include "app/batch/exit_status.h"
 #include "app/batch/options.h"
-#include "app/batch/output_clash.h"
+#include "app/batch/source_list.h"
+#include "app/batch/transcript.h"
 #include "app/edit_field.h"
 #include "app/ini_file.h"
 #include "app/interrupt.h"
 #include "app/load_settings.h"
 #include "app/session.h"
+#include "app/settings_store.h"
 #include "core/fault.h"
 #include "core/files.h"
-#include "core/run_result.h"
-#include "jobs/clicks.h"
 #include "platform/platform.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <optional>
 #include <string>
@@ -24,7 +25,7 @@
 namespace sondrix {
 namespace {
 
-void Complain(const std::string& text) { PutText(stderr, "sondrix-batch: " + text + "\n"); }
+void Complain(std::string_view text) { PutText(stderr, Complaint(text)); }
 
 std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
 
@@ -87,40 +88,19 @@ std::optional<std::string> ApplyOptions(Session& session, BatchOptions& options)
   }
   const std::string& edited = session.settings.Source;
   if (options.sources.empty() && editsSource && !edited.empty()) options.sources = {edited};
-  if (options.sources.empty()) return "no source is given; --help tells how";
+  if (options.sources.empty() && options.writeIni.empty()) return "no source is given; --help tells how";
   return std::nullopt;
 }
 
-std::string_view ShownName(const std::string& source) {
-  const std::string_view name = FileNameOf(source);
-  return name.empty() ? std::string_view(source) : name;
-}
-
-void RefuseSource(BatchWindow& window, const std::string& source, const Clash& clash) {
-  window.BeginSource(ShownName(source));
-  window.SetAtt(
-      clash.overwrites
-          ? " ! its output " + Quoted(clash.path) + " would overwrite the source " + Quoted(clash.other)
-          : " ! " + Quoted(clash.other) + " would write the same output " + Quoted(clash.path),
-      LineKind::Fault);
-  window.EndSource();
-}
-
-bool ConvertSource(Session& session, BatchWindow& window, const std::string& source) {
-  EditField(session, "Source", source);
-  window.BeginSource(ShownName(source));
-  RunResult result = GoClick(session.run);
-  // A click that ended early keeps a name that was meant for this source only.
-  if (session.state.AutoName) session.settings.TargetName.clear();
-  session.state.AutoName = false;
-  window.EndSource();
-  SaveEndPicture(session, source, result);
-  // The line tells of one, unless a later report took its place.
-  if (!result.lost.empty() && window.AttKind() != LineKind::Fault) {
-    const Fault& fault = result.lost.back();
-    Complain(source + ": " + LostLine(fault) + ": " + fault.Path());
-  }
-  return result.IsWell() && !Interrupted();
+// The settings as the options leave them. Returns what is wrong.
+std::optional<std::string> WriteIni(const Session& session, const BatchOptions& options) {
+  const std::string& file = options.writeIni;
+  const auto isFile = [id = KnownIdOf(file)](const std::string& source) {
+    return id && KnownIdOf(source) == id;
+  };
+  if (std::any_of(options.sources.begin(), options.sources.end(), isFile)) return file + ": is a source";
+  if (!WriteSettings(session, file)) return file + ": the settings couldn't be written";
+  return std::nullopt;
 }
 
 int ParseAndConvert(std::span<const std::string> arguments) {
@@ -139,7 +119,8 @@ int ParseAndConvert(std::span<const std::string> arguments) {
     return ExitWell;
   }
 
-  BatchWindow window(options.verbose, options.answer);
+  Transcript transcript(false);
+  BatchWindow window({}, transcript);
   Session session(window);
   ApplyLanguage(session, LangEnglish);
   if (const auto wrong = ApplyOptions(session, options)) {
@@ -147,16 +128,19 @@ int ParseAndConvert(std::span<const std::string> arguments) {
     return ExitUsage;
   }
   // What an edit was refused for, as a map program that can't be reached.
-  if (window.AttKind() == LineKind::Fault) Complain(std::string(window.Att()));
+  if (window.AttKind() == LineKind::Fault) Complain(window.Att());
+  if (!options.writeIni.empty()) {
+    if (const auto wrong = WriteIni(session, options)) {
+      Complain(*wrong);
+      return ExitFailed;
+    }
+  }
 
   const InterruptGuard guard;
-  window.SetRun(&session.run);
-  bool allWell = true;
-  const std::vector<std::optional<Clash>> clashes = OutputClashes(session.settings, options.sources);
-  for (std::size_t i = 0; i < options.sources.size() && !Interrupted(); ++i) {
-    if (clashes[i]) RefuseSource(window, options.sources[i], *clashes[i]);
-    if (clashes[i] || !ConvertSource(session, window, options.sources[i])) allWell = false;
-  }
+  const SourceList list = ListSources(options.sources, session.settings, options.recursive);
+  for (const std::string& note : list.notes) Complain(note);
+  for (const std::string& folder : list.emptyFolders) Complain(folder + ": nothing in it can be converted");
+  const bool allWell = ConvertAll(session, options, list.sources) && list.emptyFolders.empty();
   if (session.link.IsOpen) session.link.CloseApi();
   return allWell && !Interrupted() ? ExitWell : ExitFailed;
 }

@@ -1,5 +1,6 @@
 #include "app/batch/batch_window.h"
 
+#include "app/batch/transcript.h"
 #include "app/interrupt.h"
 #include "core/code_page.h"
 #include "jobs/clicks.h"
@@ -17,11 +18,8 @@ constexpr unsigned PumpsPerLook = 64;  // at the clock
 
 }  // namespace
 
-BatchWindow::BatchWindow(bool isVerbose, bool answer)
-    : isVerbose_(isVerbose),
-      answer_(answer),
-      showsProgress_(!isVerbose && IsTerminal(stderr)),
-      disabled_{"RunSet", "RunEnd", "UseMet", "UseRad"} {}
+BatchWindow::BatchWindow(const Style& style, Transcript& transcript)
+    : style_(style), transcript_(transcript), disabled_{"RunSet", "RunEnd", "UseMet", "UseRad"} {}
 
 void BatchWindow::BeginSource(std::string_view name) {
   inSource_ = true;
@@ -33,10 +31,9 @@ void BatchWindow::BeginSource(std::string_view name) {
   noted_.clear();
 }
 
-void BatchWindow::EndSource() {
+void BatchWindow::EndSource(bool printsLast) {
   EraseProgress();
-  if (!hasPrinted_ || printed_ != att_) PrintLine(att_);
-  std::fflush(stdout);
+  if (printsLast && (!hasPrinted_ || printed_ != att_)) PrintLine(att_);
   inSource_ = false;
 }
 
@@ -44,11 +41,11 @@ void BatchWindow::SetAtt(std::string_view text, LineKind kind) {
   attKind_ = kind;
   if (att_ == text) return;
   att_ = text;
-  if (isVerbose_ && inSource_ && !att_.empty()) PrintLine(att_);
+  if (style_.verbose && inSource_ && !att_.empty()) PrintLine(att_);
 }
 
 void BatchWindow::RepaintAtt() {
-  if (showsProgress_) ShowProgress();
+  if (style_.progress) ShowProgress();
 }
 
 void BatchWindow::SetEnabled(std::string_view control, bool enabled) {
@@ -63,14 +60,14 @@ bool BatchWindow::IsEnabled(std::string_view control) const { return !disabled_.
 
 void BatchWindow::Pump() {
   if (Interrupted() && run_) StopClick(*run_);
-  if (showsProgress_ && ++pumps_ % PumpsPerLook == 0) ShowProgress();
+  if (style_.progress && ++pumps_ % PumpsPerLook == 0) ShowProgress();
 }
 
 bool BatchWindow::IsToEnd() const { return Interrupted(); }
 
 bool BatchWindow::Ask(std::string_view text, std::string_view title) {
-  Note(std::string(title) + ": " + std::string(text) + (answer_ ? " yes\n" : " no\n"));
-  return answer_;
+  Note(std::string(title) + ": " + std::string(text) + (style_.answer ? " yes\n" : " no\n"));
+  return style_.answer;
 }
 
 void BatchWindow::Inform(std::string_view text, std::string_view title) {
@@ -78,7 +75,7 @@ void BatchWindow::Inform(std::string_view text, std::string_view title) {
 }
 
 void BatchWindow::PrintLine(std::string_view text) {
-  PutText(stdout, name_ + ":" + std::string(text) + "\n");
+  transcript_.Print(style_.lines, name_ + ":" + std::string(text) + "\n");
   printed_ = text;
   hasPrinted_ = true;
 }
@@ -88,7 +85,7 @@ void BatchWindow::Note(const std::string& line) {
   if (line == noted_) return;
   noted_ = line;
   EraseProgress();
-  PutText(stderr, line);
+  transcript_.Print(stderr, line);
 }
 
 void BatchWindow::ShowProgress() {

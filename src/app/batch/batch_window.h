@@ -5,25 +5,35 @@
 
 #include <chrono>
 #include <cstddef>
+#include <cstdio>
 #include <set>
 #include <string>
 #include <string_view>
 
 namespace sondrix {
 
+class Transcript;
+
 // A window without a toolkit: it keeps the texts, answers questions by a fixed answer, and turns Ctrl-C into
 // a stop. The lines of a source go to standard output, everything else to standard error.
 class BatchWindow : public Window {
  public:
-  BatchWindow(bool isVerbose, bool answer);
+  // Which lines of a source are printed, beside those of EndSource.
+  struct Style {
+    bool verbose = false;   // all that the log line shows
+    bool answer = true;     // to every question
+    bool progress = false;  // on standard error, while that is a terminal
+    std::FILE* lines = stdout;
+  };
+  BatchWindow(const Style& style, Transcript& transcript);
 
   // The run whose flags Ctrl-C sets; null for none.
   void SetRun(Run* run) { run_ = run; }
 
-  // Between these two, lines belong to a source of that name. The end prints the last one, unless it was the
-  // last that was printed already.
+  // Between these two, lines belong to a source of that name. The end prints the last one if it is asked to,
+  // unless it was the last that was printed already.
   void BeginSource(std::string_view name);
-  void EndSource();
+  void EndSource(bool printsLast);
 
   void SetAtt(std::string_view text, LineKind kind = LineKind::Progress) override;
   std::string_view Att() const override { return att_; }
@@ -51,7 +61,8 @@ class BatchWindow : public Window {
   void ShowProgress();
   void EraseProgress();
 
-  bool isVerbose_, answer_, showsProgress_;
+  Style style_;
+  Transcript& transcript_;
   Run* run_ = nullptr;
   bool inSource_ = false;
   std::string name_, att_, spd_;

@@ -11,9 +11,11 @@ constexpr const char* Description =
     "Converts fish-finder recordings and depth logs (SL2, SL3, CSV, TXT, LOG, MP).\n"
     "Prints a line for each source: its file name, a colon, and how its run ended.";
 
+constexpr int MaxJobs = 256;
+
 constexpr const char* Footer =
-    "Exit status: 0 if every source ended well, 1 if a run was refused, failed or was\n"
-    "interrupted, 2 for wrong usage.";
+    "Exit status: 0 if every source ended well, 1 if a run was refused, failed, lost an\n"
+    "output, ended before its source did or was interrupted, 2 for wrong usage.";
 
 ParsedOptions Refused(std::string text) { return {{}, ExitUsage, std::move(text)}; }
 
@@ -42,9 +44,18 @@ ParsedOptions ParseOptions(std::span<const std::string> arguments) {
       ->check(CLI::IsMember({"yes", "no"}).description(""));
   app.add_flag("-v,--verbose", options.verbose,
                "print every line that the log line shows, not just the last");
+  app.add_flag("-q,--quiet", options.quiet, "print no line of a source that ended well");
+  app.add_flag("--json", options.json, "print an object of JSON for each source in the place of its line");
+  app.add_option("-j,--jobs", options.jobs, "sources to convert at a time; the lines keep their order")
+      ->type_name("N")
+      ->check(CLI::Range(1, MaxJobs).description(""));
+  app.add_flag("--no-picture", options.noPicture, "write no picture of the end of a run");
+  app.add_flag("-r,--recursive", options.recursive, "of a folder convert the files in its subfolders too");
+  app.add_option("--write-ini", options.writeIni, "write the settings as they are given here to a file")
+      ->type_name("FILE");
   app.add_flag("--list-fields", options.listFields, "print the fields, their defaults and meaning");
   app.set_version_flag("--version", "sondrix-batch " SONDRIX_VERSION, "print the version");
-  app.add_option("SOURCE", options.sources, "files to convert")->type_name("");
+  app.add_option("SOURCE", options.sources, "files to convert, or folders of such files")->type_name("");
 
   try {
     app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));  // the last one first

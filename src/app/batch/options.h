@@ -19,6 +19,12 @@ struct BatchOptions {
   bool answer = true;            // to every question
   bool verbose = false;
   bool listFields = false;
+  bool json = false;       // an object for each source in the place of its line
+  bool quiet = false;      // no line of a source that ended well
+  bool noPicture = false;  // of the end of a run
+  bool recursive = false;  // subfolders of a folder too
+  int jobs = 1;            // sources at a time
+  std::string writeIni;    // where the settings go; empty: nowhere
   std::vector<std::string> sources;
 };
 

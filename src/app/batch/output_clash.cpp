@@ -2,6 +2,7 @@
 
 #include "core/files.h"
 #include "core/settings.h"
+#include "core/text.h"
 #include "jobs/job_table.h"
 #include "platform/file_system.h"
 
@@ -10,22 +11,17 @@
 #include <map>
 
 namespace sondrix {
-namespace {
 
-// One spelling for every path that leads to the same place.
 std::string PlaceOf(const std::string& path) {
   std::error_code error;
   const std::filesystem::path place = std::filesystem::weakly_canonical(PathOf(path), error);
   const std::u8string text = (error ? PathOf(path).lexically_normal() : place).generic_u8string();
   std::string spelled(text.begin(), text.end());
   if (IgnoresCaseOfNames()) {
-    std::transform(spelled.begin(), spelled.end(), spelled.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    std::transform(spelled.begin(), spelled.end(), spelled.begin(), Lower);
   }
   return spelled;
 }
-
-}  // namespace
 
 std::vector<std::optional<Clash>> OutputClashes(const Settings& settings,
                                                 std::span<const std::string> sources) {
