@@ -156,8 +156,8 @@ TEST(Batch, JsonHoldsTheRecord) {
   const std::string lake = (folder / "lake.sl2").string();
   WriteBytes(lake, EchogramBytes(2, {Frame(2, 10), Frame(0, 0), Frame(2, 0), Frame(2, 11)}));
   const fs::path out = folder / "out";
-  const std::string line =
-      Printed("--json -o " + out.string() + " " + lake + " " + lake + ".none.sl2", folder / "out" / "lake_bad.txt");
+  const std::string line = Printed("--json -o " + out.string() + " " + lake + " " + lake + ".none.sl2",
+                                   folder / "out" / "lake_bad.txt");
   const auto object = nlohmann::json::parse(line.substr(0, line.find('\n')));
   EXPECT_EQ(object["source"], lake);
   EXPECT_EQ(object["result"], "finished");
