@@ -202,7 +202,7 @@ bool ReadLines(CsvRun& csv) {
     } else {
       ReadRow(csv, *next);
     }
-    if (!MayGoOn(csv.run)) return true;
+    if (!MayReadOn(csv.run)) return true;
     if (csv.line % ProgressLines == 0) {
       ShowLineProgress(csv.run, csv.text, {csv.line, csv.source.LineCount(), csv.filter.Selected()});
     }

@@ -191,7 +191,7 @@ End ReadLines(LogRun& log) {
       ReadDepth(log);
       TakeSounding(log);
     }
-    if (!MayGoOn(log.run)) return End::Stopped;
+    if (!MayReadOn(log.run)) return End::Stopped;
     ShowLineProgress(log.run, log.text, {log.line, log.source.LineCount(), log.filter.Selected()});
     if (log.line + 1 >= log.source.LineCount()) return End::Complete;
     StepLine(log);

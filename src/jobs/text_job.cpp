@@ -3,6 +3,7 @@
 #include "core/code_page.h"
 #include "core/messages.h"
 #include "core/number_text.h"
+#include "core/pause.h"
 #include "core/rounding.h"
 #include "core/run_state.h"
 #include "core/settings.h"
@@ -18,16 +19,7 @@ constexpr int PauseWaits = 10;  // of DefectPause each, between two looks at the
 
 }  // namespace
 
-bool MayGoOn(Run& run) {
-  RunState& state = run.state;
-  if (run.window.IsToEnd()) state.StopFlag = true;
-  while (state.PauseFlag && !state.StopFlag) {
-    run.window.Wait(PauseWaits * state.DefectPause);
-    run.window.Pump();
-  }
-  if (state.StopFlag) run.window.SetAtt(run.messages.MsgAborted, LineKind::Notice);
-  return !state.StopFlag;
-}
+bool MayReadOn(Run& run) { return MayGoOn(run, PauseWaits * run.state.DefectPause, &Messages::MsgAborted); }
 
 void ShowLineProgress(Run& run, std::string& text, const LineProgress& progress) {
   const auto last = static_cast<double>(progress.lineCount - 1);

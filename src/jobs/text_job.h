@@ -16,7 +16,7 @@ namespace sondrix {
 // What the jobs that read tables and logs share.
 
 // Waits while the pause is on; false with the notice in the log line once the run is to stop.
-bool MayGoOn(Run& run);
+bool MayReadOn(Run& run);
 
 // The buffer, emptied for the next record.
 inline std::string& Fresh(std::string& buffer) {

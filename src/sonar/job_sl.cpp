@@ -127,7 +127,7 @@ void ScanFrames(SlRun& sl) {
   bool found = false;  // the search for the marker has put Pos at a frame
   for (;;) {
     if (!found && sl.source->FilePosition() >= sl.source->FileLength()) return;
-    if (!MayGoOn(sl, &Messages::MsgAborted)) return;
+    if (!MayScanOn(sl, &Messages::MsgAborted)) return;
     const Step step = StepFrame(sl);
     found = step == Step::Resync;
     if (step == Step::Close || !(found ? Resynchronise(sl) : NextFrame(sl))) return;

@@ -1,5 +1,6 @@
 #include "core/messages.h"
 #include "core/number_text.h"
+#include "core/pause.h"
 #include "core/run.h"
 #include "core/run_state.h"
 #include "core/window.h"
@@ -12,16 +13,9 @@ constexpr int PauseWaitMs = 1000;
 
 }  // namespace
 
-bool MayGoOn(SlRun& sl, std::string_view Messages::*notice) {
-  RunState& state = sl.run.state;
-  if (sl.run.window.IsToEnd()) state.StopFlag = true;
-  while (state.PauseFlag && !state.StopFlag) {
-    sl.run.window.Wait(PauseWaitMs);
-    sl.run.window.Pump();
-  }
-  if (!state.StopFlag) return true;
+bool MayScanOn(SlRun& sl, std::string_view Messages::*notice) {
+  if (MayGoOn(sl.run, PauseWaitMs, notice)) return true;
   sl.result.end = sl.isCutShort ? RunEnd::EndedEarly : RunEnd::Stopped;
-  sl.run.window.SetAtt(sl.run.messages.*notice, LineKind::Notice);
   return false;
 }
 
@@ -46,7 +40,7 @@ bool Resynchronise(SlRun& sl) {
       sl.result.end = RunEnd::EndedEarly;
       return false;
     }
-    if (!MayGoOn(sl, &Messages::MsgStopped)) return false;
+    if (!MayScanOn(sl, &Messages::MsgStopped)) return false;
   }
   sl.source->Pos = sl.search.At - MarkerOffset;
   return true;

@@ -69,7 +69,7 @@ std::string TargetFile(const SlRun& sl, std::string_view suffix);
 std::int64_t PercentOf(const SlRun& sl, std::int64_t filePosition);
 
 // Waits while the pause is on; false with the notice in the log line if the run is to stop.
-bool MayGoOn(SlRun& sl, std::string_view Messages::*notice);
+bool MayScanOn(SlRun& sl, std::string_view Messages::*notice);
 
 // Puts the line for a fault of the recording at a file position into the log line and pumps.
 void ShowLogError(SlRun& sl, std::int64_t filePosition);
