@@ -45,11 +45,18 @@ mkdir -m 700 "$work/run"
 "$make_sample" demo "$work/lake.sl3"
 export XDG_RUNTIME_DIR=$work/run XDG_CONFIG_HOME=$work
 
+# In a picture the fields name no folder of this machine.
+here=$work/
+if [ -n "$picture" ]; then
+  cd "$work"
+  here=
+fi
+
 # The whole settings file but for two fields, which the run is to show.
 cat >"$work/sondrix.ini" <<INI
 [Main]
-Source=$work/lake.sl3
-TargetPath=$work/out/
+Source=${here}lake.sl3
+TargetPath=${here}out/
 MaxDiff=300
 DistDiff=2
 MaxGrad=5
@@ -99,7 +106,7 @@ for file in lake.csv lake_bad.txt; do
   cmp "$work/out/$file" "$work/batch/$file" || fail "$file differs from that of the batch program"
 done
 ini=$(tr -d '\r' <"$work/sondrix.ini")
-for line in KeptByHand=yes DistDiff=2 DepthMP=0x1000 TargetName= UseEho=2 DefLang=ENG "Source=$work/lake.sl3"; do
+for line in KeptByHand=yes DistDiff=2 DepthMP=0x1000 TargetName= UseEho=2 DefLang=ENG "Source=${here}lake.sl3"; do
   grep -qxF "$line" <<<"$ini" || fail "$line is missing in the settings: $ini"
 done
 echo "the same files as the batch program's, and the settings kept"
