@@ -54,6 +54,7 @@ std::string ReportLines(const HelpReport& report) {
 
 void ShowHelp(Session& session, std::string_view file, const HelpReport& report, const FileDialogs& dialogs) {
   try {
+    session.outputs.Guard(file);
     if (IsListed(file)) DeleteIfThere(file);
     MakeFolders(file);
     const std::string help = HelpTextOf(session.langId);

@@ -140,7 +140,7 @@ std::optional<FileId> KnownIdOf(std::string_view path) {
 void FileCloser::operator()(std::FILE* file) const { std::fclose(file); }
 
 // The kind of file is looked up before the opening, which would wait for the other end of a pipe.
-InputFile::InputFile(std::string_view path) {
+InputFile::InputFile(std::string_view path, std::function<bool()> isToEnd) : isToEnd_(std::move(isToEnd)) {
   const fs::path name = PathOf(path);
   switch (TypeOf(name)) {
     case fs::file_type::regular:
@@ -164,6 +164,7 @@ bool InputFile::HasChanged() const {
 std::size_t InputFile::ReadAt(std::int64_t offset, std::span<std::uint8_t> target) {
   if (!file_) throw Fault(FaultNumber::BadFileName);
   if (target.empty()) return 0;
+  if (isToEnd_ && isToEnd_()) throw EndAsked();
   errno = 0;
   if (offset != position_ && !SeekTo(file_.get(), offset)) ThrowErrno();
   const std::size_t count = std::fread(target.data(), 1, target.size(), file_.get());
@@ -249,14 +250,24 @@ void OutputFile::Close() {
   if (!isInPlace) throw Fault(FolderIsThere(path_) ? FaultNumber::PathAccess : FaultNumber::PathNotFound);
 }
 
+std::string GrowingName(std::string_view path, std::string_view suffix) {
+  constexpr std::size_t longName = 120;  // bytes; any file system takes some more
+  constexpr std::size_t keptCharacters = 24;
+  const std::string_view name = FileNameOf(path);
+  if (name.size() <= longName) return std::string(path).append(suffix);
+  const std::string_view rest = FromCharacter(name, keptCharacters);
+  std::string text(path.substr(0, path.size() - rest.size()));
+  return text.append("~").append(std::to_string(std::hash<std::string_view>()(rest))).append(suffix);
+}
+
 GrowingFile::GrowingFile(std::string_view path, std::string_view suffix)
-    : path_(PathOf(path)), growing_(PathOf(std::string(path) + std::string(suffix))) {
+    : path_(PathOf(path)), growing_(PathOf(GrowingName(path, suffix))) {
   if (!IsLink(path_)) MakeWay(path_);
   ThrowIf(ReplaceError(path_));
   std::error_code error;
   if (IsLink(growing_) || TypeOf(growing_) != fs::file_type::directory) fs::remove(growing_, error);
   ThrowIf(error);
-  file_ = OutputFile(std::string(path) + std::string(suffix), OpenFor::Making);
+  file_ = OutputFile(GrowingName(path, suffix), OpenFor::Making);
 }
 
 void GrowingFile::PutInPlace() {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -46,24 +47,28 @@ struct FileCloser {
 };
 using FileHandle = std::unique_ptr<std::FILE, FileCloser>;
 
+// What a read throws whose reader is to end; no fault.
+struct EndAsked {};
+
 // A regular file open for reading at any position.
 class InputFile {
  public:
   // Fault 53 or 76 where there is none, 75 for a folder, 52 for what is no regular file, others as of the
-  // operating system.
-  explicit InputFile(std::string_view path);
+  // operating system. isToEnd is asked before each read.
+  explicit InputFile(std::string_view path, std::function<bool()> isToEnd = {});
   std::int64_t Length() const { return opened_.length; }  // bytes at the time of opening
   FileId Id() const { return opened_.id; }
   // Whether its length or the time of its last change isn't that of the opening any more. Faults as of the
   // operating system.
   bool HasChanged() const;
-  // Reads up to target.size() bytes from offset; returns how many there were.
+  // Reads up to target.size() bytes from offset; returns how many there were. Throws EndAsked.
   std::size_t ReadAt(std::int64_t offset, std::span<std::uint8_t> target);
   void Close() { file_.reset(); }
 
  private:
   FileHandle file_;
   FileState opened_;
+  std::function<bool()> isToEnd_;
   std::int64_t position_ = 0;
 };
 
@@ -99,12 +104,16 @@ class OutputFile {
   FileId id_;
 };
 
+// Under which name beside it a file of that path grows: with the suffix behind it or, where the name would
+// get too long for a file system, with its start, a number that stands for the rest, and the suffix.
+std::string GrowingName(std::string_view path, std::string_view suffix = ".part");
+
 // An output under a name of its own, which holds no whole file until it is put in its place: a program that
 // is ended before leaves the earlier file alone.
 class GrowingFile {
  public:
   GrowingFile() = default;
-  // The file grows at path + suffix, whatever stood there but a folder. Faults as of an output at the path.
+  // The file grows at its GrowingName, whatever stood there but a folder. Faults as of an output at the path.
   explicit GrowingFile(std::string_view path, std::string_view suffix = ".part");
   bool IsOpen() const { return file_.IsOpen(); }
   OutputFile& File() { return file_; }  // which the caller doesn't close

@@ -12,6 +12,7 @@ std::string LostLine(const Fault& fault) {
 }
 
 void Outputs::Begin(std::string_view source) {
+  sourcePath_ = source;
   source_ = KnownIdOf(source);
   record_.clear();
   places_.clear();
@@ -19,7 +20,10 @@ void Outputs::Begin(std::string_view source) {
 }
 
 void Outputs::Guard(std::string_view path) const {
-  if (source_ && KnownIdOf(path) == source_) throw Fault(FaultNumber::FileAlreadyOpen, std::string(path));
+  const std::optional<FileId> id = KnownIdOf(path);
+  if (id && (id == source_ || id == KnownIdOf(sourcePath_))) {
+    throw Fault(FaultNumber::FileAlreadyOpen, std::string(path));
+  }
 }
 
 RunOutput& Outputs::RecordOf(std::string_view path) {
@@ -40,6 +44,7 @@ OutputFile Outputs::Open(std::string_view path) {
 
 GrowingFile Outputs::Grow(std::string_view path) {
   Expect(path);
+  Guard(GrowingName(path));
   return GrowingFile(path);
 }
 

@@ -24,7 +24,7 @@ class Outputs {
   // A run of this source begins: the record starts anew, and a source that is chosen later changes nothing.
   void Begin(std::string_view source);
 
-  // Fault 55 for a path that leads to the source, whatever the way there.
+  // Fault 55 for a path that leads to the source, whatever the way there, or to what has its name by now.
   void Guard(std::string_view path) const;
 
   // An output that a job writes piece by piece, in its place from the start or only at its end. It counts as
@@ -52,7 +52,8 @@ class Outputs {
   void Expect(std::string_view path);
   void Lose(std::string_view path, const Fault& fault, Window& window);
 
-  std::optional<FileId> source_;
+  std::string sourcePath_;
+  std::optional<FileId> source_;  // of the run's beginning
   std::vector<RunOutput> record_;
   std::map<std::string, std::size_t, std::less<>> places_;  // in the record, by path
   std::vector<Fault> lost_;

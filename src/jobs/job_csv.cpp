@@ -38,7 +38,7 @@ constexpr std::int64_t ProgressLines = 100;
 struct CsvRun {
   explicit CsvRun(Run& theRun)
       : run(theRun),
-        source(theRun.settings.Source, LineStart::CutWithCr),
+        source(SourceOf(theRun, LineStart::CutWithCr)),
         channel(RowOf(theRun.state.SelectedChannel)),
         filter(CsvFilterRules, theRun.limits) {}
 
@@ -194,19 +194,23 @@ void ReadRow(CsvRun& csv, std::string_view line) {
 
 // False if the source is refused.
 bool ReadLines(CsvRun& csv) {
-  while (std::optional<std::string_view> next = csv.source.Next()) {
-    if (csv.line == 0) {
-      const std::optional<char> separator = SeparatorOf(*next);
-      if (!separator) return false;
-      csv.separator = *separator;
-    } else {
-      ReadRow(csv, *next);
+  try {
+    while (std::optional<std::string_view> next = csv.source.Next()) {
+      if (csv.line == 0) {
+        const std::optional<char> separator = SeparatorOf(*next);
+        if (!separator) return false;
+        csv.separator = *separator;
+      } else {
+        ReadRow(csv, *next);
+      }
+      if (!MayReadOn(csv.run)) break;
+      if (csv.line % ProgressLines == 0) {
+        ShowLineProgress(csv.run, csv.text, {csv.line, csv.source.LineCount(), csv.filter.Selected()});
+      }
+      ++csv.line;
     }
-    if (!MayReadOn(csv.run)) return true;
-    if (csv.line % ProgressLines == 0) {
-      ShowLineProgress(csv.run, csv.text, {csv.line, csv.source.LineCount(), csv.filter.Selected()});
-    }
-    ++csv.line;
+  } catch (const EndAsked&) {
+    ShowStop(csv.run);
   }
   return true;
 }
@@ -241,6 +245,8 @@ RunResult JobCsv(Run& run) {
     result.points = csv.filter.Selected();
     if (!isRead) RefuseSource(run, result);
     if (run.state.StopFlag) result.end = RunEnd::Stopped;
+  } catch (const EndAsked&) {
+    StopBeforeLines(run, result);
   } catch (...) {
     ShowTextFault(run, result, "JobCsv");
   }

@@ -38,9 +38,7 @@ constexpr int DepthDigits = 2;
 
 struct LogRun {
   explicit LogRun(Run& theRun)
-      : run(theRun),
-        source(theRun.settings.Source, LineStart::CutLf),
-        filter(LogFilterRules, theRun.limits) {}
+      : run(theRun), source(SourceOf(theRun, LineStart::CutLf)), filter(LogFilterRules, theRun.limits) {}
 
   Run& run;
   RunResult result;
@@ -198,6 +196,15 @@ End ReadLines(LogRun& log) {
   }
 }
 
+End ReadOrStop(LogRun& log) {
+  try {
+    return ReadLines(log);
+  } catch (const EndAsked&) {
+    ShowStop(log.run);
+    return End::Stopped;
+  }
+}
+
 void WriteFiles(LogRun& log) {
   Run& run = log.run;
   log.source.Finish();
@@ -223,13 +230,15 @@ RunResult JobLog(Run& run) {
   try {
     LogRun log(run);
     if (run.settings.ViewOzi) OziTrackOpen(run.link);
-    const End end = ReadLines(log);
+    const End end = ReadOrStop(log);
     if (end == End::Complete) WriteFiles(log);
     result = std::move(log.result);
     result.frames = log.line + 1;
     result.points = log.filter.Selected();
     if (end == End::Refused) RefuseSource(run, result);
     if (end == End::Stopped) result.end = RunEnd::Stopped;
+  } catch (const EndAsked&) {
+    StopBeforeLines(run, result);
   } catch (...) {
     const Fault fault = CaughtFault();
     ShowTextFault(run, result, "JobLog", IsLogCorrupt(fault) ? &Messages::MsgLogCorrupt : nullptr);

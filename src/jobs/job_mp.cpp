@@ -119,8 +119,8 @@ void Close(Run& run, MpRun& mp) {
   if (mp.result.end != RunEnd::Stopped) Show(run, mp.result, &Messages::MsgPolyNone, LineKind::Notice);
 }
 
-void Convert(Run& run, MpRun& mp) {
-  InputFile source(run.settings.Source);
+void ReadMap(Run& run, MpRun& mp) {
+  InputFile source(run.settings.Source, [&window = run.window] { return window.IsToEnd(); });
   if (!HasWindowsLineEnds(source)) {
     mp.result.end = RunEnd::Refused;
     run.window.Beep();
@@ -132,13 +132,18 @@ void Convert(Run& run, MpRun& mp) {
   while (const auto line = lines.Next()) {
     ++mp.result.frames;
     TakeLine(mp, Trimmed(*line));
-    if (!run.window.IsToEnd()) continue;
-    Show(run, mp.result, &Messages::MsgAborted, LineKind::Notice);
-    mp.result.end = RunEnd::Stopped;
-    break;
   }
-  if (mp.result.end == RunEnd::Finished) Show(run, mp.result, &Messages::MsgPolyDone, LineKind::Progress);
-  Close(run, mp);
+  Show(run, mp.result, &Messages::MsgPolyDone, LineKind::Progress);
+}
+
+void Convert(Run& run, MpRun& mp) {
+  try {
+    ReadMap(run, mp);
+  } catch (const EndAsked&) {
+    mp.result.end = RunEnd::Stopped;
+    Show(run, mp.result, &Messages::MsgAborted, LineKind::Notice);
+  }
+  if (mp.targetMade) Close(run, mp);
 }
 
 // What was converted before the fault stays; a closing that fails as well has nothing to add to the report.

@@ -22,7 +22,7 @@ class LineInput {
       : file_(file), blockSize_(blockSize) {}
   // The next line without its end, valid until the next call; empty behind the last line.
   // Faults as of the operating system; at the end of the file fault 62 where it has become shorter meanwhile,
-  // fault 57 where it has changed otherwise.
+  // fault 57 where it has changed otherwise. EndAsked as of the file.
   std::optional<std::string_view> Next();
 
  private:

@@ -19,6 +19,16 @@ constexpr int PauseWaits = 10;  // of DefectPause each, between two looks at the
 
 }  // namespace
 
+TextSource SourceOf(const Run& run, LineStart start) {
+  return {run.settings.Source, start, TextSource::DefaultBlock,
+          [&window = run.window] { return window.IsToEnd(); }};
+}
+
+void ShowStop(Run& run) {
+  run.state.StopFlag = true;
+  run.window.SetAtt(run.messages.MsgAborted, LineKind::Notice);
+}
+
 bool MayReadOn(Run& run) { return MayGoOn(run, PauseWaits * run.state.DefectPause, &Messages::MsgAborted); }
 
 void ShowLineProgress(Run& run, std::string& text, const LineProgress& progress) {
@@ -62,6 +72,12 @@ void ShowTextFault(Run& run, RunResult& result, std::string_view place, std::str
   result.message = message;
   run.window.Beep();
   run.window.SetAtt(LineOf(result, run.messages), LineKind::Fault);
+}
+
+void StopBeforeLines(Run& run, RunResult& result) {
+  result.end = RunEnd::Stopped;
+  result.message = &Messages::MsgAborted;
+  ShowStop(run);
 }
 
 void RefuseSource(Run& run, RunResult& result) {

@@ -5,6 +5,7 @@
 #include "core/run.h"
 #include "core/run_result.h"
 #include "jobs/text_body.h"
+#include "jobs/text_source.h"
 
 #include <chrono>
 #include <cstdint>
@@ -14,6 +15,12 @@
 namespace sondrix {
 
 // What the jobs that read tables and logs share.
+
+// The text source of a run, whose reading ends when the window says so.
+TextSource SourceOf(const Run& run, LineStart start);
+
+// The run was told to stop: its notice in the log line.
+void ShowStop(Run& run);
 
 // Waits while the pause is on; false with the notice in the log line once the run is to stop.
 bool MayReadOn(Run& run);
@@ -46,6 +53,9 @@ void PassOverLine(Run& run, TextBody& bad, EyeTime& next, std::string_view reaso
 // Inside a catch block: the fault ends the run. Shows its report, or the message in its place, with a beep.
 void ShowTextFault(Run& run, RunResult& result, std::string_view place,
                    std::string_view Messages::*message = nullptr);
+
+// A stop before the first line was read.
+void StopBeforeLines(Run& run, RunResult& result);
 
 // The refusal of a source whose first line has no separator.
 void RefuseSource(Run& run, RunResult& result);

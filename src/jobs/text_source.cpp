@@ -27,8 +27,9 @@ std::uint64_t BytesEqual(std::uint64_t word, std::uint64_t pattern) {
 
 }  // namespace
 
-TextSource::TextSource(std::string_view path, LineStart start, std::size_t blockSize)
-    : file_(path), start_(start), blockSize_(blockSize) {
+TextSource::TextSource(std::string_view path, LineStart start, std::size_t blockSize,
+                       std::function<bool()> isToEnd)
+    : file_(path, std::move(isToEnd)), start_(start), blockSize_(blockSize) {
   if (file_.Length() == 0) return;
   current_ = {std::make_unique_for_overwrite<char[]>(blockSize_), blockSize_};
   FindTerminator();

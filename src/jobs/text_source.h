@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -22,8 +23,9 @@ enum class LineStart {
 class TextSource {
  public:
   // Faults as of the operating system, here and in Next; fault 62 where the file becomes shorter meanwhile,
-  // fault 57 where its lines aren't those that were counted.
-  TextSource(std::string_view path, LineStart start, std::size_t blockSize = DefaultBlock);
+  // fault 57 where its lines aren't those that were counted. Both throw EndAsked once isToEnd says so.
+  TextSource(std::string_view path, LineStart start, std::size_t blockSize = DefaultBlock,
+             std::function<bool()> isToEnd = {});
 
   std::int64_t LineCount() const { return lineCount_; }  // 0 for an empty source
 

@@ -90,8 +90,11 @@ bool SeekTo(std::FILE* file, std::int64_t offset) { return fseeko(file, offset, 
 
 bool FlushToDisk(std::FILE* file) { return std::fflush(file) == 0 && fsync(fileno(file)) == 0; }
 
-// Whoever can make a file beside it can.
-std::error_code ReplaceError(const fs::path&) { return {}; }
+// Whoever can make a file beside it can, but what nobody is to write shall stay.
+std::error_code ReplaceError(const fs::path& path) {
+  const bool isWritable = IsLink(path) || faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
+  return isWritable || errno == ENOENT ? std::error_code() : LastError();
+}
 
 void CopyPermissions(const fs::path& from, std::FILE* to, std::error_code& error) {
   struct stat status {};

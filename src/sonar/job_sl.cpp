@@ -66,7 +66,7 @@ void ReadRunNumbers(SlRun& sl) {
 
 void OpenFiles(SlRun& sl, std::size_t blockSize) {
   Run& run = sl.run;
-  sl.source.emplace(run.settings.Source, blockSize);
+  sl.source.emplace(sl.sourcePath, blockSize);
   sl.csvPath = TargetFile(sl, ".csv");
   run.window.Pump();
   sl.csv = run.outputs.Grow(sl.csvPath);
@@ -201,7 +201,7 @@ RunResult JobSl(Run& run, std::size_t blockSize) {
       return sl.result;
     }
     ScanFrames(sl);
-    if (sl.source->HasChanged()) throw Fault(FaultNumber::DeviceIo, run.settings.Source);
+    if (sl.source->HasChanged()) throw Fault(FaultNumber::DeviceIo, sl.sourcePath);
   } catch (...) {
     fault = CaughtFault();
   }

@@ -2,7 +2,9 @@
 
 #include "core/date_time.h"
 #include "core/files.h"
+#include "core/run.h"
 #include "core/run_result.h"
+#include "core/settings.h"
 #include "echo/depth_check.h"
 #include "echo/points_3d.h"
 #include "sonar/cut.h"
@@ -21,8 +23,6 @@
 
 namespace sondrix {
 
-struct Run;
-
 // The progress line as far as it stands for frames of every channel: composed anew only where it changes.
 struct ProgressLine {
   std::int64_t nextPercent = -1;  // file position from which the percentage is another one
@@ -33,9 +33,10 @@ struct ProgressLine {
 
 // The state of one run of JobSl.
 struct SlRun {
-  explicit SlRun(Run& theRun) : run(theRun) {}
+  explicit SlRun(Run& theRun) : run(theRun), sourcePath(theRun.settings.Source) {}
 
   Run& run;
+  std::string sourcePath;  // events at a pump may choose another one
   RunResult result;
   std::optional<SlSource> source;
   std::string csvPath;

@@ -77,5 +77,29 @@ TEST(TextSource, ASourceThatIsWrittenMeanwhile) {
   }
 }
 
+// A table without a line end is asked about before each block, in both passes, and so is a map.
+TEST(TextSource, ASourceThatIsntReadToItsEnd) {
+  TestRun test;
+  test.Source("a.txt", BytesOf("12345678"));
+  for (const auto& [reads, isMade] : {std::pair(0, false), {3, false}, {4, true}, {5, true}}) {
+    int asked = 0;
+    const auto isToEnd = [&, &most = reads] { return ++asked > most; };
+    bool wasMade = false;
+    try {
+      TextSource source(test.settings.Source, LineStart::CutLf, 4, isToEnd);
+      wasMade = true;
+      while (source.Next()) {
+      }
+      ADD_FAILURE() << reads;
+    } catch (const EndAsked&) {
+      EXPECT_EQ(wasMade, isMade) << reads;
+    }
+    asked = 0;
+    InputFile file(test.settings.Source, isToEnd);
+    LineInput lines(file, 1);
+    EXPECT_THROW(lines.Next(), EndAsked) << reads;
+  }
+}
+
 }  // namespace
 }  // namespace sondrix
