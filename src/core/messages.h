@@ -15,7 +15,8 @@ struct Messages {
   std::string_view MsgBadInterval, MsgStopped, Msg3dInSl2, MsgEchoFolder, MsgDone, MsgLogError, MsgSkipScan;
   std::string_view WordOffset, WordScan, WordFish, WordKmh, MsgLoadMap, MsgOffMap, WordDucer;
   std::string_view MsgRunOzi, MsgCopyApi;
-  // The question asked when the chosen channel doesn't appear in a recording.
+  // The question asked when the chosen channel doesn't appear in a recording. {0} is its name, {1} the index
+  // of the scan, {2} the percentage of the file that lies before it.
   std::string_view AskNoChannel, TitleNoChannel;
   int DucerLabelShift = 0;  // logical units, in the sketch of the mounting
 };

@@ -49,6 +49,7 @@ struct RunResult {
   std::int64_t frames = 0;                        // or lines of the source that were read
   std::int64_t soundings = 0;                     // of the chosen channel, inside the interval
   std::int64_t withDepth = 0;                     // soundings that carry a depth
+  std::int64_t withFix = 0;                       // soundings of a log whose position has a fix
   std::int64_t points = 0;                        // written
   // Smallest and largest index of the chosen channel's frames that were met.
   std::optional<std::int32_t> firstIndex, lastIndex;

@@ -85,7 +85,7 @@ bool TakeRow(CsvRun& csv, std::string_view line) {
     }
   }
   csv.isExportRow = csv.channel.isInTables && columns.At(ColChannel) == csv.channel.name;
-  if (!csv.isPlain) CountRow(csv);
+  if (!csv.isPlain && !line.empty()) CountRow(csv);
   if (!csv.isPlain) return csv.isExportRow;
   columns.Set(ColX, columns.At(ColLongitude));
   columns.Set(ColY, columns.At(ColLatitude));

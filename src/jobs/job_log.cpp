@@ -153,6 +153,7 @@ void TakeSounding(LogRun& log) {
   const bool hasDepth = log.point.Depth != 0;
   ++log.result.soundings;
   if (hasDepth) ++log.result.withDepth;
+  if (log.hasFix) ++log.result.withFix;
   const auto read = [&]() -> OfferedSounding {
     return {.x = log.xText,
             .y = log.yText,

@@ -6,6 +6,7 @@
 #include "core/run_limits.h"
 #include "core/run_state.h"
 #include "core/settings.h"
+#include "core/text.h"
 #include "core/window.h"
 #include "echo/views.h"
 #include "sonar/layout/sl_verdict.h"
@@ -44,6 +45,15 @@ const std::string& ProgressOf(SlRun& sl) {
   return progress.text;
 }
 
+// Whether to go on without the selected channel; it may be asked at every frame.
+const std::string& QuestionOf(SlRun& sl) {
+  sl.line.clear();
+  AppendFilled(sl.line, sl.run.messages.AskNoChannel,
+               {RowOf(sl.run.state.SelectedChannel).name, std::to_string(sl.lead.FrameIndex),
+                std::to_string(PercentOf(sl, sl.source->FilePosition()))});
+  return sl.line;
+}
+
 // A frame of another channel. While none of the selected channel has come, the user decides whether to go on.
 Step PassOver(SlRun& sl) {
   Run& run = sl.run;
@@ -52,7 +62,7 @@ Step PassOver(SlRun& sl) {
     run.window.Beep();
     run.window.SetAtt("");
     sl.progress.isShown = false;
-    if (!run.window.Ask(run.messages.AskNoChannel, run.messages.TitleNoChannel)) {
+    if (!run.window.Ask(QuestionOf(sl), run.messages.TitleNoChannel)) {
       sl.result.end = RunEnd::Stopped;
       run.window.SetAtt(run.messages.MsgAborted, LineKind::Notice);
       return Step::Close;

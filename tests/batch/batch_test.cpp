@@ -34,6 +34,11 @@ TEST(Batch, EachSourceHasItsLastLineAndAllTheStatus) {
   longSamples.FrameSize = 200;  // its samples run into what follows
   WriteBytes("bad.sl2", EchogramBytes(2, {longSamples}));
   OutputFile("a.csv").Write("lat,lon,depth\n55.1,37.1,5\n");
+  WriteBytes("LAKE.SL2", EchogramBytes(2, {Frame(2, 10)}));
+  SampleFrame far = Frame(2, 10), seven = Frame(7, 12);
+  far.FrameIndex = 6804;
+  WriteBytes("far.sl2", EchogramBytes(2, {seven, far, Frame(5, 0), Frame(5, 0)}));
+  OutputFile("head.csv").Write("Channel,b\r\nPrimary,1,1,1,1,0.000000,1\r\nPrimary,1,1,1,1,3,1\r\n");
   OutputFile("faulty.ini").Write("[Main]\nMakeCut=5\n");
   fs::create_directories("trips/below");
   for (const char* name : {"trips/b.sl2", "trips/below/d.sl2", "trips/c.SL2"}) fs::copy("lake.sl2", name);
@@ -41,7 +46,7 @@ TEST(Batch, EachSourceHasItsLastLineAndAllTheStatus) {
   const std::string points = "a.csv: files successfully created, selected points 1 from 3 lines\n";
   const std::string missing = " ! error JobSl: 53. File not found\n";
   const std::string question =
-      "Channel not found: There is no frame of the chosen channel in 5000 scans. Go on? ";
+      "Channel not found: No frame of Downscan before scan 5001, which is 99% of the file. Go on? ";
   const struct {
     std::string line;
     int status;
@@ -52,6 +57,21 @@ TEST(Batch, EachSourceHasItsLastLineAndAllTheStatus) {
       // Cropping switches the pictures off, and these can be switched on again; what is set already stays so.
       {"-o zero -s MakeCut=1 -s MakeGraf=1 -s MakeCut=1 -s UseTyp=0 lake.sl2", 0,
        "lake.sl2: 100%  scan 1 * done\n"},
+      // Why a run gave no points.
+      {"-o why LAKE.SL2", 1, "LAKE.SL2: ! source file without delimiters ';' or ','...\n",
+       "LAKE.SL2: 0 points: the extension \".SL2\" is read as a table, it has to be \".sl2\"\n"},
+      {"-o why -s UseTyp=5 far.sl2", 0, "far.sl2: 100%  scan 2 ^00:00:01 * done\n",
+       "far.sl2: 0 points: Sidescan has no depth; Downscan has 1 of 1; channel 7 has 1 of 1\n"},
+      {"-o why -s UseTyp=0 far.sl2 --answer no", 0, "far.sl2: * processing aborted by user\n",
+       "far.sl2: 0 points: no frame of Primary; Downscan has 1 of 1; channel 7 has 1 of 1\n"},
+      {"-o why -s ScanSkip=7000 -s ScanCut=9000 far.sl2", 0, "far.sl2: 100%  scan 0 * done\n",
+       "far.sl2: 0 points: the interval 7000 to 9000 lies outside the indices 6804 to 6804\n"},
+      {"-o why -s ScanCut=70 far.sl2", 0, "far.sl2: 100  scan 0 * done\n",
+       "far.sl2: 0 points: the interval to 70 ends before the first index 6804\n"},
+      {"-o why -s DistDiff=9e6 -s boxLang=DEU far.sl2", 0, "far.sl2: 100%  Scan 1 * Ausgeführt\n",
+       "far.sl2: 0 Punkte: jede Lotung (1) fiel durch DistDiff = 9000000 m weg\n"},
+      {"-o why head.csv", 0, "head.csv: files successfully created, selected points 0 from 4 lines\n",
+       "head.csv: 0 points: no row of Downscan; Primary has 1 of 2\n"},
       {"-o none -s MakeGraf=0 lake.sl2", 0, "lake.sl2: 100%  scan 2 ^00:00:01 * done\n"},
       {"-o out others.sl2", 0, "others.sl2: 100%  scan 0 * done\n", question + "yes\n"},
       {"-o out --answer no others.sl2", 0, "others.sl2: * processing aborted by user\n", question + "no\n"},

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <utility>
 
 namespace sondrix {
 namespace {
@@ -29,6 +30,7 @@ void BatchWindow::BeginSource(std::string_view name) {
       '?');
   hasPrinted_ = false;
   noted_.clear();
+  asked_.clear();
 }
 
 void BatchWindow::EndSource(bool printsLast) {
@@ -65,7 +67,9 @@ void BatchWindow::Pump() {
 
 bool BatchWindow::IsToEnd() const { return Interrupted(); }
 
+// A question may come with every frame, with other numbers: it is shown once.
 bool BatchWindow::Ask(std::string_view text, std::string_view title) {
+  if (std::exchange(asked_, title) == title) return style_.answer;
   Note(std::string(title) + ": " + std::string(text) + (style_.answer ? " yes\n" : " no\n"));
   return style_.answer;
 }
@@ -80,7 +84,8 @@ void BatchWindow::PrintLine(std::string_view text) {
   hasPrinted_ = true;
 }
 
-// A question may come with every frame: it is shown once.
+void BatchWindow::Tell(std::string_view text) { Note(name_ + ": " + std::string(text) + "\n"); }
+
 void BatchWindow::Note(const std::string& line) {
   if (line == noted_) return;
   noted_ = line;

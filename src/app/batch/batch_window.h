@@ -34,6 +34,8 @@ class BatchWindow : public Window {
   // unless it was the last that was printed already.
   void BeginSource(std::string_view name);
   void EndSource(bool printsLast);
+  // A line of the source on standard error.
+  void Tell(std::string_view text);
 
   void SetAtt(std::string_view text, LineKind kind = LineKind::Progress) override;
   std::string_view Att() const override { return att_; }
@@ -69,7 +71,8 @@ class BatchWindow : public Window {
   LineKind attKind_ = LineKind::Progress;
   std::string printed_;  // the last line of the source on standard output
   bool hasPrinted_ = false;
-  std::string noted_;  // the last question or information of the source
+  std::string noted_;  // the last of standard error
+  std::string asked_;  // the title of the last question
   std::set<std::string, std::less<>> disabled_;
   unsigned pumps_ = 0;
   Clock::time_point shownAt_;

@@ -7,6 +7,7 @@
 #include "app/batch/output_clash.h"
 #include "app/batch/transcript.h"
 #include "app/edit_field.h"
+#include "app/empty_result.h"
 #include "app/interrupt.h"
 #include "app/session.h"
 #include "core/files.h"
@@ -58,6 +59,7 @@ class SourceRun {
     }
     const bool isWell = result.IsWell() && !Interrupted();
     window_.EndSource(!options_.json && !(options_.quiet && isWell));
+    if (!clash) TellWhyEmpty(source, result);
     if (!options_.noPicture) SaveEndPicture(session_, source, result);
     TellLost(source, result);
     if (options_.json && !(options_.quiet && isWell)) {
@@ -70,6 +72,11 @@ class SourceRun {
   void Release() { transcript_.Release(); }
 
  private:
+  void TellWhyEmpty(const std::string& source, const RunResult& result) {
+    const std::string why = WhyEmptyLine(result, session_.settings, source, session_.langId);
+    if (!why.empty()) window_.Tell(why);
+  }
+
   // The line tells of one, unless a later report took its place.
   void TellLost(const std::string& source, const RunResult& result) {
     if (result.lost.empty() || window_.AttKind() == LineKind::Fault) return;

@@ -4,6 +4,7 @@
 #include "app/desktop/qt_text.h"
 #include "app/desktop/run_panel.h"
 #include "app/edit_field.h"
+#include "app/empty_result.h"
 #include "app/settings_store.h"
 #include "core/channel.h"
 #include "core/fault.h"
@@ -121,7 +122,11 @@ void DesktopWindow::ConnectButtons() {
     connect(static_cast<QPushButton*>(Find(name)), &QPushButton::clicked, this,
             [this, place, click = std::move(click)] { Act(place, click); });
   };
-  onClick("btnGO", "GO", [&run] { GoClick(run); });
+  onClick("btnGO", "GO", [this, &run] {
+    const std::string source = session_.settings.Source;  // another may be picked during a text job
+    const RunResult result = GoClick(run);
+    ShowNotes(WhyEmpty(result, session_.settings, source, session_.langId));
+  });
   onClick("RunSet", "GO", [this, &run] {
     PauseClick(run);
     EndWait();
