@@ -41,6 +41,19 @@ std::chrono::year_month_day DayOf(DateSeconds date) {
 void AppendTime(std::string& out, std::int64_t seconds) {
   const std::int64_t hours = FloorDiv(seconds, 3600);
   const std::int64_t rest = seconds - hours * 3600;
+  if (hours >= 0 && hours < 100) {
+    // Most times: in one piece.
+    char text[] = "00:00:00";
+    const auto put = [&text](std::size_t at, std::int64_t two) {
+      text[at] = static_cast<char>('0' + two / 10);
+      text[at + 1] = static_cast<char>('0' + two % 10);
+    };
+    put(0, hours);
+    put(3, rest / 60);
+    put(6, rest % 60);
+    out.append(text, 8);
+    return;
+  }
   AppendTwo(out, hours);
   out += ':';
   AppendTwo(out, rest / 60);

@@ -15,15 +15,6 @@ bool RunResult::IsWell() const {
          std::all_of(outputs.begin(), outputs.end(), [](const RunOutput& output) { return output.isWhole; });
 }
 
-void CountFrame(std::vector<ChannelCount>& channels, std::uint8_t channel, bool hasDepth) {
-  auto found =
-      std::lower_bound(channels.begin(), channels.end(), channel,
-                       [](const ChannelCount& one, std::uint8_t wanted) { return one.channel < wanted; });
-  if (found == channels.end() || found->channel != channel) found = channels.insert(found, {channel, 0, 0});
-  ++found->frames;
-  if (hasDepth) ++found->withDepth;
-}
-
 std::string LineOf(const RunResult& result, const Messages& messages) {
   if (result.message) return std::string(messages.*result.message);
   return result.fault ? FaultLine(result.place, *result.fault) : std::string();

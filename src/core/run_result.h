@@ -58,9 +58,6 @@ struct RunResult {
   bool IsWell() const;
 };
 
-// Adds a frame to its channel's count.
-void CountFrame(std::vector<ChannelCount>& channels, std::uint8_t channel, bool hasDepth);
-
 // The line that tells how a run ended: a fixed text, or the report of its fault. Empty for another end.
 std::string LineOf(const RunResult& result, const Messages& messages);
 

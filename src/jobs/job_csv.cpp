@@ -21,6 +21,7 @@
 #include "ozi/ozi_link.h"
 
 #include <algorithm>
+#include <array>
 
 namespace sondrix {
 namespace {
@@ -44,6 +45,7 @@ struct CsvRun {
 
   Run& run;
   RunResult result;
+  std::array<ChannelCount, Channels.size()> counts;  // in the order of the channels
   TextSource source;
   ChannelRow channel;
   PointFilter filter;
@@ -67,10 +69,21 @@ struct CsvRun {
 
 void CountRow(CsvRun& csv) {
   const Columns& columns = csv.columns;
-  for (const ChannelRow& row : Channels) {
-    if (!row.isInTables || columns.At(ColChannel) != row.name) continue;
-    CountFrame(csv.result.channels, ChannelByte(row.channel),
-               columns.Count() > ColDepth && columns.At(ColDepth) != NoDepth);
+  const std::string_view name = columns.At(ColChannel);
+  for (std::size_t i = 0; i < Channels.size(); ++i) {
+    if (!Channels[i].isInTables || name != Channels[i].name) continue;
+    ++csv.counts[i].frames;
+    if (columns.Count() > ColDepth && columns.At(ColDepth) != NoDepth) ++csv.counts[i].withDepth;
+    return;
+  }
+}
+
+void TakeCounts(CsvRun& csv) {
+  csv.result.frames = csv.line;
+  csv.result.points = csv.filter.Selected();
+  for (std::size_t i = 0; i < Channels.size(); ++i) {
+    csv.counts[i].channel = ChannelByte(Channels[i].channel);
+    if (csv.counts[i].frames > 0) csv.result.channels.push_back(csv.counts[i]);
   }
 }
 
@@ -240,9 +253,8 @@ RunResult JobCsv(Run& run) {
     if (run.settings.ViewOzi) OziTrackOpen(run.link);
     const bool isRead = ReadLines(csv);
     if (isRead) WriteFiles(csv);
+    TakeCounts(csv);
     result = std::move(csv.result);
-    result.frames = csv.line;
-    result.points = csv.filter.Selected();
     if (!isRead) RefuseSource(run, result);
     if (run.state.StopFlag) result.end = RunEnd::Stopped;
   } catch (const EndAsked&) {

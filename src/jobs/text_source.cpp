@@ -166,13 +166,10 @@ void Columns::Widen() {
   while (count_ < Capacity) texts_[count_++] = {};
 }
 
-std::string_view Columns::At(std::size_t index) const {
-  if (index >= count_) throw Fault(FaultNumber::Subscript);
-  return texts_[index];
-}
+void Columns::ThrowNoColumn() { throw Fault(FaultNumber::Subscript); }
 
 void Columns::Set(std::size_t index, std::string_view text) {
-  if (index >= count_) throw Fault(FaultNumber::Subscript);
+  if (index >= count_) ThrowNoColumn();
   texts_[index] = text;
 }
 

@@ -75,10 +75,15 @@ class Columns {
   void Widen();
   std::size_t Count() const { return count_; }
   // Both with fault 9 where there is no such column.
-  std::string_view At(std::size_t index) const;
+  std::string_view At(std::size_t index) const {
+    if (index >= count_) ThrowNoColumn();
+    return texts_[index];
+  }
   void Set(std::size_t index, std::string_view text);
 
  private:
+  [[noreturn]] static void ThrowNoColumn();
+
   std::array<std::string_view, Capacity> texts_;
   std::size_t count_ = 0;
 };
