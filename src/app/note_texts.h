@@ -27,6 +27,15 @@ struct NoteTexts {
   std::string_view zeroDepths, noPosition;  // of all rows or soundings
   std::string_view noSounding, noFix;       // of a log
   std::string_view noContour;               // of a map
+  // What a source holds. File {0}, size {1}, {2} frames.
+  std::string_view echogram, sampledEchogram;
+  std::string_view channelFrames;      // channel {0}, {1} frames, {2} with a depth, indices {3} to {4}
+  std::string_view times, depthRange;  // {0} to {1}
+  std::string_view exportTable, plainTable, log, map;
+  std::string_view text, sampledText;  // file {0}, kind {1}, size {2}, {3} lines
+  std::string_view channelRows;        // channel {0}, {1} rows, {2} with a depth
+  std::string_view soundings;          // {0}
+  std::string_view unreadable;         // file {0}
 };
 
 // Of a language; Russian for a number without a table, as the window is built.

@@ -107,6 +107,26 @@ TEST_F(WindowTest, TheFinalLineIsReadWhole) {
   EXPECT_EQ(line->geometry(), oneRow);
 }
 
+TEST_F(WindowTest, AChosenSourceTellsWhatItHolds) {
+  const auto* notes = Find<QLabel>("Notes");
+  const auto text = [notes] { return notes->isVisible() ? Utf8Of(notes->text()) : std::string(); };
+  WriteBytes(Path("two.sl2"), EchogramBytes(2, {Frame(2, 10), Frame(7, 0)}));
+  window->SetSource(Path("two.sl2"));
+  EXPECT_EQ(text(), "") << "while it may be typed on";
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !text().empty(); }));
+  EXPECT_EQ(text(),
+            "two.sl2: 4.1 kB, 2 frames\nDownscan: 1 frames, 1 with a depth, indices 0 to 0\n"
+            "channel 7: 1 frames, 0 with a depth, indices 0 to 0\n"
+            "2016-05-25 14:00:00 to 2016-05-25 14:00:00\ndepths 3.05 to 3.05 m");
+  EXPECT_EQ(Find("UseTyp2")->toolTip(), "");
+  EXPECT_EQ(Find("UseTyp5")->toolTip(), "Not in this source");
+  window->SetSource(Path("none.sl2"));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return text() == "none.sl2: can't be read"; }));
+  EXPECT_EQ(Find("UseTyp5")->toolTip(), "");
+  window->SetSource("");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return text().empty(); }));
+}
+
 TEST_F(WindowTest, NotesStandOverThePicturesUntilARun) {
   const auto* notes = Find<QLabel>("Notes");
   window->ShowNotes({"lake.sl3: 318 frames", "<b> as it is"});

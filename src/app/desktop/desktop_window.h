@@ -16,6 +16,7 @@
 #include <vector>
 
 class QEventLoop;
+class QTimer;
 
 namespace sondrix {
 
@@ -93,6 +94,7 @@ class DesktopWindow final : public QMainWindow, public Window {
   void Act(const char* place, const std::function<void()>& click);
   void EditText(const Field& field, const std::string& text);
   void TakeMounting();
+  void TellOfSource();
   void DrawSketch();
   void ChooseItem(int index);
   void ToggleTrack();
@@ -111,6 +113,7 @@ class DesktopWindow final : public QMainWindow, public Window {
   QWidget* settingsPanel_ = nullptr;
   PictureView *course_ = nullptr, *heading_ = nullptr;
   std::vector<Channel> missingChannels_;
+  QTimer* sourceTimer_ = nullptr;  // from a change of the source to the look at it
   std::string att_, spd_, shownAtt_, shownSpd_;
   LineKind attKind_ = LineKind::Progress;
   Clock::time_point shownAt_;

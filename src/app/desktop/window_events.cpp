@@ -6,6 +6,7 @@
 #include "app/edit_field.h"
 #include "app/empty_result.h"
 #include "app/settings_store.h"
+#include "app/source_notes.h"
 #include "core/channel.h"
 #include "core/fault.h"
 #include "jobs/clicks.h"
@@ -25,11 +26,15 @@
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QShortcut>
+#include <QTimer>
 #include <QUrl>
 #include <QWindow>
+#include <chrono>
 
 namespace sondrix {
 namespace {
+
+constexpr std::chrono::milliseconds SourcePause{200};  // in typing, before the source is looked at
 
 // What a click on a label beside a box does: the label acts as a part of it.
 void JoinLabel(QWidget* label, QCheckBox* box) {
@@ -102,7 +107,18 @@ void DesktopWindow::ConnectField(const Field& field) {
   }
 }
 
+// A run tells of its source itself.
+void DesktopWindow::TellOfSource() {
+  if (!IsEnabled("btnGO")) return;
+  SourceNotes notes = NotesOn(session_.settings.Source, session_.langId);
+  ShowNotes(notes.lines);
+  MarkChannels(std::move(notes.missing));
+}
+
 void DesktopWindow::ConnectFields() {
+  sourceTimer_ = new QTimer(this);
+  sourceTimer_->setSingleShot(true);
+  connect(sourceTimer_, &QTimer::timeout, this, &DesktopWindow::TellOfSource);
   for (const Field& field : Fields()) ConnectField(field);
   Find("lblCrsHed")->installEventFilter(new EventHook(this, [this](QObject*, QEvent* event) {
     if (event->type() == QEvent::MouseButtonDblClick) Act("GO", [this] { ToggleTrack(); });
@@ -112,6 +128,7 @@ void DesktopWindow::ConnectFields() {
 
 void DesktopWindow::EditText(const Field& field, const std::string& text) {
   session_.settings.*field.text = text;
+  if (field.text == &Settings::Source && hasStarted_) sourceTimer_->start(SourcePause);
   const bool isMounting = field.text == &Settings::DucerX || field.text == &Settings::DucerY;
   if (isMounting && hasStarted_) Act("GO", [this] { TakeMounting(); });
 }
