@@ -6,6 +6,7 @@
 #include "core/outputs.h"
 #include "core/run.h"
 #include "core/run_limits.h"
+#include "core/run_result.h"
 #include "core/run_state.h"
 #include "core/settings.h"
 #include "echo/views.h"
@@ -65,8 +66,23 @@ class TestRun {
   // Chooses the channel, clicks the start button, and gives the last text of the log line.
   std::string Click(int channel = 2) {
     ChannelClick(run, ChannelOf(channel).value());
-    GoClick(run);
+    result = GoClick(run);
+    EXPECT_EQ(result.fault.has_value(), result.end == RunEnd::Failed);
+    EXPECT_EQ(window.att.starts_with(" ! error "), result.end == RunEnd::Failed && !result.message)
+        << window.att;
     return window.att;
+  }
+  // The result of the last click: end, frames, soundings, those with a depth, points; each channel's frames
+  // and depths; the outputs with a "-" at what isn't whole.
+  std::string Summary() const {
+    std::string text(NameOf(result.end));
+    for (const std::int64_t count : {result.frames, result.soundings, result.withDepth, result.points})
+      text += " " + std::to_string(count);
+    for (const auto& [channel, frames, withDepth] : result.channels)
+      text += " " + std::to_string(channel) + ":" + std::to_string(frames) + "/" + std::to_string(withDepth);
+    for (const RunOutput& output : result.outputs)
+      text += " " + std::string(FileNameOf(output.path)) + (output.isWhole ? "" : "-");
+    return text;
   }
   std::string OutPath(const std::string& name) const { return settings.TargetPath + name; }
   bool HasOut(const std::string& name) const { return std::filesystem::exists(OutPath(name)); }
@@ -93,6 +109,7 @@ class TestRun {
   Pictures pictures;
   OziLink link;
   Outputs outputs;
+  RunResult result;  // of the last click
   TestWindow window;
   Run run{settings, limits, state, messages, pictures, link, outputs, window};
 };

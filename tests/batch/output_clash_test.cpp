@@ -1,6 +1,7 @@
 #include "app/batch/output_clash.h"
 
 #include "core/settings.h"
+#include "platform/file_system.h"
 
 #include <gtest/gtest.h>
 #include <string>
@@ -19,6 +20,7 @@ TEST(OutputClash, SeesTheSameNamesOnly) {
       {"out/", "", {"a.v1.sl2", "a.v2.sl2"}, "ff"},
       {"out/", "", {"x/a.sl2", "b.csv", "y/a.sl3"}, "sfs"},
       {"out/", "", {"a.sl2", "a_bad.csv"}, "ss"},  // both write a_bad.txt
+      {"out/", "", {"a.sl2", "A.sl2"}, IgnoresCaseOfNames() ? "ss" : "ff"},
       {"out/", "", {"a.log", "a.drd.csv"}, "ss"},
       {"", "", {"a.txt"}, "p"},  // its own point list
       {"", "", {"a.sl2", "a.csv"}, "pf"},

@@ -1,6 +1,8 @@
 #include "core/files.h"
 
+#include "core/outputs.h"
 #include "fault_in.h"
+#include "test_window.h"
 
 #include <array>
 #include <chrono>
@@ -88,6 +90,7 @@ TEST_F(FilesIn, AnIdMeansTheFileWhateverItsName) {
     EXPECT_EQ(IdOf(Path("one")) == IdOf(Path(name)), isSame) << name;
   }
   EXPECT_FALSE(IdOf(Path("none/x")) || IdOf(Path("one/x")));
+  if (Link("loop", "loop")) EXPECT_EQ(FaultIn([&] { InputFile loop(Path("loop")); }), 52);
 }
 
 TEST_F(FilesIn, ASourceTellsThatItChanged) {
@@ -190,6 +193,37 @@ TEST_F(FilesIn, AGrowingFileLeavesTheEarlierOneUntilItIsWhole) {
   fs::create_directory(Path("part.part"));
   for (const auto& [name, number] : std::map<std::string, int>{{"dir", 75}, {"none/x", 76}, {"part", 75}})
     EXPECT_EQ(FaultIn([&, &path = name] { GrowingFile file(Path(path)); }), number) << name;
+}
+
+TEST_F(FilesIn, OutputsAreGuardedAndRecorded) {
+  Put("source", "mine");
+  TestWindow window;
+  Outputs outputs;
+  outputs.Begin(Path("source"));
+  const OutputFile open = outputs.Open(Path("open"));
+  const GrowingFile growing = outputs.Grow(Path("growing"));
+  outputs.SetWhole(Path("growing"));
+  outputs.Open(Path("forgotten"));
+  outputs.Forget(Path("forgotten"));
+  outputs.WriteF(Path("text"), "вода", window);
+  EXPECT_EQ(ReadWhole(Path("text")), "\xE2\xEE\xE4\xE0\r\n");
+  EXPECT_EQ(window.att, "");
+  outputs.WriteF(Path("source"), "", window);
+  EXPECT_EQ(window.att, "ошибка WriteF: 55. File already open");
+  EXPECT_EQ(FaultIn([&] { outputs.Open(Path("none/x")); }), 76);
+  RunResult result;
+  outputs.TakeInto(result);
+  std::string record;
+  for (const RunOutput& output : result.outputs)
+    record += std::string(FileNameOf(output.path)) + (output.isWhole ? "+ " : "- ");
+  EXPECT_EQ(record, "open- growing+ text+ source- x- ");
+  ASSERT_EQ(result.lost.size(), 1U);
+  EXPECT_EQ(result.lost[0].Path(), Path("source"));
+  outputs.Begin(Path("text"));
+  outputs.Write(Path("source"), {});  // which is no source any more
+  outputs.Begin(Path("none"));
+  outputs.TakeInto(result);
+  EXPECT_TRUE(result.outputs.empty() && result.lost.empty());
 }
 
 TEST(Fault, NamesWhatWasCaught) {

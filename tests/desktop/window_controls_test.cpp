@@ -97,6 +97,8 @@ TEST_F(WindowTest, DialogsDropAndKeys) {
   EXPECT_EQ(Text("Att"), " * select source file...");
   QTest::keyClick(window.get(), Qt::Key_F1);
   EXPECT_EQ(opened, Path("help.txt"));
+  const std::string font = Utf8Of(Find("lblDepthSm")->font().family());
+  EXPECT_NE(ReadWhole(opened).find("\r\nSoft Font/Charset: " + font + "/0\r\n"), std::string::npos);
 
   QMimeData data;
   data.setUrls({QUrl::fromLocalFile(QtText(Path("dropped.sl3")))});

@@ -4,8 +4,6 @@
 #include "fault_in.h"
 #include "test_run.h"
 
-#include <numbers>
-
 namespace sondrix {
 namespace {
 
@@ -29,6 +27,9 @@ TEST(Views, FramesScrollAndTheCurveWaits) {
   EXPECT_EQ(Letters(e.pictures.ECHO), "....#./...R.B/...##./...B.#/");
   Refresh(e.pictures);
   EXPECT_EQ(Letters(e.pictures.SMPL), "B......./RRRRRRRR/BBBB..../....BBBB/");
+  Show(e, Samples(8));
+  Refresh(e.pictures);
+  EXPECT_EQ(Letters(e.pictures.SMPL), "B......./B......./B......./B......./");
   // A raster twice as high as at first has dots of two rows; too high a contrast leaves nothing.
   ResizeViews(e.pictures, 6, 8, 4, 840);
   PrepareViews(e.pictures, Channel::Downscan, 420);
@@ -69,32 +70,6 @@ TEST(Views, DepthScale) {
   }
   EXPECT_EQ(FaultIn([&] { Show(e, Samples(1920), 0.05F); }), 6);
   EXPECT_EQ(e.window.waited, 0);
-}
-
-TEST(Views, Needles) {
-  Picture crs(40, 40);
-  DrawNeedle(crs, static_cast<float>(std::numbers::pi / 2), Black);
-  EXPECT_EQ(Letters(crs, 16, 16, 7, 7), "......./..###../.#...#./.#.####/.#...#./..###../......./");
-  EXPECT_EQ(Runs(crs, 38), "19. 1# 20.");
-  DrawNeedle(crs, static_cast<float>(std::numbers::pi), Blue);
-  EXPECT_EQ(Runs(crs, 19), "17. 1B 1. 21B");
-}
-
-TEST(Views, Mounting) {
-  // Metres to the right and ahead; on the 512 units of the picture: the circles of antenna and transducer,
-  // the word of the left one.
-  const std::tuple<float, float, int, int, int, int, float> rows[] = {{20, 1, 128, 256, 384, 244, 63},
-                                                                      {-1, -20, 265, 128, 244, 256, 283}};
-  TestRun e;
-  const Picture& echo = e.pictures.ECHO;
-  for (const auto& [x, y, antennaX, antennaY, ducerX, ducerY, wordX] : rows) {
-    DrawMounting(e.pictures, x, y, e.messages);
-    EXPECT_EQ(echo.At(echo.DeviceX(antennaX) - 4, echo.DeviceY(antennaY)), Red) << x;
-    EXPECT_EQ(echo.At(echo.DeviceX(ducerX) + 4, echo.DeviceY(ducerY)), Blue) << x;
-    EXPECT_FLOAT_EQ(echo.Texts().at(0).x, wordX * 227 / 512) << x;
-  }
-  DrawMounting(e.pictures, -3e38F, 3e38F, e.messages);
-  EXPECT_TRUE(echo.Texts().empty());
 }
 
 TEST(Views, SavedPictureHoldsThePanelsSideBySide) {

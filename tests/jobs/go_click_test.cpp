@@ -43,6 +43,15 @@ TEST(GoClick, SourcesTargetsAndNames) {
   }
 }
 
+TEST(GoClick, AnEndInTheFirstWaitStopsTheRun) {
+  TestRun test;
+  test.Source("lake.sl2", EchogramBytes(2, {Frame(2, 10)})).Click();
+  test.window.isToEnd = true;
+  EXPECT_EQ(test.Click(), " * processing aborted by user");
+  EXPECT_EQ(test.Summary(), "stopped 0 0 0 0");
+  EXPECT_EQ(test.OutLines("lake.csv").size(), 1U);
+}
+
 TEST(GoClick, FieldsThatCantBeTaken) {
   TestRun test;
   test.Source("lake.sl2", EchogramBytes(2, {Frame(2, 10)}));

@@ -29,6 +29,7 @@ TEST(JobCsv, AWholeRun) {
                                       Row("4105003", "0.000000") + Row("4105003") + Row("4105010", "1.5") +
                                       "\n" + Row("4105400", "100.25") + Row("4105410", "10")),
             Report(4, 10));
+  EXPECT_EQ(test.Summary(), "finished 10 8 7 4 0:1/1 2:6/5 озеро.txt озеро.plt озеро.mp озеро_bad.txt");
   EXPECT_EQ(test.Out("озеро.txt"),
             "56.135476,36.999896,9.24\r\n56.135476,36.999986,.56\r\n56.135476,37.003501,30.66\r\n"
             "56.135476,37.003592,3.15\r\n\r\n");
@@ -170,6 +171,7 @@ TEST(JobCsv, PauseStopAndProgress) {
   EXPECT_EQ(test.window.CountLines(" 56% line 200/351 dot 200"), 1);
   EXPECT_EQ(test.window.CountLines(" * processing aborted by user"), 1);
   EXPECT_EQ(test.OutLines("a.txt").size(), 201U);
+  EXPECT_EQ(test.Summary(), "stopped 201 201 201 201 2:201/201 a.txt a.plt a.mp");
 }
 
 TEST(JobCsv, NoWaitForALineThatNobodyCanRead) {

@@ -35,6 +35,7 @@ TEST(JobLog, AWholeRun) {
       "\n" + Fix("20.0300") + Depth("") + Fix("20.0400") + Depth("40.35933") +      // 13 to 17
       Fix("21.0000") + Depth("100.25");                                             // 18, 19
   EXPECT_EQ(test.ClickOn("a.log", log), Done);
+  EXPECT_EQ(test.Summary(), "finished 21 8 7 4 t.drd.txt t.srf.txt t.plt t.mp t.bad.txt");
   EXPECT_EQ(test.Out("t.drd.txt"),
             "Longitude;Latitude;Depth,m;Offset,m;Satellite,pc;HDOP,m\r\n55.166667,37.333333,9.1\r\n"
             "55.166667,37.3335,9.4\r\n55.166667,37.334,12.3\r\n55.166667,37.35,30.6\r\n\r\n");
@@ -128,6 +129,7 @@ TEST(JobLog, AStopWritesNothing) {
     if (pump == 5) StopClick(test.run);
   };
   EXPECT_EQ(test.ClickOn("a.log", log), " * processing aborted by user");
+  EXPECT_EQ(test.Summary(), "stopped 13 6 6 6");
   EXPECT_TRUE(std::filesystem::is_empty(test.folder / "out"));
   EXPECT_EQ(test.window.CountLines(" 52% line 10/19 dot 5"), 1);
 }

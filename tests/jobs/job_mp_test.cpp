@@ -96,6 +96,7 @@ TEST(JobMp, ManyShortLinesAndALongOne) {
   TextRun test;
   EXPECT_EQ(test.ClickOn("lake.mp", map + longLine), Done);
   EXPECT_TRUE(ListOf(test) == list + longList + "\r\n");
+  EXPECT_EQ(test.Summary(), "finished 300004 600001 600001 600001 lake.txt");
 }
 
 }  // namespace

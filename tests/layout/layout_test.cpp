@@ -121,6 +121,31 @@ TEST(Layout, SearchReportsAndLeapsOverAHundredthAfterAHundredth) {
   }
 }
 
+TEST(Layout, AFrameIsJudgedByItsLead) {
+  const SlFormat format = SlFormatOf(2);
+  const auto good = SlVerdict::Good, bad = SlVerdict::Bad, other = SlVerdict::OtherChannel;
+  // The chosen channel; size, channel, samples and index of a frame; the samples known; what counts as its
+  // samples, and what it is.
+  const std::tuple<Channel, SlLeadFields, int, int, SlVerdict> rows[] = {
+      {Channel::Downscan, {2064, 2, 1920, 7, 0}, 0, 1920, good},
+      {Channel::Downscan, {2064, 2, 1920, 0, 0}, 1920, 1920, good},
+      {Channel::Downscan, {2064, 2, 1920, 7, 0}, 1919, 1920, bad},
+      {Channel::Downscan, {2064, 2, 0, 0, 0}, 1920, 1920, good},
+      {Channel::Downscan, {2064, 2, 0, 7, 0}, 0, 0, bad},
+      {Channel::Downscan, {144, 2, 0, 0, 0}, 0, 0, bad},
+      {Channel::Downscan, {1, 2, -1, 7, 0}, 0, -1, bad},
+      {Channel::Downscan, {0, 2, 1920, 7, 0}, 0, 1920, bad},
+      {Channel::Downscan, {1, 5, -1, 7, 0}, 0, -1, other},
+      {Channel::Scan3D, {400, 9, 1, 7, 0}, 0, 256, SlVerdict::StepOver},
+      {Channel::Scan3D, {401, 9, 1, 7, 0}, 256, 257, good},
+      {Channel::Scan3D, {144, 9, 1, 7, 0}, 0, 0, bad}};
+  for (auto [channel, lead, known, samples, verdict] : rows) {
+    lead.SampleCount = EffectiveSamples(lead, channel, format);
+    EXPECT_EQ(lead.SampleCount, samples) << lead.FrameSize;
+    EXPECT_EQ(SlCheck(lead, channel, static_cast<std::int16_t>(known)), verdict) << lead.FrameSize << samples;
+  }
+}
+
 TEST(Layout, SourceEndsInOneZeroByte) {
   const Recording recording({1, 2, 3, 4, 5, 6, 7, 8, 9, 10});
   SlSource source(recording.path, 1);
