@@ -119,25 +119,72 @@ for source in "${sources[@]}"; do
   mkdir out
 done
 
-# Sources that lose their second half while they are read.
-"$make_sample" bulk odd/lake.sl2 --bytes 3000000000 --sparse
-"$make_sample" export odd/table.csv --bytes 60000000
-"$make_sample" log odd/boat.log --bytes 60000000
-"$make_sample" map odd/map.mp --bytes 60000000
-for source in "${sources[@]}"; do
-  ./batch -o out -s MakeGraf=0 "odd/$source" >said 2>&1 &
+# held SOURCE OPTION...: starts a run and halts it while it reads; resumed lets it go on to its end.
+held() {
+  ./batch -o out -s MakeGraf=0 "${@:2}" "odd/$1" >said 2>&1 &
   run=$!
   while kill -0 "$run" 2>/dev/null; do
     read=$(awk '/^rchar/ { print $2 }' "/proc/$run/io" 2>/dev/null || echo 0)
     [ "${read:-0}" -lt 3000000 ] || break
   done
-  kill -STOP "$run" || fail "$source was too quick to be cut"
-  truncate -s "$(($(stat -c %s "odd/$source") / 2))" "odd/$source"
+  kill -STOP "$run" || fail "$1 was too quick to be held"
+}
+resumed() {
   kill -CONT "$run" || true
   status=0
   wait "$run" || status=$?
+}
+
+# Sources that lose their second half while they are read, or are written anew; outputs whose folder goes.
+"$make_sample" bulk odd/lake.sl2 --bytes 3000000000 --sparse
+"$make_sample" export odd/table.csv --bytes 60000000
+"$make_sample" log odd/boat.log --bytes 60000000
+"$make_sample" map odd/map.mp --bytes 60000000
+for source in "${sources[@]}"; do
+  for away in "mv out gone" "rm -r out"; do
+    if [ "$source" = map.mp ]; then break; fi # its points lie beside it
+    held "$source" -s ScanCut=900000
+    $away
+    [ "$source" != lake.sl2 ] || kill -INT "$run" # it's a long one
+    resumed
+    one_error "$source, $away"
+    [ ! -e out ] || fail "$source, $away: the folder came back"
+    rm -rf gone out
+    mkdir out
+  done
+  held "$source"
+  printf x | dd of="odd/$source" conv=notrunc status=none
+  truncate -s "$(($(stat -c %s "odd/$source") / 2))" "odd/$source"
+  resumed
   one_error "$source, cut while it is read"
 done
+
+# A run that is killed leaves the earlier table alone, and no other that looks whole.
+rm -f out/* odd/lake.sl2
+echo earlier >out/lake.csv
+"$make_sample" bulk odd/lake.sl2 --bytes 3000000000 --sparse
+held lake.sl2
+kill -KILL "$run"
+resumed
+[ "$(cat out/lake.csv)" = earlier ] || fail "a killed run: the earlier table is gone"
+[ "$(ls out)" = $'lake.csv\nlake.csv.part' ] || fail "a killed run left $(ls out)"
+
+# Each signal that asks a program to end ends it in order, also inside a line without an end, in the first pass over a
+# table, and in the search for the next frame; one that is ignored from the start stays so.
+for source in "${sources[@]}"; do
+  endless=odd/endless.${source#*.}
+  cp "sound/$source" "$endless"
+  truncate -s 90G "$endless"
+  for signal in INT TERM HUP; do
+    convert timeout --preserve-status -k 5 -s "$signal" 0.2 ./batch -o out -s MakeGraf=0 "$endless" sound/next.csv
+    [ "$status" -eq 1 ] || fail "$source, SIG$signal: exit status $status"
+    [ "$(grep -cE ' \* process(ing aborted by user| stopped)$' said)" -eq 1 ] || fail "$source, SIG$signal"
+    ! grep -q next said || fail "$source, SIG$signal: the next source had its turn"
+  done
+  rm "$endless"
+done
+convert bash -c 'trap "" HUP; exec timeout -s HUP 0.1 "$@"' ignored ./batch -o out -s MakeGraf=0 odd/lake.sl2
+[ "$status" -eq 124 ] || fail "SIGHUP that is ignored: exit status $status"
 
 # Names: of 255 bytes, of which an output may be too long; of letters beyond the 8-bit code page.
 long=$(printf 'n%.0s' {1..251})
@@ -149,7 +196,7 @@ cmp "out/$long.txt" sound/table.txt || fail "a long name: $(ls out)"
 cp sound/lake.sl2 "odd/$long.sl2"
 convert ./batch -o out "${options[@]}" "odd/$long.sl2"
 one_error "a long name of an echogram"
-for name in "озеро 🐟" "$(printf 'n%.0s' {1..240})"; do
+for name in "озеро 🐟" "$(printf 'n%.0s' {1..247})"; do
   for source in lake.sl2 table.csv; do
     cp "sound/$source" "odd/$name.${source#*.}"
     convert ./batch -o out "${options[@]}" "odd/$name.${source#*.}"
@@ -159,20 +206,45 @@ for name in "озеро 🐟" "$(printf 'n%.0s' {1..240})"; do
   cmp "out/$name.txt" sound/table.txt || fail "$name: $(ls out)"
 done
 
-# An output whose name is a hard link to its source.
+# Each output in turn as a link to its source, to another file, and to none.
 mkdir links
-cp sound/table.csv sound/map.mp sound/lake.sl2 links
-ln links/table.csv links/points.plt
-ln links/map.mp links/map.txt
-ln links/lake.sl2 links/lake_ch2.sl2
-for source in table.csv:points map.mp: lake.sl2:; do
-  convert ./batch -o links "${options[@]}" -s "TargetName=${source#*:}" "links/${source%:*}"
-  one_error "$source, linked to its output"
-  cmp "links/${source%:*}" "sound/${source%:*}" || fail "$source was overwritten"
+cp sound/* links
+"$make_sample" bulk links/lake.sl2 --bytes 60000
+cp links/lake.sl2 short.sl2
+linked_options=("${options[@]}" -s MakeGraf=1 -s SaveGraf=1 -s TargetName=of)
+for source in "${sources[@]}"; do
+  original=sound/$source
+  [ "$source" != lake.sl2 ] || original=short.sl2
+  rm -rf made
+  ./batch -o made "${linked_options[@]}" "links/$source" >said || fail "outputs of $source: $(cat said)"
+  if [ "$source" = map.mp ]; then mv links/map.txt made; fi
+  outputs=$(cd made && { find . -maxdepth 1 -type f; find . -path './echo/*' -print -quit; })
+  [ "$source" = map.mp ] || [ "$(wc -l <<<"$outputs")" -ge 4 ] || fail "outputs of $source: $outputs"
+  for output in $outputs; do
+    for link in "ln" "ln -sr"; do
+      rm -rf made links/map.txt
+      mkdir -p made/echo
+      place=made/$output
+      [ "$source" != map.mp ] || place=links/$output
+      $link "$PWD/links/$source" "$place"
+      convert ./batch -o made "${linked_options[@]}" "links/$source"
+      one_error "$source, $link to $output"
+      cmp "links/$source" "$original" || fail "$source was overwritten through $output"
+    done
+    for target in other none; do
+      rm -rf made links/map.txt
+      mkdir -p made/echo
+      echo mine >other
+      ln -s "$PWD/$target" "$place"
+      convert ./batch -o made "${linked_options[@]}" "links/$source"
+      { [ "$status" -eq 0 ] && [ -f "$place" ] && [ ! -L "$place" ]; } || fail "$output of $source as a link to $target"
+      { [ "$(cat other)" = mine ] && [ ! -e none ]; } || fail "$output of $source went through a link to $target"
+    done
+  done
 done
 
 # Standard streams that are closed or take nothing, and a limit to the length of a file.
-rm -f out/*
+rm -f out/* odd/lake.sl2
 "$make_sample" bulk odd/lake.sl2 --bytes 8000000
 ./batch -o links "${options[@]}" odd/lake.sl2 >said || fail "a longer echogram"
 ./batch -v -o out "${options[@]}" odd/lake.sl2 <&- >&- 2>&- || fail "closed streams"
