@@ -33,6 +33,7 @@ TEST(Batch, EachSourceHasItsLastLineAndAllTheStatus) {
   SampleFrame longSamples = Frame(2, 11);
   longSamples.FrameSize = 200;  // its samples run into what follows
   WriteBytes("bad.sl2", EchogramBytes(2, {longSamples}));
+  WriteBytes("bad.sl3", EchogramBytes(3, {Frame(2, 10), longSamples, Frame(2, 10), Frame(2, 10)}));
   OutputFile("a.csv").Write("lat,lon,depth\n55.1,37.1,5\n");
   WriteBytes("LAKE.SL2", EchogramBytes(2, {Frame(2, 10)}));
   SampleFrame far = Frame(2, 10), seven = Frame(7, 12);
@@ -76,6 +77,7 @@ TEST(Batch, EachSourceHasItsLastLineAndAllTheStatus) {
       {"-o out others.sl2", 0, "others.sl2: 100%  scan 0 * done\n", question + "yes\n"},
       {"-o out --answer no others.sl2", 0, "others.sl2: * processing aborted by user\n", question + "no\n"},
       {"-o out -s boxLang=DEU bad.sl2", 1, "bad.sl2: 100Log-Fehler10% Offset 208... * Ausgeführt\n"},
+      {"-o out bad.sl3", 1, "bad.sl3: * process stopped\n"},
       {"-o out -sTargetName=e=f a.csv", 0, points},
       {"-o out none.sl2 lost/also.sl2 a.csv", 1, "none.sl2:" + missing + "also.sl2:" + missing + points},
       {"-o out none.mp", 1, "none.mp: * specify the source file in 'polish' format to continue\n"},

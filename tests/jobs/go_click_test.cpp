@@ -1,5 +1,5 @@
+#include "jobs/text_run.h"
 #include "samples/echogram.h"
-#include "test_run.h"
 
 #include <algorithm>
 
@@ -60,6 +60,39 @@ TEST(GoClick, FieldsThatCantBeTaken) {
   test.settings.DepthSm = "x";
   EXPECT_EQ(test.Click(), " ! error GO: 13. Type mismatch");
   EXPECT_TRUE(test.window.IsEnabled("btnGO"));
+}
+
+// What the user chooses while a table is converted: the guard is of the table that the run reads, and not of
+// the one that its next run would read.
+TEST(GoClick, AChoiceDuringARunNeitherLosesItsSourceNorItsPoints) {
+  const std::string table = "lat,lon,depth\n55.1,37.1,5\n";
+  for (const bool namesItsOwn : {true, false}) {
+    TestRun test;
+    test.Source("out/other.txt", BytesOf("other")).Source("out/mine.txt", BytesOf(table));
+    const std::string mine = test.settings.Source, other = test.OutPath("other.txt");
+    test.settings.TargetName = "points";
+    test.window.onPump = [&](int) {
+      test.settings.Source = namesItsOwn ? other : test.OutPath("points.txt");
+      if (namesItsOwn) test.settings.TargetName = "mine";
+    };
+    const std::string end = test.Click();
+    EXPECT_EQ(ReadWhole(mine), table);
+    EXPECT_EQ(end.ends_with("55: File already open"), namesItsOwn) << end;
+    EXPECT_EQ(test.HasOut("points.txt"), !namesItsOwn);
+  }
+}
+
+// Another file has the source's name by now, as after an editor's saving.
+TEST(GoClick, ASourceThatWasReplacedIsNotOverwritten) {
+  TestRun test;
+  test.Source("out/mine.txt", BytesOf("lat,lon,depth\n55.1,37.1,5\n"));
+  test.window.onPump = [&](int) {
+    if (std::filesystem::exists(test.OutPath("old"))) return;
+    std::filesystem::rename(test.settings.Source, test.OutPath("old"));
+    test.Source("out/mine.txt", BytesOf("new"));
+  };
+  EXPECT_TRUE(test.Click().ends_with("55: File already open")) << test.window.att;
+  EXPECT_EQ(test.Out("mine.txt"), "new");
 }
 
 }  // namespace

@@ -182,6 +182,27 @@ TEST(JobSl, PauseAndStopActAtTheNextFrame) {
   EXPECT_TRUE(!mayClose && CloseClick(test.run));
 }
 
+// The marks' file, a mark's picture, the table as it grows, and a choice at the run's first pump.
+TEST(JobSl, NoOutputTakesThePlaceOfItsSource) {
+  for (const std::string suffix : {"_usr.wpt", ".bmp", ".csv.part", ""}) {
+    TestRun test;
+    test.Source("lake.sl2", EchogramBytes(2, Scans(10)));
+    const std::string source = test.settings.Source, bytes = ReadWhole(source);
+    for (int index = 1; index <= 10 && !suffix.empty(); ++index) {
+      const std::string name = suffix == ".bmp" ? std::to_string(index) : "lake";
+      std::error_code isThere;
+      std::filesystem::create_hard_link(source, test.OutPath(name + suffix), isThere);
+    }
+    test.window.onPump = [&](int pump) {
+      if (suffix.empty() && pump == 1) test.settings.Source = test.OutPath("lake.csv");
+      if (pump == 8) MarkClick(test.run, MarkFish);
+    };
+    const std::string end = test.Click();
+    EXPECT_EQ(ReadWhole(source), bytes) << suffix;
+    EXPECT_EQ(end.find("55. File already open") != std::string::npos, !suffix.empty()) << suffix << end;
+  }
+}
+
 TEST(JobSl, FrameAtTheSeamOfTwoChunksComesTwice) {
   TestRun test;
   test.settings.Source = (test.folder / "long.sl2").string();

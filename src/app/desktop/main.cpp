@@ -1,6 +1,7 @@
 #include "app/desktop/desktop_window.h"
 #include "app/desktop/qt_text.h"
 #include "app/file_choice.h"
+#include "app/interrupt.h"
 #include "app/settings_store.h"
 #include "platform/platform.h"
 
@@ -8,6 +9,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <QTimer>
 
 using namespace sondrix;
 
@@ -17,6 +19,15 @@ namespace {
 std::string UserFolder() {
   const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
   return Utf8Of(QDir::toNativeSeparators(QFileInfo(documents).isDir() ? documents : QDir::homePath()));
+}
+
+constexpr int SignalPace = 250;  // ms between two looks
+
+// A signal closes a dialog, then the window, as the user would: a run is stopped first.
+void CloseWhenAsked(QWidget& window) {
+  if (!Interrupted()) return;
+  QWidget* const dialog = QApplication::activeModalWidget();
+  (dialog ? dialog : &window)->close();
 }
 
 }  // namespace
@@ -42,5 +53,9 @@ int main(int argc, char** argv) {
     window.SetSource(Utf8Of(QDir::toNativeSeparators(path)));
   }
   window.show();
+  const InterruptGuard guard;
+  QTimer signalTimer;
+  QObject::connect(&signalTimer, &QTimer::timeout, &window, [&window] { CloseWhenAsked(window); });
+  signalTimer.start(SignalPace);
   return QApplication::exec();
 }
