@@ -88,14 +88,17 @@ for source in "${sources[@]}"; do
   done
 done
 
-# Earlier outputs in a folder without rights and on a mount that can only be read.
+# Earlier outputs that nobody may write, then also in a folder without rights and on a mount that can only be read.
 rm -rf disk/*
 cp sound/* disk
-chmod 555 disk
 chmod 444 disk/*
-for source in "${sources[@]}"; do
-  convert setpriv --reuid=65534 --regid=65534 --clear-groups ./batch -o disk "${options[@]}" "disk/$source"
-  one_error "$source, no rights"
+for rights in 777 555; do
+  chmod "$rights" disk
+  for source in "${sources[@]}"; do
+    convert setpriv --reuid=65534 --regid=65534 --clear-groups ./batch -o disk "${options[@]}" "disk/$source"
+    one_error "$source, rights of the folder $rights"
+    cmp -s sound/lake.csv disk/lake.csv || fail "$source replaced what nobody may write"
+  done
 done
 mount -o remount,ro disk
 for source in "${sources[@]}"; do

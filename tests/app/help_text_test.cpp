@@ -30,6 +30,10 @@ TEST_F(AppTest, TheHelpFileIsReplacedAndOpened) {
   ShowHelp(session, file + "/sondrix.txt", report, dialogs);
   EXPECT_TRUE(window.att.starts_with("ошибка WriteF: ")) << window.att;
   EXPECT_EQ(opened, 5);
+  session.outputs.Begin(file);
+  ShowHelp(session, file, report, dialogs);
+  EXPECT_EQ(window.att, " ! error btnHelp_Click: 55. File already open");
+  EXPECT_TRUE(std::filesystem::exists(file)) << "a run reads it";
 }
 
 }  // namespace
