@@ -90,7 +90,8 @@ TEST_F(FilesIn, AnIdMeansTheFileWhateverItsName) {
     EXPECT_EQ(IdOf(Path("one")) == IdOf(Path(name)), isSame) << name;
   }
   EXPECT_FALSE(IdOf(Path("none/x")) || IdOf(Path("one/x")));
-  if (Link("loop", "loop")) EXPECT_EQ(FaultIn([&] { InputFile loop(Path("loop")); }), 52);
+  if (!Link("loop", "loop")) GTEST_SKIP() << "no links here";
+  EXPECT_EQ(FaultIn([&] { InputFile loop(Path("loop")); }), 52);
 }
 
 TEST_F(FilesIn, ASourceTellsThatItChanged) {
