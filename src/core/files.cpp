@@ -67,9 +67,19 @@ void Remove(const fs::path& path) {
   if (fs::is_regular_file(fs::symlink_status(path, ignored))) fs::remove(path, ignored);
 }
 
+// What is written there would change a file that has a name elsewhere too.
+bool LeadsElsewhere(const fs::path& path) {
+  std::error_code error;
+  if (IsLink(path)) return true;
+  if (!fs::is_regular_file(path, error)) return false;
+  const std::uintmax_t names = fs::hard_link_count(path, error);
+  return !error && names > 1;
+}
+
 // A name in the way of an output: a link goes, and a fault for what can't be written or replaced.
 void MakeWay(const fs::path& path) {
-  if (IsLink(path)) {
+  if (LeadsElsewhere(path)) {
+    ThrowIf(ReplaceError(path));
     std::error_code error;
     fs::remove(path, error);
     ThrowIf(error);
@@ -262,7 +272,7 @@ std::string GrowingName(std::string_view path, std::string_view suffix) {
 
 GrowingFile::GrowingFile(std::string_view path, std::string_view suffix)
     : path_(PathOf(path)), growing_(PathOf(GrowingName(path, suffix))) {
-  if (!IsLink(path_)) MakeWay(path_);
+  if (!LeadsElsewhere(path_)) MakeWay(path_);
   ThrowIf(ReplaceError(path_));
   std::error_code error;
   if (IsLink(growing_) || TypeOf(growing_) != fs::file_type::directory) fs::remove(growing_, error);

@@ -72,7 +72,8 @@ class InputFile {
   std::int64_t position_ = 0;
 };
 
-// A file being written from its start; one of that name is replaced, and so is a link, which isn't followed.
+// A file being written from its start; one of that name is replaced, and so is a link, which isn't followed,
+// and a name of a file that has others.
 class OutputFile {
  public:
   OutputFile() = default;

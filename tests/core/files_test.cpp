@@ -114,6 +114,10 @@ TEST_F(FilesIn, ASourceTellsThatItChanged) {
 
 TEST_F(FilesIn, ALinkInAnOutputsWayIsReplaced) {
   Put("mine", "mine");
+  fs::create_hard_link(Path("mine"), Path("name"));
+  OutputFile(Path("name")).Write("new");
+  EXPECT_EQ(ReadWhole(Path("name")), "new");
+  EXPECT_EQ(ReadWhole(Path("mine")), "mine");
   fs::create_directory(Path("dir"));
   for (const char* target : {"mine", "dir", "none", "link"}) {
     if (!Link("link", target)) GTEST_SKIP() << "no links here";
