@@ -100,6 +100,7 @@ TEST_F(AppTest, StoredBesideTheProgramOrInTheConfiguration) {
   const std::string path = StorePath(folder + "/none", config, "sondrix", ".ini");
   EXPECT_TRUE(SaveSettings(session, path));  // which makes the folders
   EXPECT_TRUE(std::filesystem::exists(PathOf(config + "/sondrix.ini")));
+  EXPECT_FALSE(SaveSettings(session, path + "/below/sondrix.ini"));
 }
 
 }  // namespace

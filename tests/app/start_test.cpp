@@ -36,6 +36,8 @@ TEST_F(AppTest, ThePackagedFileCountsUntilTheUserHasOneAndWithNeitherAFolderIsAs
   // The name of the file is compared with case.
   EXPECT_TRUE(StartSession(session, {folder + PathSeparator + "sondrix.INI", LangEnglish, askFolder}));
   EXPECT_EQ(session.settings.TargetPath, "/maps/");
+  EXPECT_EQ(std::vector(window.shown.begin(), window.shown.begin() + 2),
+            (std::vector<std::string>{"TargetPath", "EhoSens"}));
   EXPECT_EQ(session.settings.MaxDiff, "300");
   const StartFacts facts{file + ".own", LangEnglish, askFolder, file};
   for (const char* held : {"7", "8"}) {

@@ -30,6 +30,9 @@ TEST(Batch, EachSourceHasItsLastLineAndAllTheStatus) {
   fs::current_path(folder);
   WriteBytes("lake.sl2", EchogramBytes(2, {Frame(2, 10), Frame(0, 10), Frame(2, 11)}));
   WriteBytes("others.sl2", EchogramBytes(2, std::vector(5003, Frame(0, 10, 0, 0, 16))));
+  auto cut = EchogramBytes(2, std::vector(3, Frame(2, 10)));
+  cut.resize(cut.size() - 9);
+  WriteBytes("cut.sl2", cut);
   SampleFrame longSamples = Frame(2, 11);
   longSamples.FrameSize = 200;  // its samples run into what follows
   WriteBytes("bad.sl2", EchogramBytes(2, {longSamples}));
@@ -76,6 +79,7 @@ TEST(Batch, EachSourceHasItsLastLineAndAllTheStatus) {
       {"-o none -s MakeGraf=0 lake.sl2", 0, "lake.sl2: 100%  scan 2 ^00:00:01 * done\n"},
       {"-o out others.sl2", 0, "others.sl2: 100%  scan 0 * done\n", question + "yes\n"},
       {"-o out --answer no others.sl2", 0, "others.sl2: * processing aborted by user\n", question + "no\n"},
+      {"-o cut cut.sl2", 1, "cut.sl2: ! error JobSl: 9. Subscript out of range\n"},
       {"-o out -s boxLang=DEU bad.sl2", 1, "bad.sl2: 100Log-Fehler10% Offset 208... * Ausgeführt\n"},
       {"-o out bad.sl3", 1, "bad.sl3: * process stopped\n"},
       {"-o out -sTargetName=e=f a.csv", 0, points},
@@ -126,7 +130,8 @@ TEST(Batch, EachSourceHasItsLastLineAndAllTheStatus) {
   }
   EXPECT_EQ(ReadWhole("new/out/lake_ch2.bmp").size(), 54U + 420 * (402 * 3 + 2));
   EXPECT_TRUE(fs::exists("zero/lake_ch0.sl2") && fs::exists("zero/lake_ch0.bmp"));
-  EXPECT_FALSE(fs::exists("none/lake_ch2.bmp") || fs::exists("out/others_ch2.bmp"));
+  EXPECT_FALSE(fs::exists("none/lake_ch2.bmp") || fs::exists("out/others_ch2.bmp") ||
+               fs::exists("cut/cut_ch2.bmp"));
   EXPECT_TRUE(fs::exists("out/e=f.txt"));
   EXPECT_TRUE(fs::exists("out/plain.csv") && !fs::exists("out/plain_ch2.bmp"));
   EXPECT_TRUE(fs::exists("out/b.csv") && !fs::exists("out/d.csv") && fs::exists("deep/d.csv"));

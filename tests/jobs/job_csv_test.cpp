@@ -25,6 +25,7 @@ TEST(JobCsv, AWholeRun) {
   test.settings.MaxDiff = "300";
   test.settings.DepthSm = "10";
   test.settings.TargetName = "озеро";
+  test.window.spd = "5 km/h";  // of the run before
   EXPECT_EQ(test.ClickOn("a.csv", Head + Row("4105000") + Row("4105003", "31", "0", "Primary") +
                                       Row("4105003", "0.000000") + Row("4105003") + Row("4105010", "1.5") +
                                       "\n" + Row("4105400", "100.25") + Row("4105410", "10")),
@@ -48,6 +49,7 @@ TEST(JobCsv, AWholeRun) {
   EXPECT_EQ(test.window.CountLines(" line 3 - zero depth..."), 1);
   EXPECT_EQ(test.window.CountLines(" 0% line 0/9 dot 0"), 1);
   EXPECT_EQ(test.window.waited, 10);
+  EXPECT_EQ(test.window.spd, "");
 }
 
 TEST(JobCsv, ReportsAndRefusals) {

@@ -8,6 +8,7 @@
 #include "sonar/layout/sl_frame.h"
 #include "sonar/layout/sl_source.h"
 #include "sonar/layout/sl_verdict.h"
+#include "sonar/layout/words.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -39,6 +40,9 @@ TEST(Layout, FieldsComeFromTheirPlacesInBothFormats) {
     sample.Heading = 0.75F;
     sample.FrameIndex = 77;
     sample.TimeOffset = 4321;
+    sample.Aux28 = 0x11223344;
+    sample.Aux68 = 0x01020304;
+    sample.Aux7C = 0x0A0B0C0D;
     const std::vector<std::uint8_t> bytes = EchogramBytes(word, {sample});
     const auto frame = std::span(bytes).subspan(FileHeaderLength);
     const SlFormat format = SlFormatOf(static_cast<std::uint16_t>(word));
@@ -58,6 +62,10 @@ TEST(Layout, FieldsComeFromTheirPlacesInBothFormats) {
     EXPECT_EQ(body.Course, 0.5F);
     EXPECT_EQ(body.Heading, 0.75F);
     EXPECT_EQ(body.TimeOffset, 4321);
+    const SlOffsets& at = *format.offsets;
+    EXPECT_EQ(I32At(&frame[at.Aux28]), 0x11223344);
+    EXPECT_EQ(I32At(&frame[at.Aux68]), 0x01020304);
+    EXPECT_EQ(I32At(&frame[at.Aux7C]), 0x0A0B0C0D);
   }
 }
 
@@ -74,6 +82,7 @@ TEST(Layout, ListsEndWithThePayload) {
   };
   EXPECT_EQ(distances(0, LeftListStart, 32), "20 21 22 ");
   EXPECT_EQ(entries[2].Depth, 12);
+  EXPECT_EQ(EntriesOf(480), 59);
   EXPECT_EQ(distances(0, rightStart, 16), "40 ");
   EXPECT_EQ(distances(0, LeftListStart, 0), "");
   EXPECT_EQ(distances(0, -100, 16), "");
