@@ -112,6 +112,18 @@ TEST_F(FilesIn, ASourceTellsThatItChanged) {
   EXPECT_TRUE(input.HasChanged());
 }
 
+TEST_F(FilesIn, WhatIsReadOnIsWhatStandsThere) {
+  Put("source", "1234");
+  InputFile input(Path("source"));
+  std::array<std::uint8_t, 3> target{};
+  EXPECT_EQ(input.ReadAt(1, target), 3U);
+  EXPECT_EQ(target[0], '2');
+  EXPECT_EQ(input.ReadAt(2, target), 2U);
+  std::ofstream(Path("source"), std::ios::app) << "567";
+  EXPECT_EQ(input.ReadAt(4, target), 3U);
+  EXPECT_EQ(target[2], '7');
+}
+
 TEST_F(FilesIn, ALinkInAnOutputsWayIsReplaced) {
   Put("mine", "mine");
   fs::create_hard_link(Path("mine"), Path("name"));

@@ -112,6 +112,7 @@ TEST_F(WindowTest, DialogsDropAndKeys) {
 
 TEST_F(WindowTest, NarrowsAndWidensAndThePicturesTakeTheRoom) {
   EXPECT_EQ(window->size(), QSize(775, 480));
+  EXPECT_EQ(window->windowTitle(), "Sondrix");
   Click("FrmSize");
   EXPECT_EQ(window->width(), 410);
   EXPECT_FALSE(Find("Source")->isVisible());

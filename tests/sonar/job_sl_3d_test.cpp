@@ -47,8 +47,8 @@ TEST(JobSl3D, TurnsLeaveTheOutside) {
   // Course and heading in the order of a run, the points on the left at 1 m and on the right at 2 m, and
   // those of a transducer that faces backwards. The limit is 0.087 rad.
   const std::tuple<float, float, std::string, std::string> rows[] = {
-      {1.0F, 0, "1 2 ", "1 2 "},      // the first angle has nothing to turn from
-      {1.05F, 0, "1 2 ", "1 2 "},     // below the limit
+      {0.5F, 0, "1 2 ", "1 2 "},      // the first angle has nothing to turn from
+      {0.55F, 0, "1 2 ", "1 2 "},     // below the limit
       {1.30F, 0, "1 ", "2 "},         // a turn to the right
       {1.30F, 0, "1 ", "2 "},         // nothing moved: it goes on
       {0, 0, "1 ", "2 "},             // absent

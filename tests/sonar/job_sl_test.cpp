@@ -55,6 +55,7 @@ TEST(JobSl, WritesALineForEachFrameOfTheChannel) {
     EXPECT_TRUE(end.starts_with(" 100%  scan 10 ^00:00:09 offset  ")) << end;
     EXPECT_TRUE(end.ends_with(" - L0.4<>A3.32... * done")) << end;
     EXPECT_EQ(test.window.spd, "4.8 km/h ");
+    EXPECT_EQ(std::pair(int(test.window.lines.size()), test.window.pumps), std::pair(23, 44));
     EXPECT_EQ(test.Summary(), "finished 20 10 10 10 0:10/10 2:10/10 lake.csv lake_bad.txt");
     EXPECT_EQ(std::pair(test.result.firstIndex, test.result.lastIndex),
               std::pair(std::optional(1), std::optional(10)));
@@ -120,10 +121,13 @@ TEST(JobSl, BadFramesAreLeftOut) {
   frames[26].SampleCount = -1;  // of another channel
   frames[33].SampleCount = 1900;
   TestRun test;
+  test.settings.DefSlp = "7";
   test.Source("lake.sl2", EchogramBytes(2, frames));
   // Five are bad; the third search starts late in its hundredth, so it passes over one more.
   EXPECT_EQ(test.Click(), " 100%  scan 34 ^00:00:39 * done");
   EXPECT_EQ(test.Summary(), "finished 71 34 33 33 0:34/34 2:37/35 lake.csv lake_bad.txt");
+  EXPECT_EQ(std::pair(int(test.window.lines.size()), test.window.pumps), std::pair(200, 234));
+  EXPECT_EQ(test.state.DefectPause, 100);
   const auto lines = test.OutLines("lake.csv");
   ASSERT_EQ(lines.size(), 33U);
   EXPECT_TRUE(lines[2].ends_with(",457.2,2016-05-25T14:00:03")) << lines[2];
