@@ -44,7 +44,7 @@ OpenFile* Find(std::FILE* file) {
 }
 
 std::FILE* StreamOf(int descriptor) {
-  for (const auto& [file, open] : OpenFiles()) {
+  for (const auto& [file, known] : OpenFiles()) {
     if (fileno(file) == descriptor) return file;
   }
   return nullptr;
@@ -62,14 +62,14 @@ bool Fails(const char* call, const char* path, bool isTransfer = false) {
 }
 
 bool Fails(const char* call, std::FILE* file, bool isTransfer = false) {
-  const OpenFile* const open = Find(file);
-  return open != nullptr && Fails(call, open->path.c_str(), isTransfer);
+  const OpenFile* const known = Find(file);
+  return known != nullptr && Fails(call, known->path.c_str(), isTransfer);
 }
 
 // How many of count items a read or a write that is to fail still moves.
 std::size_t Share(std::FILE* file, std::size_t count) {
   if (TheFaultLayer().shortened) return count / 2;
-  if (OpenFile* const open = Find(file)) open->hasFailed = true;
+  if (OpenFile* const known = Find(file)) known->hasFailed = true;
   return 0;
 }
 
@@ -126,8 +126,8 @@ std::FILE* fdopen(int descriptor, const char* mode) noexcept {
 // A closing that fails has closed the file all the same.
 int fclose(std::FILE* file) {
   static const auto behind = BEHIND(fclose);
-  const OpenFile* const open = Find(file);
-  const bool fails = open != nullptr && Fails(open->forReading ? "fclose of a source" : "fclose", file);
+  const OpenFile* const known = Find(file);
+  const bool fails = known != nullptr && Fails(known->forReading ? "fclose of a source" : "fclose", file);
   OpenFiles().erase(file);
   const int result = behind(file);
   if (fails) errno = TheFaultLayer().error;
@@ -149,8 +149,8 @@ std::size_t fwrite(const void* bytes, std::size_t size, std::size_t count, std::
 
 int ferror(std::FILE* file) noexcept {
   static const auto behind = BEHIND(ferror);
-  const OpenFile* const open = Find(file);
-  if (open == nullptr || !open->hasFailed) return behind(file);
+  const OpenFile* const known = Find(file);
+  if (known == nullptr || !known->hasFailed) return behind(file);
   errno = TheFaultLayer().error;
   return 1;
 }

@@ -66,8 +66,8 @@ void DesktopWindow::ToggleTrack() {
   QPalette colours = label->palette();
   colours.setColor(QPalette::WindowText, palette().color(flag ? QPalette::Highlight : QPalette::ButtonText));
   label->setPalette(colours);
-  if (flag) Beep();
   if (flag) {
+    Beep();
     SetAtt(" ! " + Utf8Of(static_cast<QLabel*>(Find("lblUseRad"))->text()), LineKind::Fault);
   } else {
     SetAtt("");

@@ -178,6 +178,7 @@ void DesktopWindow::ConnectShortcuts() {
   add(Qt::Key_F5, click("btnGO"));
   // Outside a run these keys are for whatever has the focus; during one they are for the run alone, from the
   // wait on in which its buttons are still disabled.
+  // cppcheck-suppress constVariable ; it is
   QShortcut* const ofRun[] = {add(Qt::Key_Space, click("RunSet")), add(Qt::Key_Escape, [this] {
                                 Act("GO", [this] { StopClick(session_.run); });
                                 EndWait();
