@@ -142,8 +142,8 @@ constexpr ReasonRow Reasons[] = {{JobCsv, WhyNoTablePoint}, {JobLog, WhyNoLogPoi
 
 std::vector<std::string> ReasonsOf(const Empty& empty, std::string_view source) {
   const JobRow& job = JobOf(source);
-  const bool isStopped = empty.result.end == RunEnd::Stopped;
-  if (isStopped && (!job.hasPictures || empty.result.frames == 0)) return {std::string(empty.texts.stopped)};
+  // What an unfinished run has counted says nothing of its source.
+  if (empty.result.end == RunEnd::Stopped) return {std::string(empty.texts.stopped)};
   for (const ReasonRow& row : Reasons)
     if (row.run == job.run) return row.why(empty);
   return WhyNoSonarPoint(empty);

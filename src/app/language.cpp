@@ -86,9 +86,9 @@ constexpr Row Rows[] = {
     {&M::MsgCopyApi, " ! copy oziapi.dll in the program folder or system directory",
      " ! перепишите файл oziapi.dll в папку с программой или в системный каталог",
      " ! Die Datei oziapi.dll in den Programmordner oder Systemkatalog umspeichern"},
-    {&M::AskNoChannel, "No frame of {0} before scan {1}, which is {2}% of the file. Go on?",
-     "До снимка {1} ({2}% файла) нет ни одного снимка канала {0}. Продолжить?",
-     "Vor Bild {1} ({2}% der Datei) gibt es kein Bild des Kanals {0}. Fortfahren?"},
+    {&M::AskNoChannel, "No frame of {0} before scan {1}, which is {2}% of the file. Go on to the next scan?",
+     "До снимка {1} ({2}% файла) нет ни одного снимка канала {0}. Перейти к следующему?",
+     "Vor Bild {1} ({2}% der Datei) gibt es kein Bild des Kanals {0}. Weiter zum nächsten Bild?"},
     {&M::TitleNoChannel, "Channel not found", "Канал не найден", "Kanal nicht gefunden"},
 };
 

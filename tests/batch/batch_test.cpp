@@ -50,7 +50,8 @@ TEST(Batch, EachSourceHasItsLastLineAndAllTheStatus) {
   const std::string points = "a.csv: files successfully created, selected points 1 from 3 lines\n";
   const std::string missing = " ! error JobSl: 53. File not found\n";
   const std::string question =
-      "Channel not found: No frame of Downscan before scan 5001, which is 99% of the file. Go on? ";
+      "Channel not found: No frame of Downscan before scan 5001, which is 99% of the file. Go on to the next "
+      "scan? ";
   const struct {
     std::string line;
     int status;
@@ -67,7 +68,7 @@ TEST(Batch, EachSourceHasItsLastLineAndAllTheStatus) {
       {"-o why -s UseTyp=5 far.sl2", 0, "far.sl2: 100%  scan 2 ^00:00:01 * done\n",
        "far.sl2: 0 points: Sidescan has no depth; Downscan has 1 of 1; channel 7 has 1 of 1\n"},
       {"-o why -s UseTyp=0 far.sl2 --answer no", 0, "far.sl2: * processing aborted by user\n",
-       "far.sl2: 0 points: no frame of Primary; Downscan has 1 of 1; channel 7 has 1 of 1\n"},
+       "far.sl2: 0 points: the run was stopped before the first point\n"},
       {"-o why -s ScanSkip=7000 -s ScanCut=9000 far.sl2", 0, "far.sl2: 100%  scan 0 * done\n",
        "far.sl2: 0 points: the interval 7000 to 9000 lies outside the indices 6804 to 6804\n"},
       {"-o why -s ScanCut=70 far.sl2", 0, "far.sl2: 100  scan 0 * done\n",
@@ -89,7 +90,8 @@ TEST(Batch, EachSourceHasItsLastLineAndAllTheStatus) {
        "none.sl2: begin processing...\nnone.sl2: 100gin processing... * done\nnone.sl2:" + missing},
       {"-o out lost/", 1, "", "lost/: nothing in it can be converted"},
       {"-q -o out --no-picture -s TargetName=plain lake.sl2", 0, ""},
-      {"-q -o out trips none.sl2", 1, "none.sl2:" + missing, "b.csv: left out, it is an output of"},
+      {"-q -o out trips none.sl2", 1, "none.sl2:" + missing,
+       "b.csv: left out, it has the name of an output of"},
       {"-q -o deep -r trips", 0, "", "c.SL2: left out, its extension must be spelt .sl2"},
       {"-o never --write-ini lake.sl2 lake.sl2", 1, "", "lake.sl2: is a source"},
       {"-o kept --write-ini kept.ini -s MakeCut=1 -s ScanSkip=7", 0, ""},

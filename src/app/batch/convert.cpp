@@ -77,11 +77,12 @@ class SourceRun {
     if (!why.empty()) window_.Tell(why);
   }
 
-  // The line tells of one, unless a later report took its place.
+  // The line tells of the last, unless a later report took its place.
   void TellLost(const std::string& source, const RunResult& result) {
     if (result.lost.empty() || window_.AttKind() == LineKind::Fault) return;
-    const Fault& fault = result.lost.back();
-    transcript_.Print(stderr, Complaint(source + ": " + LostLine(fault) + ": " + fault.Path()));
+    std::string paths;
+    for (const Fault& fault : result.lost) paths += ": " + fault.Path();
+    transcript_.Print(stderr, Complaint(source + ": " + LostLine(result.lost.back()) + paths));
   }
 
   const BatchOptions& options_;

@@ -51,7 +51,8 @@ ParsedOptions ParseOptions(std::span<const std::string> arguments) {
       ->check(CLI::Range(1, MaxJobs).description(""));
   app.add_flag("--no-picture", options.noPicture, "write no picture of the end of a run");
   app.add_flag("-r,--recursive", options.recursive, "of a folder convert the files in its subfolders too");
-  app.add_option("--write-ini", options.writeIni, "write the settings as they are given here to a file")
+  app.add_option("--write-ini", options.writeIni,
+                 "write the settings as they are given here, but for the\nchannel, to a file")
       ->type_name("FILE");
   app.add_flag("--list-fields", options.listFields, "print the fields, their defaults and meaning");
   app.set_version_flag("--version", "sondrix-batch " SONDRIX_VERSION, "print the version");

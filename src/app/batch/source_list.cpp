@@ -78,7 +78,7 @@ void LeaveOutputsOut(std::vector<Candidate>& candidates, const Settings& setting
     const auto writer = writers.find(PlaceOf(candidate->path));
     if (writer != writers.end() && !candidate->isGiven) {
       candidate->isTaken = false;
-      list.notes.push_back(candidate->path + ": left out, it is an output of " + writer->second);
+      list.notes.push_back(candidate->path + ": left out, it has the name of an output of " + writer->second);
       continue;
     }
     // Also what an earlier call may have left beside the source.
