@@ -43,16 +43,6 @@ TEST(GoClick, SourcesTargetsAndNames) {
   }
 }
 
-TEST(ChannelClick, MakesTheRunStartAnew) {
-  TestRun test;
-  for (const Channel channel : {Channel::Primary, Channel::Sidescan}) {
-    test.state.KnownSamples = 7;
-    ChannelClick(test.run, channel);
-    EXPECT_EQ(std::tuple(test.state.SelectedChannel, test.state.KnownSamples, test.state.ResyncMarker),
-              std::tuple(channel, 0, channel == Channel::Primary ? 0x07800000U : 0x07800002U));
-  }
-}
-
 TEST(GoClick, AnEndInTheFirstWaitStopsTheRun) {
   TestRun test;
   test.Source("lake.sl2", EchogramBytes(2, {Frame(2, 10)})).Click();
