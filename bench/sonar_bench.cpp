@@ -1,4 +1,5 @@
 #include "app/batch/batch_window.h"
+#include "app/batch/transcript.h"
 #include "app/session.h"
 #include "core/files.h"
 #include "echo/depth_check.h"
@@ -46,7 +47,7 @@ const Sources& TheSources() {
 // A session whose window shows nothing, set up for one of the sources.
 struct BenchRun {
   explicit BenchRun(const std::string& source, Channel channel = Channel::Downscan)
-      : window(false, true), session(window) {
+      : window({}, transcript), session(window) {
     ApplyLanguage(session, LangEnglish);
     session.settings.Source = TheSources().Path(source);
     session.settings.TargetPath = TheSources().Path("");
@@ -56,6 +57,7 @@ struct BenchRun {
     session.settings.MakeGraf = false;
     ChannelClick(session.run, channel);
   }
+  Transcript transcript{true};
   BatchWindow window;
   Session session;
 };

@@ -3,6 +3,7 @@
 // end of a run. Shown offscreen unless QT_QPA_PLATFORM says otherwise.
 
 #include "app/batch/batch_window.h"
+#include "app/batch/transcript.h"
 #include "app/desktop/desktop_window.h"
 #include "app/language.h"
 #include "core/files.h"
@@ -83,7 +84,8 @@ void Prepare(Session& session, const std::string& source, const char* name) {
 }
 
 double BatchRun(const std::string& source) {
-  BatchWindow window(false, true);
+  Transcript transcript(true);
+  BatchWindow window({}, transcript);
   Session session(window);
   ApplyLanguage(session, LangEnglish);
   Prepare(session, source, "batch");
