@@ -84,8 +84,12 @@ inline const FuzzFolder& Folder() {
 // pause one pump later.
 class FuzzWindow : public Window {
  public:
-  void SetAtt(std::string_view text) override { att_ = text; }
+  void SetAtt(std::string_view text, LineKind kind = LineKind::Progress) override {
+    att_ = text;
+    kind_ = kind;
+  }
   std::string_view Att() const override { return att_; }
+  LineKind AttKind() const override { return kind_; }
   void RepaintAtt() override {}
   void SetSpd(std::string_view text) override { spd_ = text; }
   std::string_view Spd() const override { return spd_; }
@@ -108,6 +112,7 @@ class FuzzWindow : public Window {
     if (++pumps_ == clickAt) Click();
   }
   void Wait(int) override {}
+  bool IsToEnd() const override { return false; }
   void Beep() override {}
   bool Ask(std::string_view, std::string_view) override { return answer; }
   void Inform(std::string_view, std::string_view) override {}
@@ -136,6 +141,7 @@ class FuzzWindow : public Window {
     }
   }
 
+  LineKind kind_ = LineKind::Progress;
   std::string att_, spd_;
   std::set<std::string, std::less<>> disabled_;
   int pumps_ = 0;

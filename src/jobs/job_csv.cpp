@@ -52,7 +52,7 @@ struct CsvRun {
   LocalClock clock;
   PointBodies bodies;
   TextBody points, bad;
-  EyeTime nextWait;
+  EyeTime nextWait = NextEyeTime();
 
   std::int64_t line = 0;
   char separator = ',';

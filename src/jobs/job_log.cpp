@@ -46,7 +46,7 @@ struct LogRun {
   PointFilter filter;
   PointBodies bodies;
   TextBody drd, srf, bad;
-  EyeTime nextWait;
+  EyeTime nextWait = NextEyeTime();
 
   char separator = ',';
   std::int64_t line = 0;

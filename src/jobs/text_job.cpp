@@ -52,6 +52,8 @@ void ReportBadLine(const Run& run, TextBody& bad, std::string_view reason, std::
   bad.Add(record);
 }
 
+EyeTime NextEyeTime() { return std::chrono::steady_clock::now() + WorkBetweenWaits; }
+
 void PassOverLine(Run& run, TextBody& bad, EyeTime& next, std::string_view reason, std::int64_t line) {
   ReportBadLine(run, bad, reason, {}, line);
   std::string text = " ";
@@ -62,7 +64,7 @@ void PassOverLine(Run& run, TextBody& bad, EyeTime& next, std::string_view reaso
   run.window.RepaintAtt();
   if (std::chrono::steady_clock::now() < next) return;
   run.window.Wait(PassOverWaitMs);
-  next = std::chrono::steady_clock::now() + WorkBetweenWaits;
+  next = NextEyeTime();
 }
 
 void ShowTextFault(Run& run, RunResult& result, std::string_view place, std::string_view Messages::*message) {

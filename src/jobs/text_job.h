@@ -44,8 +44,10 @@ void ShowLineProgress(Run& run, std::string& text, const LineProgress& progress)
 void ReportBadLine(const Run& run, TextBody& bad, std::string_view reason, std::string_view value,
                    std::int64_t line);
 
-// When the next line that is passed over may be held for the eye, which reads a few in a second.
+// When the next line that is passed over may be held for the eye, which reads a few in a second; at a job's
+// start the first that it may.
 using EyeTime = std::chrono::steady_clock::time_point;
+EyeTime NextEyeTime();
 
 // The same, and shows that the line is passed over: now and then for as long as the eye needs.
 void PassOverLine(Run& run, TextBody& bad, EyeTime& next, std::string_view reason, std::int64_t line);

@@ -48,7 +48,7 @@ TEST(JobCsv, AWholeRun) {
   EXPECT_EQ(test.settings.TargetName, "");
   EXPECT_EQ(test.window.CountLines(" line 3 - zero depth..."), 1);
   EXPECT_EQ(test.window.CountLines(" 0% line 0/9 dot 0"), 1);
-  EXPECT_EQ(test.window.waited, 10);
+  EXPECT_EQ(test.window.waited, 0) << "so short a run isn't held for the eye";
   EXPECT_EQ(test.window.spd, "");
 }
 
@@ -183,8 +183,7 @@ TEST(JobCsv, NoWaitForALineThatNobodyCanRead) {
   const auto start = std::chrono::steady_clock::now();
   test.ClickOn("a.csv", text);
   const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
-  EXPECT_GE(test.window.waited, 10);
-  EXPECT_LE(test.window.waited, 10 + 40 * seconds.count());
+  EXPECT_LE(test.window.waited, 40 * seconds.count());
   EXPECT_EQ(test.OutLines("a_bad.txt").size(), 10'000U);
 }
 
