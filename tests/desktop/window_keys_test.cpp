@@ -17,7 +17,7 @@ constexpr const char* Controls[] = {"Source", "UseBeep", "UseTyp2", "boxLang", "
 // The keys of a run work from everywhere and type nothing; behind the run the focus is where it was.
 TEST_F(WindowTest, KeysOfARunWorkWhereverTheFocusIs) {
   const std::string table = Path("trip.csv");
-  ASSERT_TRUE(WriteTextExport(table, TableForm(), 3'000'000));
+  ASSERT_TRUE(WriteTextExport(table, TableForm(), 40'000'000));
   const std::string echogram = WriteEchogram();
   Fields().DepthMP = "0x1000";
   for (const std::string& source : {echogram, table}) {
