@@ -106,7 +106,8 @@ class WindowTest : public testing::Test {
 
   std::filesystem::path folder =
       std::filesystem::path(testing::TempDir()) /
-      ("sondrix_desktop_" + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()));
+      ("sondrix_desktop_" + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()) +
+       std::to_string(QCoreApplication::applicationPid()));
   std::unique_ptr<DesktopWindow> window;
   std::string chosenFile, opened;
 };
