@@ -62,11 +62,12 @@ class SourceRun {
     if (!clash) TellWhyEmpty(source, result);
     if (!options_.noPicture) SaveEndPicture(session_, source, result);
     TellLost(source, result);
-    if (options_.json && !(options_.quiet && isWell)) {
+    const bool isAllWell = isWell && result.IsWell();  // the picture too
+    if (options_.json && !(options_.quiet && isAllWell)) {
       const std::chrono::duration<double> seconds = Clock::now() - begin;
       transcript_.Print(stdout, JsonLine(source, result, window_.Att(), seconds.count()) + "\n");
     }
-    return isWell && result.IsWell();
+    return isAllWell;
   }
 
   void Release() { transcript_.Release(); }
