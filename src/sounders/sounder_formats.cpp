@@ -1,0 +1,26 @@
+#include "sounders/sounder_formats.h"
+
+#include "core/files.h"
+
+#include <vector>
+
+namespace sondrix {
+
+std::span<const SounderFormat> SounderFormats() {
+  // From what is certain of itself to what any text could be.
+  static constexpr std::span<const SounderFormat> formats;
+  return formats;
+}
+
+const SounderFormat* Recognise(std::string_view path) {
+  InputFile file(path);
+  std::vector<std::uint8_t> bytes(SourceHead::MaxBytes);
+  bytes.resize(file.ReadAt(0, bytes));
+  const SourceHead head = {bytes, file.Length()};
+  for (const SounderFormat& format : SounderFormats()) {
+    if (format.recognises(head)) return &format;
+  }
+  return nullptr;
+}
+
+}  // namespace sondrix
