@@ -12,6 +12,7 @@
 #include "echo/views.h"
 #include "jobs/clicks.h"
 #include "ozi/ozi_link.h"
+#include "recordings.h"
 #include "test_window.h"
 
 #include <filesystem>
@@ -21,15 +22,6 @@
 #include <vector>
 
 namespace sondrix {
-
-// The folder of the real recordings, empty where it isn't there.
-inline std::filesystem::path RecordingsFolder() {
-  for (std::filesystem::path folder = std::filesystem::path(__FILE__).parent_path();
-       folder.has_relative_path(); folder = folder.parent_path()) {
-    if (std::filesystem::is_directory(folder / "shared" / "echograms")) return folder / "shared";
-  }
-  return {};
-}
 
 // A whole run in a folder of its own: put a source there, set the fields, click.
 class TestRun {
