@@ -9,15 +9,18 @@
 #include "core/run_result.h"
 #include "core/run_state.h"
 #include "core/settings.h"
+#include "digest.h"
 #include "echo/views.h"
 #include "jobs/clicks.h"
 #include "ozi/ozi_link.h"
 #include "recordings.h"
 #include "test_window.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <span>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -64,6 +67,20 @@ class TestRun {
         << window.att;
     return window.att;
   }
+  // Sets fields by their names: "DistDiff=2 UseHead=1 ScanCut=".
+  TestRun& Set(const std::string& fields) {
+    std::istringstream all(fields);
+    for (std::string one; all >> one;) {
+      const std::size_t end = one.find('=');
+      const Field* field = FindField(one.substr(0, end));
+      const std::string value = one.substr(end + 1);
+      EXPECT_TRUE(field) << one;
+      if (field && field->text) settings.*field->text = value;
+      if (field && field->flag) settings.*field->flag = value == "1";
+      if (field && field->number) settings.*field->number = std::stoi(value);
+    }
+    return *this;
+  }
   // The result of the last click: end, frames, soundings, those with a depth, points; each channel's frames
   // and depths; the outputs with a "-" at what isn't whole.
   std::string Summary() const {
@@ -75,6 +92,44 @@ class TestRun {
     for (const RunOutput& output : result.outputs)
       text += " " + std::string(FileNameOf(output.path)) + (output.isWhole ? "" : "-");
     return text;
+  }
+  // All that the clicks left, for a digest: results, lines, what was shown and asked, outputs and pictures.
+  std::string Record() {
+    std::ostringstream all;
+    const auto add = [&](std::string_view name, const std::vector<std::string>& lines) {
+      for (const std::string& line : lines) all << name << ": " << line << '\n';
+    };
+    all << Summary() << '\n' << settings.TargetName << ' ' << settings.DepthMP << ' ' << window.spd << '\n';
+    for (const auto index : {result.firstIndex, result.lastIndex}) all << index.value_or(-1) << ' ';
+    all << window.pumps << ' ' << window.waited << ' ' << window.beeps << ' ' << state.DefectPause << '\n';
+    add("line", window.lines);
+    add("shown", window.shown);
+    add("asked", window.questions);
+    add("told", window.informed);
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder / "out"))
+      if (entry.is_regular_file())
+        names.push_back(entry.path().lexically_relative(folder / "out").generic_string());
+    std::ranges::sort(names);
+    for (const std::string& name : names) {
+      const std::string bytes = Out(name);
+      all << name << ' ' << bytes.size() << '\n';
+      if (bytes.find('\0') == std::string::npos)
+        all << bytes;
+      else
+        all << DigestOf(bytes) << '\n';
+    }
+    Refresh(pictures);
+    for (const Picture* picture :
+         {&pictures.ECHO, &pictures.SMPL, &pictures.METR, &pictures.CRS, &pictures.HED}) {
+      std::string pixels;
+      for (int y = 0; y < picture->Height(); ++y)
+        for (int x = 0; x < picture->Width(); ++x) pixels += std::to_string(picture->At(x, y)) + ' ';
+      all << picture->Width() << " by " << picture->Height() << ": " << DigestOf(pixels) << '\n';
+      for (const PictureText& text : picture->Texts())
+        all << text.x << ' ' << text.y << ' ' << text.colour << text.text << '\n';
+    }
+    return all.str();
   }
   std::string OutPath(const std::string& name) const { return settings.TargetPath + name; }
   bool HasOut(const std::string& name) const { return std::filesystem::exists(OutPath(name)); }

@@ -1,4 +1,3 @@
-#include "echo/letters.h"
 #include "samples/echogram.h"
 #include "test_run.h"
 
@@ -27,22 +26,6 @@ struct Run3D : TestRun {
   }
 };
 
-TEST(JobSl3D, PlacesBothSides) {
-  const Soundings left = {{10, 100}}, right = {{0, 100}, {30, 110}};
-  auto odd = Frame3D(left, right);
-  odd.Samples.resize(256);  // is passed over
-  Run3D test;
-  test.settings.DepthSm = "-20";
-  test.DepthsOf({Frame3D(left, right, 0), Frame(2, 10), odd, Frame3D(left, right, 12)});
-  EXPECT_EQ(test.Out("lake.csv"),
-            "55.99985879,36.999632113,2.85,2016-05-25T14:00:02\r\n"
-            "55.999398082,37.000160002,0,2016-05-25T14:00:02\r\n"
-            "55.999375046,37.000186397,8.94,2016-05-25T14:00:02\r\n\r\n");
-  test.settings.UseRev = test.settings.UseUTM = true;
-  test.Click(9);
-  EXPECT_EQ(test.OutLines("lake.csv").at(0), "375281.89,6207817.34,2.85,2016-05-25T14:00:02");
-}
-
 TEST(JobSl3D, TurnsLeaveTheOutside) {
   // Course and heading in the order of a run, the points on the left at 1 m and on the right at 2 m, and
   // those of a transducer that faces backwards. The limit is 0.087 rad.
@@ -69,53 +52,6 @@ TEST(JobSl3D, TurnsLeaveTheOutside) {
   EXPECT_EQ(test.DepthsOf(frames), depths);
   test.settings.UseRev = true;
   EXPECT_EQ(test.DepthsOf(frames), reversed);
-}
-
-TEST(JobSl3D, SpacingAndWidth) {
-  const struct {
-    const char *distDiff, *maxSide, *maxProc;
-    Soundings left, right;
-    const char* depths;
-  } rows[] = {
-      {"1", "", "", {{10, 3}, {20, 4}, {30, 7}, {40, 8}}, {}, "6.1 12.19 "},
-      {"0", "", "80", {{10, 80}, {20, 81}, {30, 100}}, {{40, 8}, {50, 9}, {60, 10}}, "3.05 12.19 "},
-      // A sounding beyond the width moves the mark of the spacing all the same.
-      {"3", "5", "", {{10, 20}, {20, 16}, {30, 12}}, {}, ""},
-  };
-  Run3D test;
-  for (const auto& [distDiff, maxSide, maxProc, left, right, depths] : rows) {
-    test.settings.DistDiff = distDiff;
-    test.settings.MaxSide = maxSide;
-    test.settings.MaxProc = maxProc;
-    EXPECT_EQ(test.DepthsOf({Frame3D(left, right)}), depths);
-  }
-}
-
-TEST(JobSl3D, SavedPicturesShortenLists) {
-  Run3D test;
-  test.settings.SaveGraf = true;
-  const std::string depths = test.DepthsOf({Frame3D(Soundings(99, {10, 20}), Soundings{{20, 20}})});
-  EXPECT_TRUE(depths.ends_with(" 3.05 6.1 ")) << depths;
-  EXPECT_EQ(test.OutLines("lake.csv").size(), 60U);
-}
-
-TEST(JobSl3D, DrawsWhatItWalks) {
-  Run3D test;
-  test.settings.MakeGraf = true;
-  test.DepthsOf({Frame3D(Soundings{{0, 1}, {30, 2}, {100, 3}}, Soundings{{0, 1}})});
-  std::string lines;
-  for (const PendingLine& line : test.pictures.Curve.Lines) {
-    for (const float at : {line.x1, line.y1, line.x2, line.y2}) lines += std::to_string(int(at)) + " ";
-    lines += LetterOf(line.colour);
-  }
-  // Behind the grid; an empty depth repeats the one before, from side to side.
-  EXPECT_EQ(lines,
-            "64 0 64 256 g128 0 128 256 g192 0 192 256 g"
-            "256 128 256 127 B256 127 128 126 B128 126 4 125 B4 124 256 128 R"
-            "256 128 4 129 B4 130 256 128 R");
-  EXPECT_EQ(Runs(test.pictures.ECHO, 226), "205. 1? 2? 2. 2? 208.");
-  EXPECT_EQ(test.pictures.SMPL.Texts().at(3).text, " 3.05 ");
-  EXPECT_EQ(test.window.waited, 2);
 }
 
 TEST(JobSl3D, HostileLists) {

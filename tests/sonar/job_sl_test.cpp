@@ -30,44 +30,6 @@ std::vector<SampleFrame> Scans(int count) {
   return frames;
 }
 
-TEST(JobSl, WritesALineForEachFrameOfTheChannel) {
-  // The format word, whether the heading counts, where the transducer is, a grid in metres; the first line.
-  using Text = const char*;
-  const std::tuple<int, bool, Text, Text, bool, Text> rows[] = {
-      {2, false, "-", "", false, "59.956819606,29.996505258"},
-      {2, false, "0", "1000", false, "59.956819606,29.996684236"},
-      {1, true, "0", "1000", false, "59.956729849,29.996505258"},
-      {3, false, "1000", "0", false, "59.956729849,29.996505258"},
-      {255, true, "1000", "0", false, "59.956819606,29.99632628"},
-      {3, true, "0", "0", true, "667317.83,6650391.05"},
-  };
-  for (const auto& [word, useHead, ducerX, ducerY, useUtm, first] : rows) {
-    TestRun test;
-    test.settings.UseHead = useHead;
-    test.settings.DucerX = ducerX;
-    test.settings.DucerY = ducerY;
-    test.settings.UseUTM = useUtm;
-    test.settings.MakeGraf = true;
-    auto frames = Scans(10);
-    frames[19].WaterDepth = 1.3F;
-    frames[3].Channel = 0x0102;  // the low byte counts
-    const std::string end = test.Source("lake.sl2", EchogramBytes(word, frames)).Click();
-    EXPECT_TRUE(end.starts_with(" 100%  scan 10 ^00:00:09 offset  ")) << end;
-    EXPECT_TRUE(end.ends_with(" - L0.4<>A3.32... * done")) << end;
-    EXPECT_EQ(test.window.spd, "4.8 km/h ");
-    EXPECT_EQ(std::pair(int(test.window.lines.size()), test.window.pumps), std::pair(23, 44));
-    EXPECT_EQ(test.Summary(), "finished 20 10 10 10 0:10/10 2:10/10 lake.csv lake_bad.txt");
-    EXPECT_EQ(std::pair(test.result.firstIndex, test.result.lastIndex),
-              std::pair(std::optional(1), std::optional(10)));
-    const auto lines = test.OutLines("lake.csv");
-    ASSERT_EQ(lines.size(), 10U);
-    EXPECT_EQ(lines[0], std::string(first) + ",3.05,2016-05-25T14:00:00");
-    EXPECT_TRUE(lines[9].ends_with(",0.4,2016-05-25T14:00:09")) << lines[9];
-    EXPECT_TRUE(test.Out("lake.csv").ends_with("\r\n\r\n"));
-    EXPECT_EQ(test.settings.TargetName, "");
-  }
-}
-
 TEST(JobSl, BlocksOfReadingDontShowAndALostSourceKeepsTheCsv) {
   TestRun test;
   test.Source("lake.sl2", EchogramBytes(2, Scans(10))).Click();

@@ -24,27 +24,5 @@ TEST(TrackPoint, LiveTrackStepsWithTheSpeed) {
   EXPECT_EQ(points, "0:1 50:0 100:0 150:0 200:0 300:0 400:0 ");
 }
 
-TEST(TrackPoint, MarkIsServedOnceAtTheNextPointWithADepth) {
-  TestRun test;
-  test.messages = *MessagesOf(LangRussian);
-  auto dry = Frame(2, 0);
-  auto wet = Frame(2, 10.5F);
-  dry.FrameIndex = 1199;
-  wet.FrameIndex = 1200;
-  test.Source("a.sl2", EchogramBytes(2, {dry, wet, wet}));
-  test.settings.MakeGraf = true;
-  test.window.onPump = [&](int pump) {
-    if (pump == 2) MarkClick(test.run, MarkRelief);
-    if (pump == 3) MarkClick(test.run, MarkFish);
-  };
-  test.Click();
-  EXPECT_EQ(test.Out("a_usr.wpt"),
-            "OziExplorer Waypoint File Version 1.1\r\nWGS 84\r\nReserved 2\r\ngarmin\r\n"
-            "0,3.2,  55.999628436,  36.999896059,41569.5000000, 23, 0, 3,         0,  16776960,#1200 4.8 "
-            "\xEA\xEC/\xF7 "
-            ", 2, 0,    0,     -0, 6, 0,17,0,10.0,2,,,,240\r\n\r\n");
-  EXPECT_TRUE(test.HasOut("1200.bmp"));
-}
-
 }  // namespace
 }  // namespace sondrix

@@ -1,0 +1,105 @@
+#include "core/number_text.h"
+#include "samples/echogram.h"
+#include "samples/xorshift.h"
+#include "test_run.h"
+
+#include <cmath>
+
+namespace sondrix {
+namespace {
+
+// Forty scans of four channels; hardly a frame is like the one before. The boat goes in circles at another
+// speed from scan to scan, some depths and angles are absent, and two scales are shown.
+std::vector<SampleFrame> Trip() {
+  XorShift chance(5);
+  std::vector<SampleFrame> frames;
+  for (int scan = 0; scan < 40; ++scan) {
+    const float turn = 0.15F * static_cast<float>(scan);
+    const int x = 4'105'000 + static_cast<int>(20 * std::sin(turn)), y = 7'533'000 + scan * scan / 16;
+    const float depth = scan % 13 == 5 ? 0 : 20 + 5 * std::sin(3 * turn);
+    const auto side = [&](std::size_t count) {
+      std::vector<SampleSounding> list(count);
+      for (std::size_t i = 0; i < count; ++i)
+        list[i] = {static_cast<float>(chance.Below(70)), 1.5F + 2.5F * static_cast<float>(i)};
+      return list;
+    };
+    for (const int channel : {0, 2, 5, 9}) {
+      SampleFrame frame = Frame(channel, depth, x, y, 1920);
+      for (std::size_t row = 150; channel != 9 && row < 1900; row += 7)
+        frame.Samples[row] = static_cast<std::uint8_t>(chance.Below(190));
+      if (channel == 9) frame = Frame3D(side(chance.Below(90)), side(chance.Below(90)), depth, x, y);
+      if (channel == 9 && scan == 20) frame.Samples.resize(256);  // is passed over
+      frame.FrameIndex = 1190 + scan;
+      frame.TimeOffset = 930 * scan;
+      frame.LowerLimit = scan < 30 ? 66 : 520;
+      frame.Speed = 0.3F * static_cast<float>(scan);
+      frame.Course = scan % 4 == 3 ? 0 : turn + 0.1F;
+      frame.Heading = scan % 6 == 3 ? 0 : turn;
+      frame.Aux28 = 0x11223344;
+      frame.Aux32 = 0x77;
+      frame.Aux68 = 0x01020304;
+      frame.Aux7C = 0x0A0B0C0D;
+      frames.push_back(frame);
+    }
+  }
+  return frames;
+}
+
+// Notes the calls of the live track and makes a mark at some pumps.
+std::string RecordOf(TestRun& test, int channel) {
+  std::string calls;
+  const auto note = [&](std::string_view name, auto... numbers) {
+    calls.append(name);
+    ((calls += ' ' + LocText(static_cast<double>(numbers))), ...);
+    calls += '\n';
+  };
+  test.link.ShowAllTracks = [&] { note("all"); };
+  test.link.ShowTrack = [&](int track) { note("track", track); };
+  test.link.CreateTrackPoint = [&](auto... all) { note("point", all...); };
+  test.link.CenterMapAtPositionWithMark = [&](double lat, double lon) { note("centre", lat, lon); };
+  test.link.IsPositionOnMap = [&](double lat, double lon) { return note("on map?", lat, lon), 0; };
+  test.link.FindMapAtPosition = [&](double lat, double lon) { note("find", lat, lon); };
+  test.link.CreateWp = [&](const OziWaypoint& at) {
+    note(at.name + at.description, at.symbol, at.latitude, at.longitude, at.altitude, at.date, at.direction,
+         at.colour);
+    return 5;
+  };
+  test.window.onPump = [&](int pump) {
+    if (pump % 50 == 7) MarkClick(test.run, pump % 100 == 7 ? MarkFish : MarkRelief);
+  };
+  test.Click(channel);
+  return test.Record() + calls;
+}
+
+// What a run writes, says and shows, as it did when an independent model gave the same.
+TEST(WholeRun, LeavesWhatItLeft) {
+  const struct {
+    int word, channel;
+    const char* fields;
+    std::uint64_t digest;
+  } rows[] = {
+      {2, 0, "", 0xD14E08462D9441B1},
+      {2, 2, "MakeGraf=1 EhoSens=20 DistDiff=2 UseHead=1 DucerX=120 DucerY=-300 DefLvl=20 UseBeep=1",
+       0xEF1E332CA833D045},
+      {2, 2, "ViewOzi=1 UseHead=1 MaxGrad=3 UseDcm=1 DepthSm=-30 boxLang=DEU", 0xBB987BCDAF5012BD},
+      {2, 0, "ViewOzi=1 MakeGraf=1 SaveGraf=1 ScanSkip=1200 ScanCut=1204", 0xA98997629178F764},
+      {2, 2, "MakeCut=1 UseRad=1 ScanSkip=1210", 0xF5DB5D765FED7B5F},
+      {2, 5, "MakeGraf=1 ScanCut=1215 UseUTM=1 DucerY=100", 0xD22EA30E9F83C4AB},
+      {1, 0, "MakeCut=1 MakeGraf=1", 0x26D6269F4DBAE033},
+      {3, 0, "MakeCut=1 UseRad=1 HideCut=1 ScanSkip=1200 ScanCut=1203", 0x50329CCAED96EBD8},
+      {3, 2, "MakeCut=1 DistDiff=1 DucerX=0 DucerY=200", 0xCFAE5F4060532BC7},
+      {3, 9, "MakeGraf=1 DefSlp=300 DistDiff=1 MaxProc=70 MaxSide=9 DepthSm=25 MaxGrad=5 UseHead=1",
+       0xD787FC4E406528CD},
+      {3, 9, "DistDiff=0 MaxProc= MaxSide=12 UseRev=1 UseUTM=1 DucerX=100 DucerY=50", 0xB43E38C54372F3CC},
+      {3, 9, "MakeGraf=1 SaveGraf=1 MaxProc=50 EhoSens=-40 ScanCut=1193", 0xDB40AA1BD32A3397},
+      {255, 9, "MakeGraf=1 MaxProc= MaxGrad=0 UseHead=1", 0xC394BA63574C1399},
+  };
+  for (const auto& [word, channel, fields, digest] : rows) {
+    TestRun test;
+    test.Source("trip.sl2", EchogramBytes(word, Trip())).Set(fields);
+    EXPECT_TRUE(HasDigest(RecordOf(test, channel), digest)) << word << " " << channel << " " << fields;
+  }
+}
+
+}  // namespace
+}  // namespace sondrix
