@@ -1,5 +1,6 @@
 #include "platform/platform.h"
 #include "samples/bulk.h"
+#include "samples/chart_lake.h"
 #include "samples/damage.h"
 #include "samples/echogram.h"
 #include "samples/lake.h"
@@ -7,6 +8,7 @@
 #include "samples/polish_map.h"
 #include "samples/text_export.h"
 #include "samples/three_column.h"
+#include "samples/trip_files.h"
 
 #include <algorithm>
 #include <charconv>
@@ -151,6 +153,38 @@ int List(const Arguments& arguments) {
   return Done;
 }
 
+// A file or folder, and a whole number behind an option.
+int WithNumber(const Arguments& arguments, std::string_view option, std::uint32_t number,
+               bool (*write)(const std::string& path, std::uint32_t number)) {
+  std::string path;
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    const std::string& argument = arguments[i];
+    if (argument == option) {
+      const std::string text = ++i < arguments.size() ? arguments[i] : "";
+      const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+      if (error != std::errc() || *stop != 0 || number == 0) return Wrong(argument + " takes a whole number");
+    } else if (argument.starts_with("-") || !path.empty()) {
+      return Wrong("this kind doesn't take " + argument);
+    } else {
+      path = argument;
+    }
+  }
+  return path.empty() ? Wrong("no file is named") : Written(write(path, number), path);
+}
+
+int Lake(const Arguments& arguments) { return WithNumber(arguments, "--seed", 1, sondrix::WriteChartTrips); }
+
+int LakeBed(const Arguments& arguments) {
+  return WithNumber(arguments, "--cell", 2, [](const std::string& path, std::uint32_t cell) {
+    return sondrix::WriteChartLakeBed(path, cell);
+  });
+}
+
+int LakeShore(const Arguments& arguments) {
+  if (arguments.size() != 1) return Wrong("lake-shore takes one file");
+  return WriteText(arguments[0], sondrix::ChartLakeShoreJson());
+}
+
 struct Kind {
   std::string_view Name;
   int (*Make)(const Arguments& arguments);
@@ -164,6 +198,9 @@ constexpr Kind Kinds[] = {
     {"three", Three, "three FILE [--crlf] [--semicolon] a table of latitude, longitude, depth"},
     {"log", Log, "log FILE [--bytes N]              an NMEA log"},
     {"map", Map, "map FILE [--bytes N]              a polish MP map with depth contours"},
+    {"lake", Lake, "lake FOLDER [--seed N]            trips of several boats over the lake that is charted"},
+    {"lake-bed", LakeBed, "lake-bed FILE [--cell METRES]     its true bed, a text grid in EPSG:32637"},
+    {"lake-shore", LakeShore, "lake-shore FILE                   its shore as GeoJSON"},
     {"damage", Damaged, "damage NAME FILE                  a bad echogram"},
     {"list", List, "list                              the names of the damages"},
 };

@@ -1,9 +1,9 @@
 #include "samples/nmea_log.h"
 
 #include "samples/lake.h"
+#include "samples/nmea_text.h"
 #include "samples/text_steps.h"
 
-#include <chrono>
 #include <cmath>
 #include <string_view>
 
@@ -49,59 +49,27 @@ Second SecondOf(std::int64_t step) {
   return second;
 }
 
-void AddTime(std::string& text, std::int64_t time) {
-  const std::int64_t inDay = time % 86'400;
-  AddDigits(text, inDay / 3600 * 10'000 + inDay / 60 % 60 * 100 + inDay % 60, 6);
-}
-
-void AddDate(std::string& text, std::int64_t time) {
-  const std::chrono::year_month_day date{std::chrono::sys_days{std::chrono::days{time / 86'400}}};
-  AddDigits(text, static_cast<unsigned>(date.day()), 2);
-  AddDigits(text, static_cast<unsigned>(date.month()), 2);
-  AddDigits(text, static_cast<int>(date.year()) % 100, 2);
-}
-
-// Degrees and minutes with four decimals, worked out in ten-thousandths of a minute so that no minute is 60.
-void AddAngle(std::string& text, double degrees, std::size_t digits) {
-  const std::int64_t minutes = std::llround(degrees * 60 * 10'000);
-  AddDigits(text, minutes / 600'000, digits);
-  AddDigits(text, minutes % 600'000 / 10'000, 2);
-  text += '.';
-  AddDigits(text, minutes % 10'000, 4);
-}
-
 void AddPosition(std::string& text, const Second& second) {
   if (!second.HasPosition) {
     text += ",,,";
     return;
   }
-  AddAngle(text, second.Place.Lat, 2);
+  AddNmeaAngle(text, second.Place.Lat, 2, 4);
   text += ",N,";
-  AddAngle(text, second.Place.Lon, 3);
+  AddNmeaAngle(text, second.Place.Lon, 3, 4);
   text += ",E";
-}
-
-// Closes the sentence that begins at start by its checksum.
-void Close(std::string& text, std::size_t start) {
-  unsigned sum = 0;
-  for (std::size_t i = start + 1; i < text.size(); ++i) sum ^= static_cast<unsigned char>(text[i]);
-  constexpr std::string_view digits = "0123456789ABCDEF";
-  text += '*';
-  text += digits[sum >> 4];
-  text += digits[sum & 15];
-  text += "\r\n";
 }
 
 void AddSentence(std::string& text, std::string_view sentence) {
   const std::size_t start = text.size();
   text += sentence;
-  Close(text, start);
+  CloseNmea(text, start);
 }
 
 void AddRmc(std::string& text, const Second& second) {
   const std::size_t start = text.size();
   text += "$GPRMC,";
-  AddTime(text, second.Time);
+  AddNmeaTime(text, second.Time);
   text += second.HasFix ? ",A," : ",V,";
   AddPosition(text, second);
   text += ',';
@@ -109,21 +77,21 @@ void AddRmc(std::string& text, const Second& second) {
   text += ',';
   AddFixed(text, second.Point.Course, 1);
   text += ',';
-  AddDate(text, second.Time);
+  AddNmeaDate(text, second.Time);
   text += second.HasFix ? ",,,A" : ",,,N";
-  Close(text, start);
+  CloseNmea(text, start);
 }
 
 void AddGga(std::string& text, const Second& second) {
   const std::size_t start = text.size();
   text += "$GPGGA,";
-  AddTime(text, second.Time);
+  AddNmeaTime(text, second.Time);
   text += ',';
   AddPosition(text, second);
   text += second.HasFix ? ",1," : ",0,";
   AddDigits(text, second.Satellites, 2);
   text += second.HasFix ? ",0.9,128.0,M,15.0,M,," : ",,,M,,M,,";
-  Close(text, start);
+  CloseNmea(text, start);
 }
 
 void AddDbt(std::string& text, const Second& second) {
@@ -137,7 +105,7 @@ void AddDbt(std::string& text, const Second& second) {
   text += ",M,";
   AddFixed(text, depth / 1.8288, 2);
   text += ",F";
-  Close(text, start);
+  CloseNmea(text, start);
 }
 
 void AddSecond(std::string& text, std::int64_t step) {
