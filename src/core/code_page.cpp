@@ -112,6 +112,18 @@ std::string FromCodePage(std::string_view bytes) {
   return text;
 }
 
+std::string ValidUtf8(std::string_view text) {
+  constexpr std::string_view replacement = "\xEF\xBF\xBD";
+  std::string valid;
+  valid.reserve(text.size());
+  while (!text.empty()) {
+    const Decoded next = Decode(text);
+    valid += next.codePoint == NoCharacter ? replacement : text.substr(0, next.length);
+    text.remove_prefix(next.length);
+  }
+  return valid;
+}
+
 std::size_t CharacterCount(std::string_view utf8) {
   std::size_t count = 0;
   for (; !utf8.empty(); ++count) utf8.remove_prefix(Decode(utf8).length);

@@ -12,6 +12,9 @@ std::string ToCodePage(std::string_view utf8);
 // windows-1251 bytes to UTF-8. The one unassigned byte (0x98) becomes U+0098.
 std::string FromCodePage(std::string_view bytes);
 
+// The text with U+FFFD in the place of each byte that is no UTF-8.
+std::string ValidUtf8(std::string_view text);
+
 // Count of characters of a UTF-8 text, and the text from the character of that index (from 0) on.
 std::size_t CharacterCount(std::string_view utf8);
 std::string_view FromCharacter(std::string_view utf8, std::size_t index);

@@ -2,11 +2,11 @@
 
 #include "app/batch/batch_window.h"
 #include "app/batch/convert.h"
-#include "app/batch/exit_status.h"
 #include "app/batch/options.h"
 #include "app/batch/source_list.h"
 #include "app/batch/transcript.h"
 #include "app/edit_field.h"
+#include "app/exit_status.h"
 #include "app/ini_file.h"
 #include "app/interrupt.h"
 #include "app/load_settings.h"

@@ -1,6 +1,6 @@
 #include "app/batch/options.h"
 
-#include "app/batch/exit_status.h"
+#include "app/exit_status.h"
 
 #include <CLI/CLI.hpp>
 

@@ -1,27 +1,12 @@
 #include "app/batch/output_clash.h"
 
-#include "core/files.h"
+#include "app/places.h"
 #include "core/settings.h"
-#include "core/text.h"
 #include "jobs/job_table.h"
-#include "platform/file_system.h"
 
-#include <algorithm>
-#include <filesystem>
 #include <map>
 
 namespace sondrix {
-
-std::string PlaceOf(const std::string& path) {
-  std::error_code error;
-  const std::filesystem::path place = std::filesystem::weakly_canonical(PathOf(path), error);
-  const std::u8string text = (error ? PathOf(path).lexically_normal() : place).generic_u8string();
-  std::string spelled(text.begin(), text.end());
-  if (IgnoresCaseOfNames()) {
-    std::transform(spelled.begin(), spelled.end(), spelled.begin(), Lower);
-  }
-  return spelled;
-}
 
 std::vector<std::optional<Clash>> OutputClashes(const Settings& settings,
                                                 std::span<const std::string> sources) {

@@ -9,9 +9,6 @@ namespace sondrix {
 
 struct Settings;
 
-// One spelling for every path that leads to the same place.
-std::string PlaceOf(const std::string& path);
-
 // Why a source of a call can't be had beside the others.
 struct Clash {
   std::string path;         // that it would write

@@ -1,6 +1,6 @@
 #include "app/batch/source_list.h"
 
-#include "app/batch/output_clash.h"
+#include "app/places.h"
 #include "core/files.h"
 #include "core/settings.h"
 #include "core/text.h"
@@ -21,32 +21,6 @@ struct Candidate {
   bool isGiven = false;  // by its own name
   bool isTaken = true;
 };
-
-std::string Utf8Of(const fs::path& path) {
-  const std::u8string text = path.u8string();
-  return {text.begin(), text.end()};
-}
-
-template <typename Iterator>
-void AppendFiles(const fs::path& folder, std::vector<std::string>& files) {
-  std::error_code error;
-  Iterator entry(folder, fs::directory_options::skip_permission_denied, error);
-  for (; !error && entry != Iterator(); entry.increment(error)) {
-    std::error_code unknown;
-    if (entry->is_regular_file(unknown)) files.push_back(Utf8Of(entry->path()));
-  }
-}
-
-std::vector<std::string> FilesIn(const std::string& folder, bool isDeep) {
-  std::vector<std::string> files;
-  if (isDeep) {
-    AppendFiles<fs::recursive_directory_iterator>(PathOf(folder), files);
-  } else {
-    AppendFiles<fs::directory_iterator>(PathOf(folder), files);
-  }
-  std::sort(files.begin(), files.end());
-  return files;
-}
 
 // The row of a file's extension; isFolded compares without case. Null for a file that no row names.
 const JobRow* NamedJob(std::string_view path, bool isFolded) {

@@ -1,0 +1,87 @@
+#include "app/chart/assemble.h"
+
+#include "app/chart/chart_run.h"
+#include "core/code_page.h"
+#include "core/files.h"
+
+#include <map>
+#include <set>
+#include <utility>
+
+namespace sondrix {
+namespace {
+
+// "2021/lake.sl2" of "trips/2021/lake.sl2"; the name alone where there is no folder.
+std::string NameWithFolder(std::string_view path) {
+  const std::string_view name = FileNameOf(path);
+  std::string_view folder = path.substr(0, path.size() - name.size());
+  while (!folder.empty() && IsSeparator(folder.back())) folder.remove_suffix(1);
+  const std::string_view last = FileNameOf(folder);
+  return last.empty() ? std::string(name) : std::string(last) + "/" + std::string(name);
+}
+
+void MakeNamesDiffer(std::vector<Trip>& trips) {
+  const auto counts = [&trips] {
+    std::map<std::string, int> count;
+    for (const Trip& trip : trips) ++count[trip.name];
+    return count;
+  };
+  const std::map<std::string, int> same = counts();
+  for (Trip& trip : trips) {
+    if (same.at(trip.name) > 1 && trip.name == ShownName(FileNameOf(trip.path))) {
+      trip.name = ShownName(NameWithFolder(trip.path));
+    }
+  }
+  std::set<std::string> taken;
+  for (Trip& trip : trips) {
+    const std::string name = trip.name;
+    for (int number = 2; !taken.insert(trip.name).second; ++number) {
+      trip.name = name + " (" + std::to_string(number) + ")";
+    }
+  }
+}
+
+}  // namespace
+
+std::string ShownName(std::string_view name) {
+  std::string shown = ValidUtf8(name);
+  for (char& c : shown) {
+    if (static_cast<unsigned char>(c) < ' ' || c == 0x7F) c = '?';
+  }
+  return shown;
+}
+
+void Assemble(std::span<const ChartSource> sources, std::vector<SourceReading>& readings, ChartRun& run) {
+  std::vector<Trip>& trips = run.survey.trips;
+  for (std::size_t i = 0; i < sources.size(); ++i) {
+    Reading& reading = readings[i].reading;
+    SourceAccount account = {.source = sources[i],
+                             .kind = readings[i].kind,
+                             .problem = readings[i].problem,
+                             .repeats = {},
+                             .takenFor = std::move(reading.takenFor),
+                             .remarks = std::move(reading.remarks),
+                             .passedOver = reading.passedOver,
+                             .firstTrip = trips.size(),
+                             .tripCount = reading.trips.size()};
+    for (TripReading& trip : reading.trips) {
+      account.soundings += trip.soundings.size();
+      const std::string_view name = trip.name.empty() ? FileNameOf(sources[i].path) : trip.name;
+      trips.push_back({.name = ShownName(name),
+                       .path = sources[i].path,
+                       .kind = account.kind,
+                       .soundings = std::move(trip.soundings)});
+    }
+    run.sources.push_back(std::move(account));
+  }
+  MakeNamesDiffer(trips);
+  for (std::size_t t = 0; t < trips.size(); ++t) {
+    trips[t].journey = static_cast<std::uint32_t>(t);
+    SoundingList& soundings = trips[t].soundings;
+    for (std::size_t b = 0; b < soundings.BlockCount(); ++b) {
+      for (Sounding& sounding : soundings.Block(b)) sounding.trip = static_cast<std::uint32_t>(t);
+    }
+  }
+}
+
+}  // namespace sondrix

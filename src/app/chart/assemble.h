@@ -1,0 +1,21 @@
+#pragma once
+
+#include "app/chart/read_sources.h"
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace sondrix {
+
+struct ChartRun;
+
+// Takes the readings into the accounts of the sources and, as trips, into the survey, in the order of the
+// sources. Trips of the same name get so much of their folders before it that they differ, or a number.
+void Assemble(std::span<const ChartSource> sources, std::vector<SourceReading>& readings, ChartRun& run);
+
+// For lines and outputs: UTF-8 without control characters.
+std::string ShownName(std::string_view name);
+
+}  // namespace sondrix

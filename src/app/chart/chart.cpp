@@ -1,0 +1,138 @@
+#include "app/chart/chart.h"
+
+#include "app/chart/assemble.h"
+#include "app/chart/chart_run.h"
+#include "app/chart/lines.h"
+#include "app/chart/options.h"
+#include "app/chart/progress.h"
+#include "app/chart/read_sources.h"
+#include "app/chart/source_choice.h"
+#include "app/chart/write_outputs.h"
+#include "app/exit_status.h"
+#include "app/interrupt.h"
+#include "core/fault.h"
+#include "core/files.h"
+#include "platform/platform.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <string_view>
+#include <thread>
+#include <utility>
+#include <vector>
+
+namespace sondrix {
+namespace {
+
+// On a screen both streams are one.
+void Complain(std::string_view text) {
+  std::fflush(stdout);
+  PutText(stderr, "sondrix-chart: " + std::string(text) + "\n");
+}
+
+std::vector<std::string> OutputPathsOf(const ChartOptions& options) {
+  std::vector<std::string> paths;
+  for (const ChartOutput& output : options.outputs) paths.push_back(output.path);
+  if (!options.report.empty()) paths.push_back(options.report);
+  return paths;
+}
+
+ReadOptions ReadOptionsOf(const ChartOptions& options) {
+  ReadOptions read;
+  read.channel = options.channel;
+  read.columns = options.columns;
+  read.isFeet = options.isFeet;
+  read.isZUp = options.isZUp;
+  return read;
+}
+
+void CountTrips(ChartRun& run) {
+  run.trips.clear();
+  for (const Trip& trip : run.survey.trips) {
+    run.trips.push_back({CountFates(trip.soundings), TimeRangeOf(trip.soundings)});
+  }
+}
+
+bool IsAllWell(const ChartRun& run) {
+  return std::all_of(
+             run.sources.begin(), run.sources.end(),
+             [](const SourceAccount& source) { return source.problem.empty() || source.IsPassed(); }) &&
+         std::all_of(run.outputs.begin(), run.outputs.end(),
+                     [](const OutputAccount& output) { return output.problem.empty(); });
+}
+
+// Whether some file of each folder given was read.
+bool AllFoldersGave(const ChartRun& run) {
+  for (std::size_t f = 0; f < run.folders.size(); ++f) {
+    const bool gave = std::any_of(run.sources.begin(), run.sources.end(), [f](const SourceAccount& source) {
+      return source.source.folder == f && !source.IsPassed();
+    });
+    if (!gave) return false;
+  }
+  return true;
+}
+
+int MakeChart(ChartRun& run, const SourceChoice& choice, Progress& progress) {
+  const auto makeOptions = [&run] { return ReadOptionsOf(run.options); };
+  std::vector<SourceReading> readings = ReadSources(choice.sources, run.threads, makeOptions, progress);
+  Assemble(choice.sources, readings, run);
+  readings.clear();
+  CountTrips(run);
+  WriteOutputs(run, progress);
+  WriteReport(run);
+  progress.End();
+  for (const ChartLine& line : ChartLines(run)) {
+    if (line.isComplaint) {
+      Complain(line.text);
+    } else {
+      PutText(stdout, line.text + "\n");
+    }
+  }
+  return IsAllWell(run) && AllFoldersGave(run) ? ExitWell : ExitFailed;
+}
+
+int ParseAndMake(std::span<const std::string> arguments) {
+  ParsedChartOptions parsed = ParseChartOptions(arguments);
+  if (parsed.exitStatus == ExitUsage) {
+    Complain(parsed.text);
+    return ExitUsage;
+  }
+  if (parsed.exitStatus) {
+    PutText(stdout, parsed.text);
+    return *parsed.exitStatus;
+  }
+  const InterruptGuard guard;
+  ChartRun run;
+  run.options = std::move(parsed.options);
+  run.threads = run.options.threads > 0 ? run.options.threads
+                                        : static_cast<int>(std::max(1U, std::thread::hardware_concurrency()));
+  const SourceChoice choice = ChooseSources(run.options.sources, OutputPathsOf(run.options));
+  if (!choice.refusal.empty()) {
+    Complain(choice.refusal);
+    return ExitUsage;
+  }
+  for (const std::string& note : choice.notes) Complain(ShownName(note));
+  run.folders = choice.folders;
+  Progress progress(IsTerminal(stderr));
+  try {
+    return MakeChart(run, choice, progress);
+  } catch (const EndAsked&) {
+    progress.End();
+    Complain("interrupted: no file was made");
+  } catch (const std::bad_alloc&) {
+    progress.End();
+    Complain("no file was made: " + std::string(DescriptionOf(FaultNumber::OutOfMemory)));
+  }
+  return ExitFailed;
+}
+
+}  // namespace
+
+int RunChart(std::span<const std::string> arguments) {
+  const int status = ParseAndMake(arguments);
+  if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
+  Complain("what was printed is lost: standard output takes no more");
+  return status == ExitWell ? ExitFailed : status;
+}
+
+}  // namespace sondrix

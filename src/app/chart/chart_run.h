@@ -1,0 +1,59 @@
+#pragma once
+
+#include "app/chart/options.h"
+#include "app/chart/source_choice.h"
+#include "sounders/reading.h"
+#include "survey/survey.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace sondrix {
+
+// What became of a source.
+struct SourceAccount {
+  ChartSource source;
+  std::string kind;                   // empty: no reader knows it
+  std::string problem;                // why it gave nothing; empty: it was read
+  std::string repeats;                // the source that holds the same soundings, for which it is left out
+  std::vector<std::string> takenFor;  // of Reading, and so are the next two
+  std::vector<std::string> remarks;
+  PassedOverCounts passedOver{};
+  std::size_t firstTrip = 0, tripCount = 0;  // in the survey
+  std::uint64_t soundings = 0;               // read, also of one that is left out
+
+  bool IsUsed() const { return problem.empty() && repeats.empty(); }
+  // A folder's file that no reader knows is no fault of anybody.
+  bool IsPassed() const { return kind.empty() && source.folder; }
+};
+
+struct TripAccount {
+  FateCounts fates{};
+  TimeRange times;
+
+  void Add(const TripAccount& other);
+};
+
+struct OutputAccount {
+  std::string path;
+  std::int64_t bytes = 0;
+  std::string problem = {};  // why it wasn't made; empty: it was
+};
+
+// All that a call holds: what it was asked for and what came of it, for the lines and the report.
+struct ChartRun {
+  ChartOptions options;
+  int threads = 1;
+  std::vector<std::string> folders;  // given
+  std::vector<SourceAccount> sources;
+  Survey survey;
+  std::vector<TripAccount> trips;  // of the survey, once all fates are found
+  std::vector<OutputAccount> outputs;
+};
+
+// Of the trips of a source together.
+TripAccount AccountOf(const SourceAccount& source, const ChartRun& run);
+
+}  // namespace sondrix

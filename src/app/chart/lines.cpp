@@ -1,0 +1,112 @@
+#include "app/chart/lines.h"
+
+#include "app/chart/assemble.h"
+#include "app/chart/chart_run.h"
+#include "core/date_time.h"
+
+#include <cmath>
+
+namespace sondrix {
+namespace {
+
+constexpr double LatestTime = 253402300799;  // the last second of the year 9999
+
+std::string Counted(std::uint64_t count, std::string_view what) {
+  return std::to_string(count) + " " + std::string(what);
+}
+
+std::string PassedOverText(const PassedOverCounts& counts) {
+  std::string text;
+  for (std::size_t i = 0; i < counts.size(); ++i) {
+    if (counts[i] == 0) continue;
+    text +=
+        (text.empty() ? "passed over: " : ", ") + Counted(counts[i], NameOf(static_cast<PassedOver>(i)).text);
+  }
+  return text;
+}
+
+std::string FatesText(const FateCounts& fates) {
+  std::string text;
+  for (std::size_t i = 0; i < fates.size(); ++i) {
+    const auto fate = static_cast<Fate>(i);
+    if (fates[i] == 0 && fate != Fate::Used) continue;
+    text += (text.empty() ? "" : ", ") + Counted(fates[i], NameOf(fate));
+  }
+  return text;
+}
+
+void Join(std::string& line, std::string_view sentence) {
+  if (!sentence.empty()) line.append("; ").append(sentence);
+}
+
+std::string RangeText(const TimeRange& range) {
+  if (std::isnan(range.from)) return "without times";
+  return TimeText(range.from) + " to " + TimeText(range.to);
+}
+
+std::string LineOf(const SourceAccount& account, const ChartRun& run) {
+  const TripAccount sum = AccountOf(account, run);
+  std::string line = account.kind + ", " + Counted(account.soundings, "soundings");
+  if (account.repeats.empty()) {
+    line += ", " + (run.options.verbose ? FatesText(sum.fates) : Counted(sum.fates[0], NameOf(Fate::Used))) +
+            ", " + RangeText(sum.times);
+  } else {
+    line += ", left out: the same soundings as " + ShownName(account.repeats);
+  }
+  for (const std::string& sentence : account.takenFor) Join(line, sentence);
+  for (const std::string& sentence : account.remarks) Join(line, sentence);
+  Join(line, PassedOverText(account.passedOver));
+  return line;
+}
+
+void AddFolderLines(const ChartRun& run, std::vector<ChartLine>& lines) {
+  for (std::size_t f = 0; f < run.folders.size(); ++f) {
+    std::uint64_t used = 0, passed = 0;
+    for (const SourceAccount& account : run.sources) {
+      if (account.source.folder != f) continue;
+      ++(account.IsPassed() ? passed : used);
+    }
+    std::string line = ShownName(run.folders[f]) + ": ";
+    if (used == 0) line += "nothing in it can be read";
+    if (passed > 0) line += (used == 0 ? ", " : "") + Counted(passed, "files left out that no reader knows");
+    if (used == 0 || passed > 0) lines.push_back({line, true});
+  }
+}
+
+}  // namespace
+
+std::string TimeText(double seconds) {
+  if (!(std::abs(seconds) <= LatestTime)) return "?";
+  std::string text;
+  AppendStamp(text, DateOfUnix(static_cast<std::int64_t>(std::floor(seconds))));
+  text[text.find('T')] = ' ';
+  return text;
+}
+
+std::vector<ChartLine> ChartLines(const ChartRun& run) {
+  std::vector<ChartLine> lines;
+  for (const SourceAccount& account : run.sources) {
+    if (account.IsPassed() && !run.options.verbose) continue;
+    const std::string name = ShownName(account.source.path) + ": ";
+    if (account.problem.empty()) {
+      lines.push_back({name + LineOf(account, run)});
+    } else {
+      lines.push_back({name + account.problem, true});
+    }
+  }
+  AddFolderLines(run, lines);
+  TripAccount sum;
+  for (const TripAccount& trip : run.trips) sum.Add(trip);
+  lines.push_back({Counted(run.survey.SoundingCount(), "soundings: ") + FatesText(sum.fates)});
+  for (const OutputAccount& output : run.outputs) {
+    const std::string name = ShownName(output.path) + ": ";
+    if (output.problem.empty()) {
+      lines.push_back({name + Counted(static_cast<std::uint64_t>(output.bytes), "bytes")});
+    } else {
+      lines.push_back({name + "not made: " + output.problem, true});
+    }
+  }
+  return lines;
+}
+
+}  // namespace sondrix

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace sondrix {
+
+struct ChartRun;
+
+// A line of what there is to say of a call, for standard output or as a complaint.
+struct ChartLine {
+  std::string text;
+  bool isComplaint = false;
+};
+
+// One for each source in their order, one for the fates in total, one for each file made or not made.
+std::vector<ChartLine> ChartLines(const ChartRun& run);
+
+// "2021-05-15 07:29:00", UTC, from seconds since 1970.
+std::string TimeText(double seconds);
+
+}  // namespace sondrix

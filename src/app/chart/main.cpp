@@ -1,0 +1,7 @@
+#include "app/chart/chart.h"
+#include "platform/platform.h"
+
+int main(int argc, char** argv) {
+  sondrix::PrepareProcess();
+  return sondrix::RunChart(sondrix::ProgramArguments(argc, argv));
+}

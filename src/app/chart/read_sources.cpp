@@ -1,0 +1,105 @@
+#include "app/chart/read_sources.h"
+
+#include "app/chart/progress.h"
+#include "app/interrupt.h"
+#include "app/places.h"
+#include "core/fault.h"
+#include "core/files.h"
+#include "sounders/sounder_formats.h"
+
+#include <algorithm>
+#include <atomic>
+#include <exception>
+#include <mutex>
+#include <numeric>
+#include <thread>
+#include <utility>
+
+namespace sondrix {
+namespace {
+
+// Of the exception that is being handled.
+std::string ProblemNow(const ChartSource& source) {
+  try {
+    throw;
+  } catch (const CantRead& reason) {
+    return reason.what();
+  } catch (...) {
+    const Fault fault = CaughtFault();
+    const bool isChange = LengthOfFile(source.path) != source.length;
+    return isChange && source.length > 0 ? "it was changed while it was read"
+                                         : std::string(fault.Description());
+  }
+}
+
+std::string CountsText(const PassedOverCounts& counts) {
+  std::string text;
+  for (std::size_t i = 0; i < counts.size(); ++i) {
+    if (counts[i] == 0) continue;
+    text += (text.empty() ? ": " : ", ") + std::to_string(counts[i]) + " " +
+            std::string(NameOf(static_cast<PassedOver>(i)).text);
+  }
+  return text;
+}
+
+// Throws EndAsked, and what is no fault of the source.
+void ReadOne(const ChartSource& source, const ReadOptions& options, const ReadWatch& watch,
+             SourceReading& result) {
+  try {
+    const SounderFormat* const format = Recognise(source.path);
+    if (format == nullptr) {
+      result.problem =
+          source.length == 0 ? "it is empty" : "neither a recording nor a log or a table of soundings";
+      return;
+    }
+    result.kind = format->name;
+    format->read(source.path, options, watch, result.reading);
+  } catch (const EndAsked&) {
+    throw;
+  } catch (...) {
+    result.problem = ProblemNow(source);
+    result.reading.trips.clear();
+    return;
+  }
+  std::erase_if(result.reading.trips, [](const TripReading& trip) { return trip.soundings.empty(); });
+  for (TripReading& trip : result.reading.trips) trip.soundings.Finish();
+  if (result.reading.trips.empty()) result.problem = "no soundings" + CountsText(result.reading.passedOver);
+}
+
+}  // namespace
+
+std::vector<SourceReading> ReadSources(std::span<const ChartSource> sources, int threads,
+                                       const std::function<ReadOptions()>& makeOptions, Progress& progress) {
+  std::vector<SourceReading> readings(sources.size());
+  const std::int64_t bytes =
+      std::accumulate(sources.begin(), sources.end(), std::int64_t{0},
+                      [](std::int64_t sum, const ChartSource& source) { return sum + source.length; });
+  progress.Begin("reading", bytes, "bytes");
+  const ReadWatch watch = {Interrupted, &progress.Done()};
+  std::atomic<std::size_t> next = 0;
+  std::mutex mutex;  // of what follows
+  std::exception_ptr failure;
+  const auto work = [&] {
+    try {
+      const ReadOptions options = makeOptions();
+      for (std::size_t mine = next++; mine < sources.size(); mine = next++) {
+        if (Interrupted()) throw EndAsked();
+        ReadOne(sources[mine], options, watch, readings[mine]);
+      }
+    } catch (...) {
+      next = sources.size();
+      const std::lock_guard lock(mutex);
+      if (!failure) failure = std::current_exception();
+    }
+  };
+  {
+    const std::size_t workers = std::clamp<std::size_t>(sources.size(), 1, static_cast<std::size_t>(threads));
+    std::vector<std::jthread> helpers;
+    for (std::size_t i = 1; i < workers; ++i) helpers.emplace_back(work);
+    work();
+  }
+  if (failure) std::rethrow_exception(failure);
+  return readings;
+}
+
+}  // namespace sondrix

@@ -1,0 +1,108 @@
+#include "app/chart/report.h"
+
+#include "app/chart/assemble.h"
+#include "app/chart/chart_run.h"
+
+#include <cmath>
+#include <nlohmann/json.hpp>
+
+namespace sondrix {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+Json NumberOrNull(double value) { return std::isnan(value) ? Json() : Json(value); }
+
+Json TextOrNull(const std::string& text) { return text.empty() ? Json() : Json(text); }
+
+void AddAccount(const TripAccount& account, Json& object) {
+  Json fates = Json::object();
+  std::uint64_t soundings = 0;
+  for (std::size_t i = 0; i < account.fates.size(); ++i) {
+    fates[std::string(NameOf(static_cast<Fate>(i)))] = account.fates[i];
+    soundings += account.fates[i];
+  }
+  object["soundings"] = soundings;
+  object["fates"] = std::move(fates);
+  object["from"] = NumberOrNull(account.times.from);
+  object["to"] = NumberOrNull(account.times.to);
+}
+
+Json OptionsObject(const ChartOptions& options) {
+  Json columns = Json::array();
+  for (const std::string& name : options.columns) columns.push_back(name);
+  return {{"columns", std::move(columns)},
+          {"source_crs", TextOrNull(options.sourceCrs)},
+          {"source_units", options.isFeet ? Json(*options.isFeet ? "ft" : "m") : Json()},
+          {"z_up", options.isZUp},
+          {"zone", TextOrNull(options.zone)},
+          {"channel", options.channel ? Json(std::to_string(*options.channel)) : Json("auto")},
+          {"offset_right", options.offsetRight},
+          {"offset_ahead", options.offsetAhead},
+          {"draft", options.draft},
+          {"clean", options.cleans ? "on" : "off"},
+          {"level", "none"},
+          {"crs", options.crs.empty() ? "auto" : options.crs}};
+}
+
+Json SourceObject(const SourceAccount& source, const ChartRun& run) {
+  Json object = {{"path", source.source.path}, {"kind", TextOrNull(source.kind)}};
+  if (source.IsUsed()) {
+    AddAccount(AccountOf(source, run), object);
+  } else {
+    object["soundings"] = source.soundings;
+  }
+  object["taken_for"] = source.takenFor;
+  object["remarks"] = source.remarks;
+  Json passedOver = Json::object();
+  for (std::size_t i = 0; i < source.passedOver.size(); ++i) {
+    passedOver[std::string(NameOf(static_cast<PassedOver>(i)).key)] = source.passedOver[i];
+  }
+  object["passed_over"] = std::move(passedOver);
+  object["repeats"] = TextOrNull(source.repeats);
+  object["problem"] = TextOrNull(source.problem);
+  return object;
+}
+
+Json TripObject(std::size_t index, const ChartRun& run) {
+  const Trip& trip = run.survey.trips[index];
+  Json object = {{"name", trip.name}, {"source", trip.path}, {"kind", trip.kind}};
+  AddAccount(run.trips[index], object);
+  object["continues"] = trip.journey == index ? Json() : Json(run.survey.trips[trip.journey].name);
+  return object;
+}
+
+}  // namespace
+
+std::string ReportText(const ChartRun& run) {
+  Json sources = Json::array(), unknown = Json::array(), trips = Json::array(), outputs = Json::array();
+  std::uint64_t read = 0, leftOut = 0;
+  for (const SourceAccount& source : run.sources) {
+    read += source.soundings;
+    if (!source.repeats.empty()) leftOut += source.soundings;
+    if (source.IsPassed()) {
+      unknown.push_back(source.source.path);
+    } else {
+      sources.push_back(SourceObject(source, run));
+    }
+  }
+  TripAccount sum;
+  for (std::size_t t = 0; t < run.trips.size(); ++t) {
+    trips.push_back(TripObject(t, run));
+    sum.Add(run.trips[t]);
+  }
+  for (const OutputAccount& output : run.outputs) {
+    outputs.push_back({{"path", output.path},
+                       {"bytes", output.problem.empty() ? Json(output.bytes) : Json()},
+                       {"problem", TextOrNull(output.problem)}});
+  }
+  Json total = {{"read", read}, {"left_out", leftOut}};
+  AddAccount(sum, total);
+  const Json report = {
+      {"program", "sondrix-chart"}, {"version", SONDRIX_VERSION},    {"options", OptionsObject(run.options)},
+      {"total", std::move(total)},  {"sources", std::move(sources)}, {"unknown_files", std::move(unknown)},
+      {"trips", std::move(trips)},  {"outputs", std::move(outputs)}};
+  return report.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+}  // namespace sondrix

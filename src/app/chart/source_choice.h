@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace sondrix {
+
+// A file that is to be read.
+struct ChartSource {
+  std::string path;
+  std::optional<std::size_t> folder;  // of those given, in which it was found; none: it was named itself
+  std::int64_t length = 0;            // bytes, as far as they can be known before
+};
+
+// The files of a call, and what is to be told of them, a line each.
+struct SourceChoice {
+  std::vector<ChartSource> sources;  // in the order given, those of a folder by their names
+  std::vector<std::string> folders;  // given
+  std::vector<std::string> notes;    // of files that are left out
+  std::string refusal;               // why nothing at all can be done; empty: it can
+};
+
+// Puts all files of a folder and of its subfolders in the place of the folder, but for those whose names, or
+// whose folders' names, begin with a period; links to folders aren't followed. What is given twice is read
+// once. A named source that is one of the outputs, whatever the way there, and two outputs of the same place
+// are refused; a folder's file that is an output is left out.
+SourceChoice ChooseSources(std::span<const std::string> given, std::span<const std::string> outputs);
+
+}  // namespace sondrix
