@@ -1,0 +1,154 @@
+#include "survey/clean_lost.h"
+
+#include "survey/track_pieces.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace sondrix {
+namespace {
+
+constexpr float StepHeight = 5;  // metres
+constexpr float FallCost = 0.45F, StepCost = 1;
+constexpr float WallCost = 6;
+constexpr float FallAcrossGap = 1;  // metres a metre
+constexpr float LostCost = 3, ShortLostCost = 1, StepLostCost = 6, LikelyLostCost = 0.8F, NeverCost = 1e9F;
+constexpr float ShareCost = 6, InnerCost = 0.25F, MaxInnerCost = 2;
+constexpr double ShortWay = 2, LongWay = 8;                       // metres
+constexpr float EchoTolerance = 0.05F, MaxEchoTolerance = 0.15F;  // of the logarithm of a ratio
+constexpr float OffsetTolerance = 0.1F;
+constexpr float StepLikeness = 0.3F;  // metres
+constexpr std::size_t MaxPiecesBack = 64;
+
+struct Link {
+  double cost = 0;           // of the best chain that ends here
+  std::uint32_t before = 0;  // the piece before it in that chain
+};
+
+class Chain {
+ public:
+  Chain(const TrackSection& section, std::span<const TrackPoint> points, std::span<const TrackPiece> pieces)
+      : section_(section), points_(points), pieces_(pieces), links_(pieces.size()), inner_(pieces.size()) {}
+
+  // For each piece, whether it is kept.
+  std::vector<bool> Kept() {
+    for (std::size_t i = 1; i < pieces_.size(); ++i) {
+      const float jump = CostBetween(pieces_[i - 1], pieces_[i]);
+      inner_[i] = inner_[i - 1] + std::min(jump, MaxInnerCost) + InnerCost;
+      links_[i] = {links_[i - 1].cost + jump, static_cast<std::uint32_t>(i - 1)};
+      for (std::size_t back = 2; back <= std::min(i, MaxPiecesBack); ++back) {
+        const std::size_t j = i - back;
+        if (links_[j].cost >= links_[i].cost) continue;
+        const double cost = links_[j].cost + CostOfLosing(j, i);
+        if (cost < links_[i].cost) links_[i] = {cost, static_cast<std::uint32_t>(j)};
+      }
+    }
+    std::vector<bool> kept(pieces_.size(), false);
+    std::size_t i = pieces_.size() - 1;
+    for (; i > 0; i = links_[i].before) kept[i] = true;
+    kept[0] = true;
+    return kept;
+  }
+
+ private:
+  float NoiseAt(const TrackPiece& piece) const { return section_.NoiseAt(points_[piece.first].at); }
+
+  // What keeping both sides of a jump costs; the bed may have fallen evenly across the gap instead.
+  static float CostOfJump(float jump, float gap, float noise, float depth) {
+    const float height = std::abs(jump);
+    if (height <= LeastJump(noise, depth)) return 0;
+    if (height <= FallAcrossGap * gap) return FallCost;
+    const float most = FallAcrossGap * gap + MostOfStep(noise);
+    const float beyond = (height - most) / std::max(1.0F, noise);
+    return StepCost + (WallCost - StepCost) * std::clamp(beyond, 0.0F, 1.0F);
+  }
+
+  static float MostOfStep(float noise) { return StepHeight + std::max(0.5F, 3 * noise); }
+
+  float CostBetween(const TrackPiece& before, const TrackPiece& behind) const {
+    const auto gap = static_cast<float>(behind.begin.way - before.end.way);
+    const float noise = NoiseAt(behind);
+    return CostOfJump(JumpBetween(before.end, behind.begin, noise), gap, noise,
+                      std::min(before.end.level, behind.begin.level));
+  }
+
+  // Of losing all pieces between two that are kept.
+  float CostOfLosing(std::size_t j, std::size_t i) const {
+    const TrackPiece &before = pieces_[j], &behind = pieces_[i], &first = pieces_[j + 1],
+                     &last = pieces_[i - 1];
+    const float noise = NoiseAt(first);
+    const float in = JumpBetween(before.end, first.begin, noise);
+    const float out = JumpBetween(last.end, behind.begin, noise);
+    if ((in > 0) == (out > 0)) return NeverCost;
+    float cost = LostCost;
+    if (IsEcho(before.end, first.begin, last.end, behind.begin, noise) || IsOffset(in, out, noise)) {
+      cost = LikelyLostCost;
+    } else {
+      const double way = (last.end.way + behind.begin.way - before.end.way - first.begin.way) / 2;
+      const double shortness = std::clamp((LongWay - way) / (LongWay - ShortWay), 0.0, 1.0);
+      cost += (ShortLostCost - LostCost) * static_cast<float>(shortness);
+      if (std::min(std::abs(in), std::abs(out)) <= MostOfStep(noise)) {
+        cost += StepLostCost * static_cast<float>(1 - shortness);
+      }
+    }
+    const float share =
+        static_cast<float>(behind.first - before.last - 1) / static_cast<float>(points_.size());
+    const auto inner = static_cast<float>(inner_[i - 1] - inner_[j + 1]);
+    return CostBetween(before, behind) + cost + ShareCost * share + inner;
+  }
+
+  // Whether the depth goes off by more than a step and comes back by the same.
+  static bool IsOffset(float in, float out, float noise) {
+    const float height = (std::abs(in) + std::abs(out)) / 2;
+    return height > StepHeight + std::max(0.5F, 2.3F * noise) &&
+           std::abs(in + out) <= OffsetTolerance * height + 2 * noise;
+  }
+
+  // Whether the depth is halved and doubled again, or doubled and halved; not if steps would look the same.
+  static bool IsEcho(const PieceEnd& before, const PieceEnd& first, const PieceEnd& last,
+                     const PieceEnd& behind, float noise) {
+    const float in = std::abs(JumpBetween(before, first, noise));
+    const float out = std::abs(JumpBetween(last, behind, noise));
+    const float likeness = std::max(StepLikeness, 2 * noise);
+    if (std::abs(in - StepHeight) <= likeness && std::abs(out - StepHeight) <= likeness) return false;
+    const bool isDoubled = first.level > before.level;
+    const float factor = isDoubled ? 2 : 0.5F;
+    return IsTimes(factor, before, first, noise) && IsTimes(1 / factor, last, behind, noise);
+  }
+
+  // Whether the depth behind a gap is that many times the depth before it, by the levels half across the gap
+  // or by the soundings beside it.
+  static bool IsTimes(float factor, const PieceEnd& end, const PieceEnd& begin, float noise) {
+    const auto half = static_cast<float>(begin.way - end.way) / 2;
+    const float left = end.level + end.slope * half, right = begin.level - begin.slope * half;
+    const float lowest = std::min(end.level, begin.level);
+    const float tolerance = std::clamp(1.5F * noise / lowest, EchoTolerance, MaxEchoTolerance);
+    const auto isNear = [&](float a, float b) {
+      return a > 0 && b > 0 && std::abs(std::log(b / a / factor)) <= tolerance;
+    };
+    return isNear(left, right) || isNear(end.depth, begin.depth);
+  }
+
+  const TrackSection& section_;
+  std::span<const TrackPoint> points_;
+  std::span<const TrackPiece> pieces_;
+  std::vector<Link> links_;
+  std::vector<double> inner_;  // what losing the jumps up to a piece costs
+};
+
+}  // namespace
+
+void FindLost(TrackSection& section, Stretches& stretches) {
+  const std::vector<TrackPoint> points = PointsOf(section);
+  const std::vector<TrackPiece> pieces = PiecesOf(section, points);
+  if (pieces.size() < 2) return;
+  const std::vector<bool> kept = Chain(section, points, pieces).Kept();
+  for (std::size_t p = 0; p < pieces.size(); ++p) {
+    const std::uint32_t first = points[pieces[p].first].at, last = points[pieces[p].last].at;
+    stretches.push_back({section.index[first], section.index[last], section.line, !kept[p]});
+    if (kept[p]) continue;
+    for (std::size_t i = first; i <= last; ++i) section.fate[i] = Fate::Lost;
+  }
+}
+
+}  // namespace sondrix
