@@ -52,16 +52,6 @@ TEST(GoClick, AnEndInTheFirstWaitStopsTheRun) {
   EXPECT_EQ(test.OutLines("lake.csv").size(), 1U);
 }
 
-TEST(GoClick, FieldsThatCantBeTaken) {
-  TestRun test;
-  test.Source("lake.sl2", EchogramBytes(2, {Frame(2, 10)}));
-  test.settings.MaxProc = "40000";
-  EXPECT_EQ(test.Click(), " ! error GO: 6. Overflow");
-  test.settings.DepthSm = "x";
-  EXPECT_EQ(test.Click(), " ! error GO: 13. Type mismatch");
-  EXPECT_TRUE(test.window.IsEnabled("btnGO"));
-}
-
 // What the user chooses while a table is converted: the guard is of the table that the run reads, and not of
 // the one that its next run would read.
 TEST(GoClick, AChoiceDuringARunNeitherLosesItsSourceNorItsPoints) {

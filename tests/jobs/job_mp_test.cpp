@@ -20,39 +20,32 @@ std::string ListOf(const TestRun& test) {
 // | is a line end, and the head goes before the map.
 TEST(JobMp, VerticesOfLabelledPolylines) {
   struct Row {
-    const char* what;
-    std::string map, list, end;
+    std::string map, list, end = Done;
     int beeps = 0;
   };
   const std::string line = "[POLYLINE]|Label=5|Data0=(1,2),(3,4)|[END]|";
-  const std::string list = "|1,2,5|3,4,5||";
-  const std::string open = "[POLYLINE]|Label=5|";
+  const std::string list = "|1,2,5|3,4,5||", open = "[POLYLINE]|Label=5|";
   const std::vector<Row> rows = {
-      {"one line", line, list, Done},
-      {"names in any case and blanks around lines", "  [pOlYlInE] | LABEL=5 |  DATA3=(1,2),(3,4)  ", list,
-       Done},
-      {"zero is an error value", "[POLYLINE]|Label=0|Data0=(1,2)|Label=0.0|Data0=(1,2)|",
-       "|1,2,-1||1,2,0.0||", Done},
-      {"a label lasts until the next one", line + "[POLYLINE]|Data0=(5,6)|", list + "|5,6,5||", Done},
-      {"a blank label passes its data over", line + "[POLYLINE]|Label=|Data0=(5)|", list + "|", Done},
-      {"points and areas end a line, END doesn't",
-       line + "Data0=(7,8)|[POI]|Label=9|Data0=(9,9)|[POLYGON]|Data0=(9,9)|[POLYLINE|Data0=(9,9)|",
-       list + "7,8,5||", Done},
-      {"texts stay as they are", "[POLYLINE]|Label= \xC3\xEB.\xFF;5|Data0=( 1.50, x,7)|",
-       "| 1.50, x,7, \xC3\xEB.\xFF;5||", Done},
-      {"no bracket to cut at", "[POLYLINE]|Label=5|data1,2)|", "|data1,2,5||", Done},
-      {"CR alone ends a line", "[POLYLINE]\rLabel=5\rData0=(1,2),(3,4)\r", list, Done},
-      {"LF alone does not", "[POLYLINE]|Label=5\n|Data0=(1,2\n),(3,4)|\n[POI]|Data0=(1,2)|",
-       "|1,2\n,5\n|3,4,5\n||1,2,5\n||", Done},
-      {"NUL bytes", "[POLYLINE]|\0|Label=\0|Data0=(1,\0)|"s, "|1,\0,\0||"s, Done},
-      {"points only", "[POI]|Label=5|Data0=(1,2)|", NoList, None, 1},
-      {"a line without data", open, NoList, None, 1},
-      {"a vertex too short keeps what came before", open + "Data0=(1,2),(3)|Data0=(1,2)|", NoList, NeedPolish,
-       2},
-      {"later", open + "Data0=(1,2)|Data0=(3,4),(5)|", "|1,2,5||3,4,5|", NeedPolish, 1},
-      {"a bracket at the end", open + "Data0=(1,2)|Data0=(|", "|1,2,5||", NeedPolish, 1}};
+      {"  [pOlYlInE] | LABEL=5 |  DATA3=(1,2),(3,4)  ", list},
+      {"[POLYLINE]|Label=0|Data0=(1,2)|Label=0.0|Data0=(1,2)|", "|1,2,-1||1,2,0.0||"},
+      // A label lasts until the next one; a blank one passes its data over.
+      {line + "[POLYLINE]|Data0=(5,6)|[POLYLINE]|Label=|Data0=(5)|", list + "|5,6,5|||"},
+      // Points and areas end a line, END doesn't.
+      {line + "Data0=(7,8)|[POI]|Label=9|Data0=(9,9)|[POLYGON]|Data0=(9,9)|[POLYLINE|Data0=(9,9)|",
+       list + "7,8,5||"},
+      {"[POLYLINE]|Label= \xC3\xEB.\xFF;5|Data0=( 1.50, x,7)|", "| 1.50, x,7, \xC3\xEB.\xFF;5||"},
+      {"[POLYLINE]|Label=5|data1,2)|", "|data1,2,5||"},
+      {"[POLYLINE]\rLabel=5\rData0=(1,2),(3,4)\r", list},
+      {"[POLYLINE]|Label=5\n|Data0=(1,2\n),(3,4)|\n[POI]|Data0=(1,2)|", "|1,2\n,5\n|3,4,5\n||1,2,5\n||"},
+      {"[POLYLINE]|\0|Label=\0|Data0=(1,\0)|"s, "|1,\0,\0||"s},
+      {"[POI]|Label=5|Data0=(1,2)|", NoList, None, 1},
+      {open, NoList, None, 1},
+      // What came before a vertex that is too short is kept.
+      {open + "Data0=(1,2),(3)|Data0=(1,2)|", NoList, NeedPolish, 2},
+      {open + "Data0=(1,2)|Data0=(3,4),(5)|", "|1,2,5||3,4,5|", NeedPolish, 1},
+      {open + "Data0=(1,2)|Data0=(|", "|1,2,5||", NeedPolish, 1}};
   for (const Row& row : rows) {
-    SCOPED_TRACE(row.what);
+    SCOPED_TRACE(row.map);
     TextRun test;
     EXPECT_EQ(test.ClickOn("lake.mp", Head + WithLineEnd(row.map, '|', "\r\n")), row.end);
     EXPECT_EQ(ListOf(test), WithLineEnd(row.list, '|', "\r\n"));

@@ -2,6 +2,7 @@
 
 #include "fault_in.h"
 #include "jobs/line_input.h"
+#include "jobs/text_body.h"
 #include "jobs/text_run.h"
 
 #include <algorithm>
@@ -99,6 +100,20 @@ TEST(TextSource, ASourceThatIsntReadToItsEnd) {
     LineInput lines(file, 1);
     EXPECT_THROW(lines.Next(), EndAsked) << reads;
   }
+}
+
+TEST(TextBody, GrowsInPieces) {
+  TextBody body;
+  std::string all;
+  EXPECT_TRUE(body.IsEmpty() && body.Parts().empty());
+  for (std::size_t size = 1; size < 40'000'000; size *= 3) {
+    const std::string record(size, static_cast<char>('a' + size % 26));
+    body.Add(record);
+    all += record;
+  }
+  std::string held;
+  for (const std::string_view part : body.Parts()) held += part;
+  EXPECT_TRUE(held == all && !body.IsEmpty());
 }
 
 }  // namespace
