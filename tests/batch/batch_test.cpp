@@ -108,7 +108,7 @@ TEST_F(Batch, EachSourceHasItsLastLineAndAllTheStatus) {
       {"-q -o out --no-picture -s TargetName=plain lake.sl2", 0, ""},
       {"-q -o out trips none.sl2", 1, "none.sl2:" + missing,
        "b.csv: left out, it has the name of an output of trips/b.sl2\n"},
-      {"-q -o deep -r trips", 0, "", "c.SL2: left out, its extension must be spelt .sl2\n"},
+      {"-j 256 -q -o deep -r trips", 0, "", "c.SL2: left out, its extension must be spelt .sl2\n"},
       {"-o never --write-ini ./lake.sl2 lake.sl2", 1, "", "lake.sl2: is a source"},
       {"-o kept --write-ini kept.ini -s MakeCut=1 -s ScanSkip=7", 0, ""},
       {"-o never --write-ini a.csv/b.ini lake.sl2", 1, "", "a.csv/b.ini: the settings couldn't be written"},

@@ -85,7 +85,7 @@ TEST_F(WindowTest, AClosingOrAKeyInTheFirstWaitStopsTheRun) {
 TEST_F(WindowTest, ContrastLanguageAndWidthChangeDuringARun) {
   RunWith({[&] { Click("RunSet"); }, [&] { Find<QScrollBar>("EhoSens")->setValue(-60); },
            [&] { ChooseLanguage(2); }, [&] { Click("FrmSize"); },
-           [&] { EXPECT_EQ(window->TheSession().pictures.ECHO.Width(), 227); }, [&] { Click("FrmSize"); },
+           [&] { EXPECT_EQ(window->TheSession().pictures.ECHO.Width(), 2 * 227); }, [&] { Click("FrmSize"); },
            [&] { Click("RunSet"); }});
   EXPECT_EQ(Fields().EhoSens, -60);
   EXPECT_TRUE(window->Att().ends_with(" * Ausgeführt")) << window->Att();
@@ -101,6 +101,7 @@ TEST_F(WindowTest, ContrastLanguageAndWidthChangeDuringARun) {
 
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
+  qputenv("QT_SCALE_FACTOR", "2");  // so that places and the pictures' device pixels differ
   testing::InitGoogleTest(&argc, argv);
   QApplication application(argc, argv);
   return RUN_ALL_TESTS();
