@@ -119,12 +119,13 @@ class TestRun {
       else
         all << DigestOf(bytes) << '\n';
     }
-    Refresh(pictures);
+    ComposeGraph(pictures);
     for (const Picture* picture :
-         {&pictures.ECHO, &pictures.SMPL, &pictures.METR, &pictures.CRS, &pictures.HED}) {
+         {&pictures.ECHO, &pictures.SMPL, &pictures.METR, &pictures.BMP, &pictures.CRS, &pictures.HED}) {
       std::string pixels;
       for (int y = 0; y < picture->Height(); ++y)
-        for (int x = 0; x < picture->Width(); ++x) pixels += std::to_string(picture->At(x, y)) + ' ';
+        pixels.append(reinterpret_cast<const char*>(picture->Row(y)),
+                      sizeof(*picture->Row(y)) * static_cast<std::size_t>(picture->Width()));
       all << picture->Width() << " by " << picture->Height() << ": " << DigestOf(pixels) << '\n';
       for (const PictureText& text : picture->Texts())
         all << text.x << ' ' << text.y << ' ' << text.colour << text.text << '\n';

@@ -2,6 +2,7 @@
 
 #include "core/outputs.h"
 #include "fault_in.h"
+#include "temporary_folder.h"
 #include "test_window.h"
 
 #include <array>
@@ -10,7 +11,6 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <map>
-#include <new>
 #include <vector>
 
 #ifdef _WIN32
@@ -22,20 +22,26 @@ namespace {
 
 namespace fs = std::filesystem;
 
-TEST(Files, RefusalsHaveTheirNumbersAndLengthsHaveNoLimit) {
-  const fs::path folder = fs::path(testing::TempDir()) / "sondrix_files_test";
-  fs::remove_all(folder);
-  fs::create_directories(folder / "dir");
-  const std::string file = (folder / "file").string();
-  OutputFile(file).Write("x");
+struct FilesIn : testing::Test, TemporaryFolder {
+  // Whether there are links here.
+  bool Link(const std::string& name, const std::string& target) const {
+    std::error_code error;
+    fs::create_symlink(target, Path(name), error);
+    return !error;
+  }
+};
+
+TEST_F(FilesIn, RefusalsHaveTheirNumbersAndLengthsHaveNoLimit) {
+  fs::create_directories(Path("dir"));
+  const std::string file = Write("file", "x");
   for (const auto& [name, read, write] :
        {std::tuple("none", 53, 0), {"none/x", 76, 76}, {"file/x", 76, 76}, {"dir", 75, 75}, {"file", 0, 0}}) {
-    const std::string path = (folder / name).string();
+    const std::string path = Path(name);
     EXPECT_EQ(FaultIn([&] { InputFile input(path); }), read) << path;
     EXPECT_EQ(FaultIn([&] { OutputFile output(path); }), write) << path;
-    fs::remove(folder / "none");
+    fs::remove(Path("none"));
   }
-  EXPECT_EQ(FaultIn([&] { DeleteIfThere(folder.string()); }), 75);
+  EXPECT_EQ(FaultIn([&] { DeleteIfThere(Path("dir")); }), 75);
   const int tooLong = PathSeparator == '\\' ? 53 : 52;  // Windows finds no such file
   EXPECT_EQ(FaultIn([&] { InputFile input(file + std::string(300, 'n')); }), tooLong);
 #ifdef _WIN32
@@ -49,34 +55,11 @@ TEST(Files, RefusalsHaveTheirNumbersAndLengthsHaveNoLimit) {
   fs::resize_file(file, 5'000'000'000, full);
   std::array<std::uint8_t, 8> target{};
   EXPECT_TRUE(full || InputFile(file).ReadAt(4'999'999'995, target) == 5);
-  fs::remove_all(folder);
 }
 
-struct FilesIn : testing::Test {
-  FilesIn() {
-    fs::remove_all(folder);
-    fs::create_directories(folder);
-  }
-  ~FilesIn() override { fs::remove_all(folder); }
-  std::string Path(const std::string& name) const { return (folder / name).string(); }
-  void Put(const std::string& name, const std::string& text) const { std::ofstream(folder / name) << text; }
-  // Whether there are links here.
-  bool Link(const std::string& name, const std::string& target) const {
-    std::error_code error;
-    fs::create_symlink(target, folder / name, error);
-    return !error;
-  }
-
-  // Of this test of this process: tests run at the same time.
-  const fs::path folder =
-      fs::path(testing::TempDir()) /
-      ("sondrix_files_in." + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()) +
-       "." + std::to_string(reinterpret_cast<std::uintptr_t>(this)));
-};
-
 TEST_F(FilesIn, AnIdMeansTheFileWhateverItsName) {
-  Put("one", "x");
-  Put("other", "x");
+  Write("one", "x");
+  Write("other", "x");
   fs::create_hard_link(Path("one"), Path("hard"));
   const bool hasLinks = Link("soft", "one");
   const InputFile input(Path("one"));
@@ -94,59 +77,37 @@ TEST_F(FilesIn, AnIdMeansTheFileWhateverItsName) {
   EXPECT_EQ(FaultIn([&] { InputFile loop(Path("loop")); }), 52);
 }
 
-TEST_F(FilesIn, ASourceTellsThatItChanged) {
-  Put("source", "1234");
-  const std::string path = Path("source");
+TEST_F(FilesIn, ASourceTellsThatItChangedAndIsReadAsItStands) {
+  const std::string path = Write("source", "1234");
   const auto time = std::chrono::floor<std::chrono::seconds>(fs::last_write_time(path));
   fs::last_write_time(path, time);
-  const InputFile input(path);
+  InputFile input(path);
+  std::array<std::uint8_t, 3> target{};
+  EXPECT_EQ(input.ReadAt(1, target), 3U);
+  EXPECT_EQ(target[0], '2');
+  EXPECT_EQ(input.ReadAt(2, target), 2U);
   EXPECT_FALSE(input.HasChanged());
-  std::ofstream(path, std::ios::app) << "5";
+  std::ofstream(path, std::ios::app) << "567";
   fs::last_write_time(path, time);
   EXPECT_TRUE(input.HasChanged());  // by its length
+  EXPECT_EQ(input.ReadAt(4, target), 3U);
+  EXPECT_EQ(target[2], '7');
   fs::resize_file(path, 4);
   fs::last_write_time(path, time);
   EXPECT_FALSE(input.HasChanged());
   // The library sets whole seconds on Windows.
   fs::last_write_time(path, time + std::chrono::microseconds(PathSeparator == '/' ? 1 : 1'000'000));
   EXPECT_TRUE(input.HasChanged());
-}
-
-TEST_F(FilesIn, WhatIsReadOnIsWhatStandsThere) {
-  Put("source", "1234");
-  InputFile input(Path("source"));
-  std::array<std::uint8_t, 3> target{};
-  EXPECT_EQ(input.ReadAt(1, target), 3U);
-  EXPECT_EQ(target[0], '2');
-  EXPECT_EQ(input.ReadAt(2, target), 2U);
-  std::ofstream(Path("source"), std::ios::app) << "567";
-  EXPECT_EQ(input.ReadAt(4, target), 3U);
-  EXPECT_EQ(target[2], '7');
-}
-
-TEST_F(FilesIn, ALinkInAnOutputsWayIsReplaced) {
-  Put("mine", "mine");
-  fs::create_hard_link(Path("mine"), Path("name"));
-  OutputFile(Path("name")).Write("new");
-  EXPECT_EQ(ReadWhole(Path("name")), "new");
-  EXPECT_EQ(ReadWhole(Path("mine")), "mine");
-  fs::create_directory(Path("dir"));
-  for (const char* target : {"mine", "dir", "none", "link"}) {
-    if (!Link("link", target)) GTEST_SKIP() << "no links here";
-    const std::string_view text = "new";
-    OutputFile(Path("link")).Complete(std::span(&text, 1));
-    EXPECT_FALSE(fs::is_symlink(Path("link"))) << target;
-    EXPECT_EQ(ReadWhole(Path("link")), "new") << target;
-    fs::remove(Path("link"));
-  }
-  EXPECT_EQ(ReadWhole(Path("mine")), "mine");
-  EXPECT_FALSE(fs::exists(Path("none")));
+  input.Close();
+  EXPECT_EQ(FaultIn([&] { input.ReadAt(0, target); }), 52);
+  EXPECT_TRUE(MakeFolders(Path("new/one/file")) && fs::is_directory(Path("new/one")) && MakeFolders("none"));
+  EXPECT_FALSE(MakeFolders(Path("source/x")));
 }
 
 TEST_F(FilesIn, AnOutputThatIsntInItsPlaceAnyMoreIsAFault) {
   if (PathSeparator == '\\') GTEST_SKIP() << "open files stay where they are";
   const std::string name = Path("out/file");
-  const auto putAnother = [&] { Put("out/file", "another's"); };
+  const auto putAnother = [&] { fs::remove(name), Write("out/file", "another's"); };
   const struct {
     int fault, ofGrowing;  // whose name is another one
     std::function<void()> happens;
@@ -155,9 +116,8 @@ TEST_F(FilesIn, AnOutputThatIsntInItsPlaceAnyMoreIsAFault) {
       {76, 76, [&] { fs::rename(Path("out"), Path("moved")); }},
       {76, 76, [&] { fs::remove_all(Path("out")); }},
       {75, 75, [&] { fs::remove(name), fs::remove(name + ".part"); }},
-      {75, 0, [&] { fs::remove(name), putAnother(); }},
-      {75, 0,
-       [&] { fs::remove(name), putAnother(), fs::rename(name, Path("file")), Link("out/file", "../file"); }},
+      {75, 0, putAnother},
+      {75, 0, [&] { putAnother(), fs::rename(name, Path("file")), Link("out/file", "../file"); }},
   };
   for (const auto& oneCase : cases) {
     const auto begin = [&] {
@@ -179,41 +139,53 @@ TEST_F(FilesIn, AnOutputThatIsntInItsPlaceAnyMoreIsAFault) {
   }
 }
 
-TEST_F(FilesIn, AGrowingFileLeavesTheEarlierOneUntilItIsWhole) {
-  Put("source", "mine");
-  const struct {
-    std::string what;
-    std::function<void(const std::string&)> put;
-  } cases[] = {
-      {"nothing", [](const std::string&) {}},
-      {"a file", [&](const std::string& name) { Put(name, "old"); }},
-      {"the source", [&](const std::string& name) { fs::create_hard_link(Path("source"), Path(name)); }},
-      {"a link", [&](const std::string& name) { Link(name, "source"); }}};
+TEST_F(FilesIn, AnOutputTakesItsPlaceAndNoOther) {
+  Write("source", "mine");
+  fs::create_directory(Path("dir"));
+  const std::string name = Path("lake.csv");
+  const auto link = [&](const char* target) { return [this, target](auto&& at) { Link(at, target); }; };
+  // What stands at the name and at the one under which it grows.
+  const std::function<void(const char*)> cases[] = {
+      [](const char*) {},
+      [&](const char* at) { Write(at, "old"); },
+      [&](const char* at) { fs::create_hard_link(Path("source"), Path(at)); },
+      link("source"),
+      link("dir"),
+      link("none"),
+      link("lake.csv")};
   for (const auto& atName : cases) {
     for (const auto& atPart : cases) {
-      atName.put("lake.csv");
-      atPart.put("lake.csv.part");
-      const bool isThere = fs::exists(Path("lake.csv"));
-      const std::string before = isThere ? ReadWhole(Path("lake.csv")) : "";
-      GrowingFile file(Path("lake.csv"));
+      atName("lake.csv");
+      atPart("lake.csv.part");
+      std::error_code ignored;
+      const bool isThere = fs::is_regular_file(name, ignored);
+      const std::string before = isThere ? Read("lake.csv") : "";
+      GrowingFile file(name);
       file.File().Write("new");
-      EXPECT_EQ(fs::exists(Path("lake.csv")), isThere);
-      EXPECT_TRUE(!isThere || ReadWhole(Path("lake.csv")) == before);
+      EXPECT_TRUE(fs::is_regular_file(name, ignored) == isThere && (!isThere || Read("lake.csv") == before));
       file.PutInPlace();
-      EXPECT_EQ(ReadWhole(Path("lake.csv")), "new") << atName.what << ", " << atPart.what;
-      EXPECT_FALSE(fs::is_symlink(Path("lake.csv")) || fs::exists(Path("lake.csv.part")));
-      EXPECT_EQ(ReadWhole(Path("source")), "mine") << atName.what << ", " << atPart.what;
-      fs::remove(Path("lake.csv"));
+      EXPECT_FALSE(fs::is_symlink(name) || fs::exists(name + ".part"));
+      EXPECT_EQ(Read("lake.csv") + Read("source"), "newmine") << &atName - cases << &atPart - cases;
+      fs::remove(name);
     }
+    atName("lake.csv");
+    const std::string_view text = "new";
+    OutputFile(name).Complete(std::span(&text, 1));
+    EXPECT_FALSE(fs::is_symlink(name));
+    EXPECT_EQ(Read("lake.csv") + Read("source"), "newmine") << &atName - cases;
+    fs::remove(name);
   }
-  fs::create_directories(Path("dir/below"));
+  EXPECT_FALSE(fs::exists(Path("none")));
   fs::create_directory(Path("part.part"));
-  for (const auto& [name, number] : std::map<std::string, int>{{"dir", 75}, {"none/x", 76}, {"part", 75}})
-    EXPECT_EQ(FaultIn([&, &path = name] { GrowingFile file(Path(path)); }), number) << name;
+  for (const auto& [path, number] : std::map<std::string, int>{{"dir", 75}, {"none/x", 76}, {"part", 75}})
+    EXPECT_EQ(FaultIn([&, at = Path(path)] { GrowingFile file(at); }), number) << path;
+  const std::string longName(121, 'n');
+  EXPECT_EQ(GrowingName("a/" + longName.substr(1)), "a/" + longName.substr(1) + ".part");
+  EXPECT_TRUE(GrowingName("a/" + longName, ".x").starts_with("a/" + longName.substr(0, 24) + "~"));
 }
 
 TEST_F(FilesIn, OutputsAreGuardedAndRecorded) {
-  Put("source", "mine");
+  Write("source", "mine");
   TestWindow window;
   Outputs outputs;
   outputs.Begin(Path("source"));
@@ -241,11 +213,6 @@ TEST_F(FilesIn, OutputsAreGuardedAndRecorded) {
   outputs.Begin(Path("none"));
   outputs.TakeInto(result);
   EXPECT_TRUE(result.outputs.empty() && result.lost.empty());
-}
-
-TEST(Fault, NamesWhatWasCaught) {
-  EXPECT_EQ(FaultIn([] { throw std::bad_alloc(); }), 7);
-  EXPECT_EQ(FaultIn([] { throw fs::filesystem_error("", std::make_error_code(std::errc::io_error)); }), 57);
 }
 
 }  // namespace

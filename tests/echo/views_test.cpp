@@ -1,8 +1,13 @@
 #include "echo/views.h"
 
-#include "echo/letters.h"
+#include "core/fix.h"
+#include "echo/face.h"
+#include "echo/points_3d.h"
 #include "fault_in.h"
+#include "geo/constants.h"
 #include "test_run.h"
+
+#include <functional>
 
 namespace sondrix {
 namespace {
@@ -10,52 +15,95 @@ namespace {
 using Samples = std::vector<std::uint8_t>;
 
 void Show(TestRun& e, const Samples& samples, float scaleM = 30, Channel channel = Channel::Downscan) {
-  ShowFrame(e.pictures, channel, samples, ShownScale(channel, scaleM), 0, e.settings.EhoSens, 100, e.window);
+  ShowFrame(e.pictures, channel, samples, ShownScale(channel, scaleM), 3.5F, e.settings.EhoSens, 100,
+            e.window);
 }
 
-TEST(Views, FramesScrollAndTheCurveWaits) {
+// Frames under several scales, contrasts and sample counts.
+void ShowBottom(TestRun& e, Channel channel, float scaleM) {
+  Samples samples(1920);
+  for (std::size_t i = 0; i < samples.size(); ++i) samples[i] = static_cast<std::uint8_t>(i * i / 300);
+  PrepareViews(e.pictures, channel, 1920);
+  Show(e, samples, scaleM, channel);
+  for (int contrast = -100; contrast <= 50; contrast += 15) {
+    e.settings.EhoSens = contrast;
+    Show(e, samples, scaleM + static_cast<float>(contrast / 30), channel);
+    MarkDepths(e.pictures, static_cast<std::int16_t>(900 + contrast), 1000);
+    samples.resize(samples.size() - 130);
+  }
+  PrintDelta(e.pictures, -0.5F);
+  PrintDepths(e.pictures, 900, 1000, 7.25F, 8, channel);
+}
+
+// Both sides of a boat on a north-eastern course, with an empty depth, one below the view, and a share of the
+// width that leaves the last one out.
+std::string Show3D(TestRun& e) {
+  const Entry3D left[] = {{20, 5}, {0, 10}, {80, 40}, {30, 90}}, right[] = {{10, 5}, {12, 6}, {40, 50}};
+  PrepareViews(e.pictures, Channel::Scan3D, 256);
+  e.settings.MakeGraf = true;
+  e.limits.MinDistM = 1;
+  e.limits.SidePercent = 50;
+  e.limits.DepthAddM = 0.25F;
+  Points3DState state{30};
+  std::string csv;
+  const Fix fix{60, 30, 0.75, "now", true, true, true};
+  ShowFrame(e.pictures, Channel::Scan3D, {}, 20, 3.5F, 0, 0, e.window);
+  Points3D(e.run, state, fix, {{left, 4, 90.0F}, {right, 3, 50.0F}}, csv);
+  e.settings.UseRev = e.settings.UseUTM = true;
+  Points3D(e.run, state, fix, {{left, 4, 90.0F}, {right, 3, 50.0F}}, csv);
+  return csv;
+}
+
+TEST(Scenes, AreDrawnAsTheyWere) {
+  const std::tuple<const char*, std::function<void(TestRun&)>, std::uint64_t> rows[] = {
+      {"downscan", [](TestRun& e) { ShowBottom(e, Channel::Downscan, 21); }, 0xAFEE805E99F4BDA4},
+      {"sidescan", [](TestRun& e) { ShowBottom(e, Channel::Sidescan, 150); }, 0x582D7C29F89DD969},
+      {"3D", [](TestRun& e) { Show3D(e); }, 0x20BA6A6CE4C64D2E},
+      {"mounting to the right", [](TestRun& e) { DrawMounting(e.pictures, 0.4F, 4, e.messages); },
+       0x631B526B79629574},
+      {"mounting to the left", [](TestRun& e) { DrawMounting(e.pictures, -3, -2, e.messages); },
+       0x7F2E4225C8A19C12},
+      {"mounting far away", [](TestRun& e) { DrawMounting(e.pictures, -3e38F, 3e38F, e.messages); },
+       0xD808AD93BB020A05},
+      {"needles",
+       [](TestRun& e) {
+         DrawNeedle(e.pictures.CRS, static_cast<float>(HalfPi), Blue);
+         DrawNeedle(e.pictures.HED, 0.6F, Black);
+       },
+       0xDEF0CC8DD2075ADA},
+      {"letters",
+       [](TestRun& e) {
+         e.pictures.ECHO.PrintAt(-2, -3, "0123456789-+., ABCDEGKPRSTU", Red);
+         e.pictures.SMPL.PrintAt(2, 12, "ДатчикзЧИ ÄВАСЕКРТ\xD0", Blue);
+         e.pictures.METR.PrintAt(2, 416, "geber");
+       },
+       0x5D5C953D128BE347},
+  };
+  for (const auto& [name, draw, digest] : rows) {
+    TestRun e;
+    draw(e);
+    std::string all = e.Record();
+    ResizeViews(e.pictures, 512, 256, 100, 512);  // a unit is a pixel or more
+    draw(e);
+    all += e.Record();
+    ResizeViews(e.pictures, 454, 304, 52, 840);  // a dense screen
+    all += e.Record();
+    draw(e);
+    EXPECT_TRUE(HasDigest(all + e.Record(), digest)) << name;
+  }
+}
+
+TEST(Points3D, GivesTheOutsideOfATurn) {
   TestRun e;
-  ResizeViews(e.pictures, 6, 8, 4, 4);
-  PrepareViews(e.pictures, Channel::Downscan, 8);
-  Show(e, {0, 0, 0, 255, 255, 0, 0, 0});
-  MarkDepths(e.pictures, 3, 6);
-  Show(e, {9, 255, 0, 255, 255, 255, 0, 255});
-  EXPECT_EQ(Letters(e.pictures.ECHO), ".....#/....R./....##/....B./");
-  e.settings.EhoSens = -1;
-  Show(e, {0, 0, 0, 0, 0, 0, 255, 255});
-  MarkDepths(e.pictures, 2, 2);
-  EXPECT_EQ(Letters(e.pictures.ECHO), "....#./...R.B/...##./...B.#/");
-  Refresh(e.pictures);
-  EXPECT_EQ(Letters(e.pictures.SMPL), "B......./RRRRRRRR/BBBB..../....BBBB/");
-  Show(e, Samples(8));
-  Refresh(e.pictures);
-  EXPECT_EQ(Letters(e.pictures.SMPL), "B......./B......./B......./B......./");
-  // A raster twice as high as at first has dots of two rows; too high a contrast leaves nothing.
-  ResizeViews(e.pictures, 6, 8, 4, 840);
-  PrepareViews(e.pictures, Channel::Downscan, 420);
-  Show(e, Samples(420, 255));
-  EXPECT_EQ(Runs(e.pictures.ECHO, 5), "1. 838# 1.");
-  e.settings.EhoSens = 50;
-  Show(e, Samples(420, 49));
-  EXPECT_EQ(Runs(e.pictures.ECHO, 5), "840.");
+  EXPECT_EQ(Show3D(e),
+            "60.000009324,29.999980016,6.35,now\r\n60.000018648,29.999960033,0,now\r\n"
+            "60.000074593,29.99984013,24.63,now\r\n667293.66,6655206.47,3.3,now\r\n");
 }
 
-TEST(Views, DepthScale) {
-  // The channel, metres; how many texts, metres between them, the last tick's row.
-  const std::tuple<Channel, float, int, int, double> rows[] = {{Channel::Downscan, 30.48F, 15, 2, 1860},
-                                                               {Channel::Sidescan, 30, 2, 10, 1280},
-                                                               {Channel::Primary, 150, 14, 10, 1776},
-                                                               {Channel::Downscan, 150.01F, 7, 2, 1792}};
+// Of each other and of the picture's end, the last one too.
+TEST(Views, LabelsOfTheDepthScaleKeepClear) {
   TestRun e;
   const Picture& metr = e.pictures.METR;
-  for (const auto& [channel, scale, count, step, lastRow] : rows) {
-    PrepareViews(e.pictures, channel, 1920);
-    Show(e, Samples(1920), scale, channel);
-    ASSERT_EQ(metr.Texts().size(), std::size_t(count)) << scale;
-    EXPECT_EQ(metr.Texts().back().text, " " + std::to_string(count * step) + " ");
-    EXPECT_EQ(Letters(metr, 5, metr.DeviceY(lastRow), 2, 1), "#./") << scale;
-  }
-  // Labels keep clear of each other and inside the picture, the last one too.
   for (const std::size_t samples : {100U, 419U, 1920U, 3200U}) {
     for (float scale = 2.5F; scale < 150; scale += 0.5F) {
       PrepareViews(e.pictures, Channel::Downscan, static_cast<std::int16_t>(samples));
@@ -70,33 +118,6 @@ TEST(Views, DepthScale) {
   }
   EXPECT_EQ(FaultIn([&] { Show(e, Samples(1920), 0.05F); }), 6);
   EXPECT_EQ(e.window.waited, 0);
-}
-
-TEST(Views, SavedPictureHoldsThePanelsSideBySide) {
-  TestRun e;
-  PrepareViews(e.pictures, Channel::Downscan, 420);
-  for (const int x : {0, 3, 510})
-    e.pictures.ECHO.DrawDot(x, 0, x == 0 ? Red : Black);  // left out is the first
-  for (const int x : {0, 9})
-    e.pictures.SMPL.DrawDot(x, 0, Blue);  // the newest column of ECHO lies on the first
-  for (const int x : {0, 99}) e.pictures.METR.DrawDot(x, 0, Red);
-  e.pictures.SMPL.PrintAt(10, 100, 1);
-  e.pictures.SMPL.PrintAt(210, 200, -0.1234567F);  // ends before the scale
-  ComposeGraph(e.pictures);
-  std::string marks;
-  for (int x = 0; x < e.pictures.BMP.Width(); ++x)
-    if (const char letter = LetterOf(e.pictures.BMP.At(x, 0)); letter != '.')
-      marks += std::to_string(x) + letter + " ";
-  EXPECT_EQ(marks, "0# 225# 230B 376R 401R ");
-  EXPECT_EQ(Letters(e.pictures.BMP, 233, 100, 7, 3), "..#..../.##..../..#..../");
-  EXPECT_EQ(Letters(e.pictures.BMP, 370, 200, 8, 3), "###...../..#...../..#...../");
-  // On a dense screen the letters grow with the panels.
-  ResizeViews(e.pictures, 454, 304, 52, 840);
-  PrepareViews(e.pictures, Channel::Downscan, 420);
-  e.pictures.METR.PrintAt(0, 0, 1);
-  ComposeGraph(e.pictures);
-  EXPECT_EQ(std::pair(e.pictures.BMP.Width(), e.pictures.BMP.Height()), std::pair(807, 840));
-  EXPECT_EQ(Letters(e.pictures.BMP, 761, 0, 8, 4), "....##../....##../..####../..####../");
 }
 
 }  // namespace

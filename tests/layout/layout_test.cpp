@@ -1,7 +1,7 @@
 #include "core/fault.h"
-#include "core/files.h"
 #include "fault_in.h"
 #include "samples/echogram.h"
+#include "samples/xorshift.h"
 #include "sonar/layout/find_frame.h"
 #include "sonar/layout/lists_3d.h"
 #include "sonar/layout/sl_format.h"
@@ -9,31 +9,29 @@
 #include "sonar/layout/sl_source.h"
 #include "sonar/layout/sl_verdict.h"
 #include "sonar/layout/words.h"
+#include "temporary_folder.h"
 
-#include <filesystem>
-#include <gtest/gtest.h>
-#include <string>
+#include <algorithm>
+#include <sstream>
 #include <tuple>
 #include <vector>
 
 namespace sondrix {
 namespace {
 
-// A file of these bytes, for the time of a test.
-struct Recording {
-  explicit Recording(const std::vector<std::uint8_t>& bytes)
-      : path((std::filesystem::temp_directory_path() /
-              ("sondrix.layout." + std::to_string(reinterpret_cast<std::uintptr_t>(this))))
-                 .string()) {
-    OutputFile(path).Write(bytes);
-  }
-  ~Recording() { std::filesystem::remove(path); }
-  std::string path;
-};
+// Opens a source of these bytes.
+SlSource Opened(const TemporaryFolder& folder, const std::vector<std::uint8_t>& bytes, std::size_t block) {
+  return SlSource(folder.Write("a.sl", {reinterpret_cast<const char*>(bytes.data()), bytes.size()}), block);
+}
 
-TEST(Layout, FieldsComeFromTheirPlacesInBothFormats) {
-  for (const int word : {2, 1, 3}) {
-    SampleFrame sample = Frame(5, 12.5F, 4'100'001, -7'500'002, 300);
+TEST(Layout, FieldsComeFromTheirPlaces) {
+  const std::string body =
+      ", 12.5 of 50.5 ft, 2.5 kn, 4100001 -7500002, 0.5 0.75 rad, 4321 ms, 11223344 77 1020304 a0b0c0d";
+  // The format word; its header, and where lead and body end; what is read.
+  const std::tuple<int, const char*, std::string> rows[] = {
+      {2, "2 144 64 144, 444", body}, {1, "1 94 46 128, 394", ""}, {255, "255 168 46 128, 468", body}};
+  for (const auto& [word, format, rest] : rows) {
+    SampleFrame sample = Frame(0x0105, 12.5F, 4'100'001, -7'500'002, 300);  // the low byte counts
     sample.LowerLimit = 50.5F;
     sample.Speed = 2.5F;
     sample.Course = 0.5F;
@@ -41,32 +39,27 @@ TEST(Layout, FieldsComeFromTheirPlacesInBothFormats) {
     sample.FrameIndex = 77;
     sample.TimeOffset = 4321;
     sample.Aux28 = 0x11223344;
+    sample.Aux32 = 0x77;
     sample.Aux68 = 0x01020304;
     sample.Aux7C = 0x0A0B0C0D;
     const std::vector<std::uint8_t> bytes = EchogramBytes(word, {sample});
     const auto frame = std::span(bytes).subspan(FileHeaderLength);
-    const SlFormat format = SlFormatOf(static_cast<std::uint16_t>(word));
-    const SlLeadFields lead = SlLead(frame, format);
-    const SlFrame body = SlBody(frame, format, lead);
-    EXPECT_EQ(lead.FrameSize, static_cast<int>(frame.size())) << word;
-    EXPECT_EQ(lead.Channel, 5);
-    EXPECT_EQ(lead.SampleCount, 300);
-    EXPECT_EQ(lead.FrameIndex, 77);
-    EXPECT_EQ(lead.TimeBase, sample.TimeBase);
-    if (word == 1) continue;  // its samples lie over the body fields
-    EXPECT_EQ(body.LowerLimit, 50.5F) << word;
-    EXPECT_EQ(body.WaterDepth, 12.5F);
-    EXPECT_EQ(body.Speed, 2.5F);
-    EXPECT_EQ(body.MercX, 4'100'001);
-    EXPECT_EQ(body.MercY, -7'500'002);
-    EXPECT_EQ(body.Course, 0.5F);
-    EXPECT_EQ(body.Heading, 0.75F);
-    EXPECT_EQ(body.TimeOffset, 4321);
-    const SlOffsets& at = *format.offsets;
-    EXPECT_EQ(I32At(&frame[at.Aux28]), 0x11223344);
-    EXPECT_EQ(I32At(&frame[at.Aux68]), 0x01020304);
-    EXPECT_EQ(I32At(&frame[at.Aux7C]), 0x0A0B0C0D);
+    const SlFormat found = SlFormatOf(static_cast<std::uint16_t>(word));
+    const SlOffsets& at = *found.offsets;
+    const SlLeadFields lead = SlLead(frame, found);
+    const SlFrame all = SlBody(frame, found, lead);
+    std::ostringstream text;
+    text << int{found.FormatWord} << ' ' << found.HeaderLength << ' ' << int{at.leadEnd} << ' '
+         << int{at.bodyEnd} << ", " << all.FrameSize << " bytes, " << int{all.Channel} << ' '
+         << all.SampleCount << ' ' << all.FrameIndex << ' ' << all.TimeBase;
+    if (word != 1)  // its samples lie over the body
+      text << ", " << all.WaterDepth << " of " << all.LowerLimit << " ft, " << all.Speed << " kn, "
+           << all.MercX << ' ' << all.MercY << ", " << all.Course << ' ' << all.Heading << " rad, "
+           << all.TimeOffset << " ms, " << std::hex << U32At(&frame[at.Aux28]) << ' ' << int{frame[at.Aux32]}
+           << ' ' << U32At(&frame[at.Aux68]) << ' ' << U32At(&frame[at.Aux7C]);
+    EXPECT_EQ(text.str(), format + std::string(" bytes, 5 300 77 1464184800") + rest);
   }
+  EXPECT_EQ(FaultIn([] { SlFormatOf(0x100); }), 6);
 }
 
 TEST(Layout, ListsEndWithThePayload) {
@@ -98,7 +91,7 @@ TEST(Layout, SearchReportsAndLeapsOverAHundredthAfterAHundredth) {
   constexpr std::int64_t frame = 20'000;
   PutU16(bytes, frame + MarkerOffset, 2);
   PutU16(bytes, frame + MarkerOffset + 2, 0x0780);
-  const Recording recording(bytes);
+  const TemporaryFolder folder;
   // Searched are 302 bytes of 604: of the last places in front of a leap one is looked at, one not.
   const std::tuple<std::int64_t, const char*, std::vector<std::int64_t>> rows[] = {
       {frame - 220, "found", {frame - 120, frame - 20}},
@@ -107,7 +100,7 @@ TEST(Layout, SearchReportsAndLeapsOverAHundredthAfterAHundredth) {
       {29'600, "past the end", {29'700, 29'800, 29'900}},
   };
   for (const auto& [first, end, positions] : rows) {
-    SlSource source(recording.path);
+    SlSource source = Opened(folder, bytes, 8192);
     FrameSearch search{.At = first};
     std::vector<std::int64_t> reports;
     SearchStep step;
@@ -123,10 +116,18 @@ TEST(Layout, SearchReportsAndLeapsOverAHundredthAfterAHundredth) {
   }
   // The place looked at last in front of a leap, and the first that isn't.
   for (const int way : {300, 302}) {
-    SlSource source(recording.path);
+    SlSource source = Opened(folder, bytes, 8192);
     FrameSearch search{.At = frame + MarkerOffset - way};
     for (int i = 0; i < way / 2; ++i) StepSearch(search, source, 0x0780FFFF);
     EXPECT_EQ(StepSearch(search, source, ResyncMarkerOf(Channel::Downscan)).found, way == 300);
+  }
+  // The array ends before the file.
+  std::filesystem::resize_file(folder.Path("a.sl"), SlSource::ChunkLength + 10'000);
+  SlSource source(folder.Path("a.sl"));
+  for (const int before : {3, 2}) {
+    FrameSearch search{.At = SlSource::ChunkLength - before};
+    EXPECT_EQ(FaultIn([&] { StepSearch(search, source, ResyncMarkerOf(Channel::Primary)); }),
+              before == 3 ? 0 : 9);
   }
 }
 
@@ -156,13 +157,32 @@ TEST(Layout, AFrameIsJudgedByItsLead) {
 }
 
 TEST(Layout, SourceEndsInOneZeroByte) {
-  const Recording recording({1, 2, 3, 4, 5, 6, 7, 8, 9, 10});
-  SlSource source(recording.path, 1);
-  EXPECT_EQ(source.Bytes(8, 3)[1], 10);
-  EXPECT_EQ(source.Bytes(8, 3)[2], 0);
-  EXPECT_EQ(FaultIn([&] { source.Bytes(8, 4); }), 9);
+  const TemporaryFolder folder;
+  XorShift chance(3);
+  std::vector<std::uint8_t> bytes(300'000);
+  for (std::uint8_t& byte : bytes) byte = static_cast<std::uint8_t>(chance.Next());
+  SlSource source = Opened(folder, bytes, 9000);
+  EXPECT_EQ(source.FilePosition(), 8);
+  bytes.push_back(0);
   source.BaseOffset = 5;
-  EXPECT_EQ(source.Bytes(0, 2)[0], 6);
+  // Forwards by steps of all lengths and back to the start.
+  for (std::size_t at = 0, step = 0; step < 3000; ++step) {
+    const std::size_t count = chance.Below(step % 9 == 0 ? 60'000 : 3000);
+    const std::size_t most = std::min(count, bytes.size() - 5 - at);
+    ASSERT_TRUE(std::ranges::equal(source.Bytes(static_cast<std::int64_t>(at), most),
+                                   std::span(bytes).subspan(at + 5, most)))
+        << at;
+    EXPECT_EQ(FaultIn([&] {
+                source.Require(static_cast<std::int64_t>(at),
+                               static_cast<std::int64_t>(bytes.size() - at - 4));
+              }),
+              9);
+    at = at + most >= bytes.size() - 5 ? 0 : at + chance.Below(2000);
+    at = std::min(at, bytes.size() - 5);
+  }
+  EXPECT_EQ(FaultIn([&] { source.Bytes(299'994, 3); }), 9);
+  EXPECT_EQ(FaultIn([&] { source.Bytes(-6, 3); }), 9);
+  EXPECT_TRUE(source.Has(299'993, 2) && !source.Has(299'994, 2) && !source.HasChanged());
 }
 
 }  // namespace

@@ -1,74 +1,69 @@
 #include "sonar/source_summary.h"
 
 #include "core/fault.h"
-#include "core/files.h"
+#include "digest.h"
 #include "samples/bulk.h"
 #include "samples/damage.h"
 #include "samples/echogram.h"
-
-#include <filesystem>
-#include <gtest/gtest.h>
-#include <string>
+#include "temporary_folder.h"
 
 namespace sondrix {
 namespace {
 
 using namespace std::chrono_literals;
 
-class SourceSummaryTest : public testing::Test {
- protected:
-  SourceSummaryTest() { std::filesystem::create_directories(folder); }
-  ~SourceSummaryTest() override { std::filesystem::remove_all(folder); }
-  std::string Write(const std::string& name, std::span<const std::uint8_t> bytes) const {
-    OutputFile((folder / name).string()).Write(bytes);
-    return (folder / name).string();
-  }
-
-  std::filesystem::path folder =
-      std::filesystem::path(testing::TempDir()) /
-      (std::string("sondrix_") + testing::UnitTest::GetInstance()->current_test_info()->name());
-};
-
-TEST_F(SourceSummaryTest, TellsChannelsIndicesTimesAndDepths) {
-  SampleFrame far = Frame(2, 20), blank = Frame(5, 0);
-  far.FrameIndex = 7456;
-  far.TimeOffset = 65'000;
-  blank.FrameIndex = 9;
-  for (const int formatWord : {2, 3}) {
-    const SourceSummary summary = LookAtEchogram(
-        Write("a.sl", EchogramBytes(formatWord, {Frame(2, 10), far, blank, Frame(7, 5)})), 10s);
-    EXPECT_TRUE(summary.isWhole);
-    EXPECT_EQ(summary.frames, 4);
-    ASSERT_EQ(summary.channels.size(), 3U);
-    EXPECT_EQ(summary.channels[0].channel, 2);
-    EXPECT_EQ(summary.channels[0].withDepth, 2);
-    EXPECT_EQ(summary.channels[0].firstIndex, 0);
-    EXPECT_EQ(summary.channels[0].lastIndex, 7456);
-    EXPECT_EQ(summary.channels[1].withDepth, 0);
-    EXPECT_EQ(summary.channels[1].firstIndex, 9);
-    EXPECT_EQ(*summary.lastTime - *summary.firstTime, 65);
-    EXPECT_FLOAT_EQ(*summary.leastDepth, 1.524F);
-    EXPECT_FLOAT_EQ(*summary.greatestDepth, 6.096F);
-  }
-}
-
-TEST_F(SourceSummaryTest, DamagesAreSteppedOver) {
-  for (const Damage& damage : Damages()) {
-    const auto bytes = damage.Apply(CleanEchogram(damage.FormatWord));
-    const std::string path = Write("damaged.sl", bytes);
-    try {
-      const SourceSummary summary = LookAtEchogram(path, 10s);
-      EXPECT_TRUE(summary.isWhole) << damage.Name;
-      EXPECT_LE(summary.frames, 82) << damage.Name;
-      EXPECT_GT(summary.frames, damage.Name == "noise" ? 70 : -1);
-    } catch (const Fault& fault) {
-      EXPECT_EQ(fault.Number(), 6) << damage.Name;  // its format word
+std::string SummaryOf(const TemporaryFolder& folder, const std::vector<std::uint8_t>& bytes) {
+  std::ostringstream text;
+  try {
+    const SourceSummary all = LookAtEchogram(
+        folder.Write("a.sl", {reinterpret_cast<const char*>(bytes.data()), bytes.size()}), 10s);
+    text << all.bytes << (all.isWhole ? " bytes: " : " bytes and more: ") << all.frames;
+    for (const ChannelSummary& one : all.channels) {
+      text << ", " << int{one.channel} << ": " << one.frames << '/' << one.withDepth << " of "
+           << one.firstIndex << ".." << one.lastIndex;
     }
+    if (all.firstTime) text << ", " << *all.firstTime << ".." << *all.lastTime << " s";
+    if (all.leastDepth) text << ", " << *all.leastDepth << ".." << *all.greatestDepth << " m";
+  } catch (const Fault& fault) {
+    text << fault.Number();
+  }
+  return text.str();
+}
+
+TEST(SourceSummary, TellsChannelsIndicesTimesAndDepths) {
+  const TemporaryFolder folder;
+  SampleFrame undated = Frame(2, 10), far = Frame(2, 20), blank = Frame(5, 0), early = Frame(2, 1500.5F),
+              deep = Frame(7, 1500);
+  undated.TimeBase = 0;
+  undated.TimeOffset = 99'000;
+  far.FrameIndex = 7456;
+  far.TimeOffset = 65'999;
+  blank.FrameIndex = 9;
+  early.FrameIndex = early.TimeOffset = -1000;
+  early.TimeBase = 1;  // the first that is told counts
+  for (const int word : {2, 3}) {
+    const auto bytes = EchogramBytes(word, {undated, far, blank, early, deep});
+    EXPECT_EQ(SummaryOf(folder, bytes),
+              std::to_string(bytes.size()) +
+                  " bytes: 5, 2: 3/3 of -1000..7456, 5: 1/0 of 9..9, 7: 1/1 of 0..0, "
+                  "3673346399..3673346465 s, 3.048..457.2 m");
   }
 }
 
-TEST_F(SourceSummaryTest, ALongOneIsSampledFromStartToEnd) {
-  const std::string path = (folder / "bulk.sl2").string();
+TEST(SourceSummary, DamagesAreSteppedOver) {
+  const TemporaryFolder folder;
+  std::string all;
+  for (const Damage& damage : Damages()) {
+    const std::string text = SummaryOf(folder, damage.Apply(CleanEchogram(damage.FormatWord)));
+    EXPECT_TRUE(text.find("bytes: ") != std::string::npos || text == "6") << text;  // its format word
+    all.append(damage.Name).append(": " + text + "\n");
+  }
+  EXPECT_TRUE(HasDigest(all, 0x7F28FCB64DEF4084));
+}
+
+TEST(SourceSummary, ALongOneIsSampledFromStartToEnd) {
+  const TemporaryFolder folder;
+  const std::string path = folder.Path("bulk.sl2");
   ASSERT_GT(WriteBulk(path, 30'000'000, false), 0);
   const SourceSummary all = LookAtEchogram(path, 60s);
   EXPECT_TRUE(all.isWhole);
