@@ -1,6 +1,8 @@
 #include "sounders/sounder_formats.h"
 
 #include "core/files.h"
+#include "sounders/gpx_reader.h"
+#include "sounders/nmea_reader.h"
 
 #include <vector>
 
@@ -8,7 +10,10 @@ namespace sondrix {
 
 std::span<const SounderFormat> SounderFormats() {
   // From what is certain of itself to what any text could be.
-  static constexpr std::span<const SounderFormat> formats;
+  static constexpr SounderFormat formats[] = {
+      {"NMEA 0183", IsNmeaLog, ReadNmeaLog},
+      {"GPX", IsGpx, ReadGpx},
+  };
   return formats;
 }
 

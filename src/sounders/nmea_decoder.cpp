@@ -1,0 +1,86 @@
+#include "sounders/nmea_decoder.h"
+
+#include "core/text.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+namespace sondrix {
+
+namespace {
+
+constexpr std::size_t ShortestAddress = 3;
+
+bool IsAddress(std::string_view text) {
+  return text.size() >= ShortestAddress && std::all_of(text.begin(), text.end(), [](char c) {
+           return (c >= '0' && c <= '9') || (Lower(c) >= 'a' && Lower(c) <= 'z');
+         });
+}
+
+}  // namespace
+
+void NmeaDecoder::Reset() {
+  badRows_ = wrongChecksums_ = 0;
+  hasSentences_ = false;
+}
+
+LoggerTime NmeaDecoder::TimeOf(std::string_view prefix) {
+  LoggerTime time = LoggerTimeOf(prefix, isDayFirst_);
+  isDayFirst_ = isDayFirst_ || time.isDayFirst;
+  if (time.clock == LoggerTime::Clock::Absolute && time.needsZone) {
+    assumedZone_ = true;
+    if (options_.toUtc) time.seconds = options_.toUtc(time.seconds);
+    if (!std::isfinite(time.seconds)) return {};
+  }
+  return time;
+}
+
+void NmeaDecoder::AddSentence(const NmeaSentence& sentence, const LoggerTime& logged) {
+  if (sentence.address.empty()) return;  // "$$"
+  if (sentence.checksum == Checksum::Wrong) {
+    ++wrongChecksums_;
+    return;
+  }
+  hasSentences_ = true;
+  if (sentence.kind == SentenceKind::Other) {
+    if (sentence.checksum == Checksum::Missing && !IsAddress(sentence.address)) ++badRows_;
+    return;
+  }
+  const NmeaFields fields(sentence.fields);
+  if (IsFix(sentence.kind)) {
+    if (const std::optional<NmeaFix> fix = FixOf(sentence.kind, fields)) {
+      events_.push_back({sentence.kind, KeyOf(sentence.address), logged, *fix, {}});
+      return;
+    }
+  } else if (const std::optional<ToldDepth> depth = DepthOf(sentence.kind, fields)) {
+    events_.push_back({sentence.kind, KeyOf(sentence.address), logged, {}, *depth});
+    return;
+  }
+  ++badRows_;
+}
+
+std::span<const NmeaEvent> NmeaDecoder::Decode(std::string_view line) {
+  events_.clear();
+  const std::size_t start = line.find_first_of("$!{");
+  if (start == std::string_view::npos) {
+    // A head and comments stand before the first sentence or behind a "#".
+    if (hasSentences_ && line.find_first_not_of(" \t") != std::string_view::npos && line.front() != '#')
+      ++badRows_;
+    return {};
+  }
+  const LoggerTime logged = start == 0 ? LoggerTime() : TimeOf(line.substr(0, start));
+  if (line[start] == '{') {
+    if (AddDeltaEvents(line.substr(start), logged, vessel_, events_)) {
+      hasSentences_ = true;
+    } else {
+      ++badRows_;
+    }
+    return events_;
+  }
+  SentenceScan scan(line.substr(start));
+  while (const std::optional<NmeaSentence> sentence = scan.Next()) AddSentence(*sentence, logged);
+  return events_;
+}
+
+}  // namespace sondrix
