@@ -23,6 +23,8 @@ void OnClose(void* user, const XML_Char* name) { OwnerOf(user).Close(name); }
 void OnText(void* user, const XML_Char* text, int length) {
   OwnerOf(user).Text({text, static_cast<std::size_t>(length)});
 }
+// Comments and the like.
+void OnOther(void* user, const XML_Char*, int) { OwnerOf(user).Note(); }
 // They grow without bounds, and nobody who writes tracks needs one.
 void OnEntity(void* user, const XML_Char*, int, const XML_Char*, int, const XML_Char*, const XML_Char*,
               const XML_Char*, const XML_Char*) {
@@ -42,19 +44,26 @@ GpxParser::GpxParser(GpxPoints& points, bool isResumed)
   XML_SetUserData(parser, this);
   XML_SetElementHandler(parser, OnOpen, OnClose);
   XML_SetCharacterDataHandler(parser, OnText);
+  XML_SetDefaultHandler(parser, OnOther);
   XML_SetEntityDeclHandler(parser, OnEntity);
   if (!isResumed) return;
   before_ = static_cast<std::int64_t>(Resumption.size());
   XML_Parse(parser, Resumption.data(), static_cast<int>(Resumption.size()), XML_FALSE);
 }
 
+void GpxParser::Note() {
+  noted_ = static_cast<std::int64_t>(XML_GetCurrentByteIndex(ParserOf(parser_.get()))) - before_;
+}
+
 // No exception may pass through the parser, which is written in C.
 void GpxParser::Open(const char* name, const char* const* attributes) {
+  Note();
   if (++level_ > MostLevels) return Stop("elements within elements without end");
   points_.Open(name, attributes);
 }
 
 void GpxParser::Text(std::string_view text) {
+  Note();
   try {
     points_.Text(text);
   } catch (...) {
@@ -64,6 +73,7 @@ void GpxParser::Text(std::string_view text) {
 }
 
 void GpxParser::Close(const char* name) {
+  Note();
   --level_;
   try {
     points_.Close(name);
@@ -85,10 +95,10 @@ std::optional<GpxDamage> GpxParser::Parse(std::string_view bytes, bool isLast) {
   if (thrown_) std::rethrow_exception(thrown_);
   given_ += static_cast<std::int64_t>(bytes.size());
   if (status != XML_STATUS_OK) return Damage();
-  const auto pending = given_ + before_ - static_cast<std::int64_t>(XML_GetCurrentByteIndex(parser));
-  if (isLast || pending < MostPending) return std::nullopt;
-  reason_ = "a tag or comment without end";
-  return Damage();
+  if (isLast || given_ - noted_ < MostPending) return std::nullopt;
+  return GpxDamage{.text = "a tag or comment without end",
+                   .line = static_cast<std::uint64_t>(XML_GetCurrentLineNumber(parser)),
+                   .offset = std::max<std::int64_t>(0, noted_)};
 }
 
 GpxDamage GpxParser::Damage() const {

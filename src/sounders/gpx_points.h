@@ -75,6 +75,7 @@ class GpxParser {
   void Open(const char* name, const char* const* attributes);
   void Text(std::string_view text);
   void Close(const char* name);
+  void Note();  // something ended
   void Stop(const char* reason);
 
  private:
@@ -85,7 +86,8 @@ class GpxParser {
   std::exception_ptr thrown_;
   const char* reason_ = nullptr;
   std::size_t level_ = 0;
-  std::int64_t given_ = 0, before_ = 0;  // bytes; before_: of what was put in front
+  // Bytes: given so far, put in front of them, and where the last that was understood began.
+  std::int64_t given_ = 0, before_ = 0, noted_ = 0;
 };
 
 }  // namespace sondrix

@@ -11,7 +11,7 @@ namespace sondrix {
 struct NmeaFix {
   double longitude = Unknown, latitude = Unknown;  // degrees, WGS84; not a number: none, or no measurement
   double ofDay = Unknown;                          // seconds of the day, UTC
-  std::optional<int> day = {};                        // since 1970
+  std::optional<int> day = {};                     // since 1970
   int decimals = 0;                                // of the minutes of latitude
 
   bool HasPosition() const { return latitude == latitude; }

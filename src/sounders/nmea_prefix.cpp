@@ -113,7 +113,8 @@ LoggerTime LoggerTimeOf(std::string_view prefix, bool dayFirst) {
     if (const std::optional<LoggerTime> time = EpochTime(tag, dayFirst)) return *time;
   }
   for (std::size_t at = 0; at < prefix.size(); ++at) {
-    if (!IsDigit(prefix[at]) || (at > 0 && (IsDigit(prefix[at - 1]) || prefix[at - 1] == '.'))) continue;
+    const char before = at > 0 ? prefix[at - 1] : ' ';
+    if (!IsDigit(prefix[at]) || IsDigit(before) || before == '.' || before == ':') continue;
     for (const Form form : Forms) {
       if (const std::optional<LoggerTime> time = form(prefix.substr(at), dayFirst)) return *time;
     }

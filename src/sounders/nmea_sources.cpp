@@ -45,7 +45,6 @@ void NmeaSources::Rank(bool keepTalker) {
     if (a.preference != b.preference) return a.preference < b.preference;
     return a.count > b.count;
   });
-  best_ = sources_.front().address;
 }
 
 bool NmeaSources::Takes(AddressKey address, bool tells) {

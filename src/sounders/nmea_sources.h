@@ -27,8 +27,7 @@ class NmeaSources {
   // Second pass.
   bool Takes(AddressKey address, bool tells);
 
-  bool IsEmpty() const { return best_ == 0; }         // none tells anything
-  AddressKey Best() const { return best_; }           // 0 where IsEmpty
+  bool IsEmpty() const { return sources_.empty(); }   // none tells anything
   std::uint64_t LeftOut() const { return leftOut_; }  // sentences that told something and weren't taken
   // The sources taken from so far, best first: "SDDPT, SDDBT".
   std::string Taken() const;
@@ -45,7 +44,6 @@ class NmeaSources {
   std::vector<Source> sources_;  // by rank once they are ranked
   unsigned patience_, silence_ = 0;
   double least_;
-  AddressKey best_ = 0;
   std::size_t current_ = 0;
   std::uint64_t leftOut_ = 0;
 };
