@@ -13,6 +13,8 @@ constexpr struct {
 } Kinds[] = {
     {".csv", ExportKind::Csv},
     {".gpx", ExportKind::Gpx},
+    {".xyz", ExportKind::Xyz},
+    {".gpkg", ExportKind::Geopackage},
 };
 
 bool EndsWith(std::string_view path, std::string_view ending) {
@@ -30,6 +32,10 @@ std::optional<ExportKind> ExportKindOf(std::string_view path) {
   return std::nullopt;
 }
 
-std::string_view ExportEndings() { return ".csv and .gpx"; }
+std::string_view GrowingSuffixOf(ExportKind kind) {
+  return kind == ExportKind::Geopackage ? ".part.gpkg" : ".part";
+}
+
+std::string_view ExportEndings() { return ".csv, .gpx, .xyz and .gpkg"; }
 
 }  // namespace sondrix

@@ -9,10 +9,17 @@
 #include <cstdint>
 #include <functional>
 #include <span>
+#include <stdexcept>
 
 namespace sondrix {
 
 class OutputFile;
+
+// Why a file can't be made, in words for its line. What the operating system says is a Fault.
+class CantExport : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
 
 // What an export may use besides the survey.
 struct ExportRun {

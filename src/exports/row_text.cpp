@@ -37,12 +37,6 @@ char* PutWhole(char* to, std::uint64_t number) {
   return to + digits;
 }
 
-char* PutScaled(char* to, double value, int decimals, bool isTrimmed) {
-  const double units = value * static_cast<double>(Powers[static_cast<std::size_t>(decimals)]);
-  if (!(std::abs(units) < MaxUnits)) return to;
-  return PutFixed(to, static_cast<std::int64_t>(units + std::copysign(0.5, units)), decimals, isTrimmed);
-}
-
 }  // namespace
 
 char* RowText::Room(std::size_t bytes) {
@@ -76,9 +70,15 @@ char* PutFixed(char* to, std::int64_t units, int decimals, bool isTrimmed) {
   return to[-1] == '.' ? to - 1 : to;
 }
 
-char* PutDegrees(char* to, double degrees) { return PutScaled(to, degrees, 8, false); }
-char* PutMetres(char* to, float metres) { return PutScaled(to, static_cast<double>(metres), 3, true); }
-char* PutSeconds(char* to, double seconds) { return PutScaled(to, seconds, 3, true); }
+char* PutNumber(char* to, double value, int decimals, bool isTrimmed) {
+  const double units = value * static_cast<double>(Powers[static_cast<std::size_t>(decimals)]);
+  if (!(std::abs(units) < MaxUnits)) return to;
+  return PutFixed(to, static_cast<std::int64_t>(units + std::copysign(0.5, units)), decimals, isTrimmed);
+}
+
+char* PutDegrees(char* to, double degrees) { return PutNumber(to, degrees, 8, false); }
+char* PutMetres(char* to, float metres) { return PutNumber(to, static_cast<double>(metres), 3, true); }
+char* PutSeconds(char* to, double seconds) { return PutNumber(to, seconds, 3, true); }
 
 char* PutChars(char* to, std::string_view text) {
   std::memcpy(to, text.data(), text.size());

@@ -31,7 +31,9 @@ inline constexpr std::size_t NumberRoom = 24;  // bytes that a number takes at m
 // a period where none are left.
 char* PutFixed(char* to, std::int64_t units, int decimals, bool isTrimmed);
 
-// Nothing for what isn't a number. Degrees have 8 decimals; metres and seconds have up to 3.
+// Nothing for what isn't a number or has too many digits. Degrees have 8 decimals; metres and seconds have up
+// to 3.
+char* PutNumber(char* to, double value, int decimals, bool isTrimmed);
 char* PutDegrees(char* to, double degrees);
 char* PutMetres(char* to, float metres);
 char* PutSeconds(char* to, double seconds);

@@ -2,6 +2,7 @@
 
 #include "app/chart/assemble.h"
 #include "app/chart/chart_run.h"
+#include "app/chart/gis_library.h"
 #include "app/chart/lines.h"
 #include "app/chart/options.h"
 #include "app/chart/progress.h"
@@ -12,10 +13,13 @@
 #include "app/interrupt.h"
 #include "core/fault.h"
 #include "core/files.h"
+#include "exports/export_run.h"
+#include "exports/gis.h"
 #include "platform/platform.h"
 
 #include <algorithm>
 #include <cstdio>
+#include <new>
 #include <string_view>
 #include <thread>
 #include <utility>
@@ -37,8 +41,11 @@ std::vector<std::string> OutputPathsOf(const ChartOptions& options) {
   return paths;
 }
 
-ReadOptions ReadOptionsOf(const ChartOptions& options) {
+// Those of one thread.
+ReadOptions ReadOptionsOf(const ChartRun& run) {
+  const ChartOptions& options = run.options;
   ReadOptions read;
+  if (!options.sourceCrs.empty()) read.toDegrees = LoadGis(run.gisFolders).toDegrees(options.sourceCrs);
   read.channel = options.channel;
   read.columns = options.columns;
   read.isFeet = options.isFeet;
@@ -73,7 +80,7 @@ bool AllFoldersGave(const ChartRun& run) {
 }
 
 int MakeChart(ChartRun& run, const SourceChoice& choice, Progress& progress) {
-  const auto makeOptions = [&run] { return ReadOptionsOf(run.options); };
+  const auto makeOptions = [&run] { return ReadOptionsOf(run); };
   std::vector<SourceReading> readings = ReadSources(choice.sources, run.threads, makeOptions, progress);
   Assemble(choice.sources, readings, run);
   readings.clear();
@@ -91,7 +98,14 @@ int MakeChart(ChartRun& run, const SourceChoice& choice, Progress& progress) {
   return IsAllWell(run) && AllFoldersGave(run) ? ExitWell : ExitFailed;
 }
 
-int ParseAndMake(std::span<const std::string> arguments) {
+// What is wrong with the projections that are asked for is told before anything is read.
+void TryProjections(const ChartRun& run) {
+  const ChartOptions& options = run.options;
+  if (!options.sourceCrs.empty()) LoadGis(run.gisFolders).toDegrees(options.sourceCrs);
+  if (!options.crs.empty()) LoadGis(run.gisFolders).toPlane(options.crs);
+}
+
+int ParseAndMake(std::span<const std::string> arguments, std::span<const std::string> gisFolders) {
   ParsedChartOptions parsed = ParseChartOptions(arguments);
   if (parsed.exitStatus == ExitUsage) {
     Complain(parsed.text);
@@ -104,6 +118,7 @@ int ParseAndMake(std::span<const std::string> arguments) {
   const InterruptGuard guard;
   ChartRun run;
   run.options = std::move(parsed.options);
+  run.gisFolders.assign(gisFolders.begin(), gisFolders.end());
   run.threads = run.options.threads > 0 ? run.options.threads
                                         : static_cast<int>(std::max(1U, std::thread::hardware_concurrency()));
   const SourceChoice choice = ChooseSources(run.options.sources, OutputPathsOf(run.options));
@@ -115,10 +130,16 @@ int ParseAndMake(std::span<const std::string> arguments) {
   run.folders = choice.folders;
   Progress progress(IsTerminal(stderr));
   try {
+    TryProjections(run);
     return MakeChart(run, choice, progress);
   } catch (const EndAsked&) {
     progress.End();
     Complain("interrupted: no file was made");
+  } catch (const CantProject& reason) {
+    Complain(reason.what());
+    return ExitUsage;
+  } catch (const CantExport& reason) {
+    Complain(reason.what());
   } catch (const std::bad_alloc&) {
     progress.End();
     Complain("no file was made: " + std::string(DescriptionOf(FaultNumber::OutOfMemory)));
@@ -128,8 +149,8 @@ int ParseAndMake(std::span<const std::string> arguments) {
 
 }  // namespace
 
-int RunChart(std::span<const std::string> arguments) {
-  const int status = ParseAndMake(arguments);
+int RunChart(std::span<const std::string> arguments, std::span<const std::string> gisFolders) {
+  const int status = ParseAndMake(arguments, gisFolders);
   if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
   Complain("what was printed is lost: standard output takes no more");
   return status == ExitWell ? ExitFailed : status;

@@ -39,12 +39,14 @@ struct TripAccount {
 struct OutputAccount {
   std::string path;
   std::int64_t bytes = 0;
+  std::string note = {};     // what is to be said of it besides
   std::string problem = {};  // why it wasn't made; empty: it was
 };
 
 // All that a call holds: what it was asked for and what came of it, for the lines and the report.
 struct ChartRun {
   ChartOptions options;
+  std::vector<std::string> gisFolders;  // where the module is looked for
   int threads = 1;
   std::vector<std::string> folders;  // given
   std::vector<SourceAccount> sources;

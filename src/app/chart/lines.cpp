@@ -101,7 +101,8 @@ std::vector<ChartLine> ChartLines(const ChartRun& run) {
   for (const OutputAccount& output : run.outputs) {
     const std::string name = ShownName(output.path) + ": ";
     if (output.problem.empty()) {
-      lines.push_back({name + Counted(static_cast<std::uint64_t>(output.bytes), "bytes")});
+      lines.push_back({name + Counted(static_cast<std::uint64_t>(output.bytes), "bytes") +
+                       (output.note.empty() ? "" : ", " + output.note)});
     } else {
       lines.push_back({name + "not made: " + output.problem, true});
     }

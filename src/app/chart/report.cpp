@@ -94,6 +94,7 @@ std::string ReportText(const ChartRun& run) {
   for (const OutputAccount& output : run.outputs) {
     outputs.push_back({{"path", output.path},
                        {"bytes", output.problem.empty() ? Json(output.bytes) : Json()},
+                       {"note", TextOrNull(output.note)},
                        {"problem", TextOrNull(output.problem)}});
   }
   Json total = {{"read", read}, {"left_out", leftOut}};
