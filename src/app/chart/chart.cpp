@@ -8,6 +8,7 @@
 #include "app/chart/progress.h"
 #include "app/chart/read_sources.h"
 #include "app/chart/source_choice.h"
+#include "app/chart/survey_steps.h"
 #include "app/chart/write_outputs.h"
 #include "app/exit_status.h"
 #include "app/interrupt.h"
@@ -53,13 +54,6 @@ ReadOptions ReadOptionsOf(const ChartRun& run) {
   return read;
 }
 
-void CountTrips(ChartRun& run) {
-  run.trips.clear();
-  for (const Trip& trip : run.survey.trips) {
-    run.trips.push_back({CountFates(trip.soundings), TimeRangeOf(trip.soundings)});
-  }
-}
-
 bool IsAllWell(const ChartRun& run) {
   return std::all_of(
              run.sources.begin(), run.sources.end(),
@@ -84,7 +78,7 @@ int MakeChart(ChartRun& run, const SourceChoice& choice, Progress& progress) {
   std::vector<SourceReading> readings = ReadSources(choice.sources, run.threads, makeOptions, progress);
   Assemble(choice.sources, readings, run);
   readings.clear();
-  CountTrips(run);
+  SettleSurvey(run, progress);
   WriteOutputs(run, progress);
   WriteReport(run);
   progress.End();

@@ -1,5 +1,6 @@
 #include "app/chart/read_sources.h"
 
+#include "app/chart/parallel.h"
 #include "app/chart/progress.h"
 #include "app/interrupt.h"
 #include "app/places.h"
@@ -7,13 +8,7 @@
 #include "core/files.h"
 #include "sounders/sounder_formats.h"
 
-#include <algorithm>
-#include <atomic>
-#include <exception>
-#include <mutex>
 #include <numeric>
-#include <thread>
-#include <utility>
 
 namespace sondrix {
 namespace {
@@ -76,29 +71,13 @@ std::vector<SourceReading> ReadSources(std::span<const ChartSource> sources, int
                       [](std::int64_t sum, const ChartSource& source) { return sum + source.length; });
   progress.Begin("reading", bytes, "bytes");
   const ReadWatch watch = {Interrupted, &progress.Done()};
-  std::atomic<std::size_t> next = 0;
-  std::mutex mutex;  // of what follows
-  std::exception_ptr failure;
-  const auto work = [&] {
-    try {
-      const ReadOptions options = makeOptions();
-      for (std::size_t mine = next++; mine < sources.size(); mine = next++) {
-        if (Interrupted()) throw EndAsked();
-        ReadOne(sources[mine], options, watch, readings[mine]);
-      }
-    } catch (...) {
-      next = sources.size();
-      const std::lock_guard lock(mutex);
-      if (!failure) failure = std::current_exception();
-    }
+  const auto makeWork = [&] {
+    return [&, options = makeOptions()](std::size_t index) {
+      if (Interrupted()) throw EndAsked();
+      ReadOne(sources[index], options, watch, readings[index]);
+    };
   };
-  {
-    const std::size_t workers = std::clamp<std::size_t>(sources.size(), 1, static_cast<std::size_t>(threads));
-    std::vector<std::jthread> helpers;
-    for (std::size_t i = 1; i < workers; ++i) helpers.emplace_back(work);
-    work();
-  }
-  if (failure) std::rethrow_exception(failure);
+  InParallel(sources.size(), threads, makeWork);
   return readings;
 }
 

@@ -1,0 +1,53 @@
+#include "app/chart/survey_steps.h"
+
+#include "app/chart/chart_run.h"
+#include "app/chart/parallel.h"
+#include "app/chart/progress.h"
+#include "app/interrupt.h"
+#include "core/files.h"
+#include "survey/clean.h"
+
+#include <functional>
+#include <string_view>
+#include <vector>
+
+namespace sondrix {
+namespace {
+
+void ForEachTrip(ChartRun& run, Progress& progress, std::string_view step,
+                 const std::function<void(std::size_t index)>& work) {
+  progress.Begin(step, static_cast<std::int64_t>(run.survey.SoundingCount()), "soundings");
+  const auto makeWork = [&] {
+    return [&](std::size_t index) {
+      if (Interrupted()) throw EndAsked();
+      work(index);
+      progress.Done() += static_cast<std::int64_t>(run.survey.trips[index].soundings.size());
+    };
+  };
+  InParallel(run.survey.trips.size(), run.threads, makeWork);
+}
+
+void Clean(ChartRun& run, Progress& progress) {
+  std::vector<Trip>& trips = run.survey.trips;
+  if (!run.options.cleans) {
+    ForEachTrip(run, progress, "sorting", [&](std::size_t t) { CleanOff(trips[t]); });
+    return;
+  }
+  std::vector<Stretches> stretches(trips.size());
+  ForEachTrip(run, progress, "cleaning", [&](std::size_t t) { stretches[t] = CleanTrip(trips[t]); });
+  progress.Begin("comparing trips where they cross", 0, {});
+  CleanByCrossings(run.survey, stretches);
+}
+
+}  // namespace
+
+void SettleSurvey(ChartRun& run, Progress& progress) {
+  Clean(run, progress);
+  run.trips.resize(run.survey.trips.size());
+  ForEachTrip(run, progress, "counting", [&](std::size_t t) {
+    const SoundingList& soundings = run.survey.trips[t].soundings;
+    run.trips[t] = {CountFates(soundings), TimeRangeOf(soundings)};
+  });
+}
+
+}  // namespace sondrix
