@@ -55,6 +55,8 @@ TEST_F(FilesIn, RefusalsHaveTheirNumbersAndLengthsHaveNoLimit) {
   fs::resize_file(file, 5'000'000'000, full);
   std::array<std::uint8_t, 8> target{};
   EXPECT_TRUE(full || InputFile(file).ReadAt(4'999'999'995, target) == 5);
+  for (int i = 0; i < 2; ++i) DeleteIfThere(file);
+  EXPECT_FALSE(fs::exists(file));
 }
 
 TEST_F(FilesIn, AnIdMeansTheFileWhateverItsName) {

@@ -29,17 +29,8 @@ TEST(Fault, NumbersAreThoseOfTheirDescriptions) {
     if (number == 0 || fault.Description() != DescriptionOf(FaultNumber(0)))
       all += FaultLine("GO", fault) + '\n';
   }
-  EXPECT_EQ(all,
-            " ! error GO: 0. Application-defined or object-defined error\n"
-            " ! error GO: 5. Invalid procedure call or argument\n ! error GO: 6. Overflow\n"
-            " ! error GO: 7. Out of memory\n ! error GO: 9. Subscript out of range\n"
-            " ! error GO: 11. Division by zero\n ! error GO: 13. Type mismatch\n"
-            " ! error GO: 52. Bad file name or number\n ! error GO: 53. File not found\n"
-            " ! error GO: 55. File already open\n ! error GO: 57. Device I/O error\n"
-            " ! error GO: 61. Disk full\n ! error GO: 62. Input past end of file\n"
-            " ! error GO: 67. Too many files\n ! error GO: 68. Device unavailable\n"
-            " ! error GO: 70. Permission denied\n ! error GO: 75. Path/File access error\n"
-            " ! error GO: 76. Path not found\n ! error GO: 380. Invalid property value\n");
+  EXPECT_TRUE(all.ends_with(" ! error GO: 76. Path not found\n ! error GO: 380. Invalid property value\n"));
+  EXPECT_TRUE(HasDigest(all, 0x3CF95B3722025A81));
 }
 
 TEST(Fault, ComesFromTheErrorsOfTheSystem) {
@@ -94,6 +85,7 @@ TEST(Settings, TheTableHasTheFieldsAndTheirDefaults) {
   }
   EXPECT_TRUE(HasDigest(table, 0x21718572DD1D153A));
   EXPECT_TRUE(settings.UseHead && !settings.UseUTM && !FindField("none"));
+  EXPECT_EQ(std::pair(MinEhoSens, MaxEhoSens), std::pair(-100, 50));
   std::string channels;
   for (int number = -1; number < 12; ++number) {
     const std::optional<Channel> channel = ChannelOf(number);

@@ -25,12 +25,7 @@ TEST(CodePage, EveryByteSurvivesTheWayThere) {
   std::string bytes;
   for (int i = 0; i < 256; ++i) bytes += static_cast<char>(i);
   EXPECT_EQ(ToCodePage(FromCodePage(bytes)), bytes);
-  EXPECT_EQ(FromCodePage(bytes.substr(128)),
-            "ЂЃ‚ѓ„…†‡€‰Љ‹ЊЌЋЏђ‘’“”•–—\xC2\x98"
-            "™љ›њќћџ\xC2\xA0"
-            "ЎўЈ¤Ґ¦§Ё©Є«¬\xC2\xAD"
-            "®Ї°±Ііґµ¶·ё№є»јЅѕї"
-            "АБВГДЕЖЗИЙКЛМНОПРСТУФХЦЧШЩЪЫЬЭЮЯабвгдежзийклмнопрстуфхцчшщъыьэюя");
+  EXPECT_TRUE(HasDigest(FromCodePage(bytes), 0xB8FB9938A8961325));
 }
 
 TEST(CodePage, WritesLettersOfBothPages) {

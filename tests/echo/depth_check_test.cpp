@@ -30,24 +30,6 @@ TEST(DepthSearch, TakesTheDeepestOfTheStrongestBelowItsTop) {
 }
 
 TEST(DepthCheck, ReportsAndLogs) {
-  const struct {
-    int prevRow, row;  // of the echo in the frame before and in this one; a row is a centimetre
-    float depthM;      // the sounder's
-    int counter;
-    const char *word, *depths;
-    std::size_t texts;  // on the curve: the difference, and the depths beside a defect
-  } rows[] = {
-      {0, 700, 3.05F, 1, " offset", "L3.05<>A3.05", 1},  // the first frame believes the sounder
-      {0, 700, 3.05F, 2, " offset", "L3.05<>A7", 3},
-      {1000, 1030, 10.3F, 2, " offset", "L10.3<>A10.3", 1},
-      {1000, 1060, 10.3F, 2, " offset", "L10.3<>A10.3", 1},  // half of the jump
-      {1000, 1100, 10.3F, 2, " offset", "L10.3<>A10.04", 1},
-      {1000, 1300, 10.3F, 2, " offset", "L10.3<>A10.01", 1},
-      {1000, 900, 0, 2, " offset", "L0<>A9.96", 1},
-      {1000, 990, 10.4F, 2, " offset", "L10.4<>A9.9", 1},
-      {1000, 990, 10.41F, 2, " offset", "L10.41<>A9.9", 3},
-      {1000, 989, 10.4F, 2, " fish? offset", "L10.4<>A9.89", 3},
-  };
   TestRun e;
   PrepareViews(e.pictures, Channel::Downscan, 1920);
   e.settings.UseBeep = e.settings.MakeGraf = true;
@@ -56,21 +38,30 @@ TEST(DepthCheck, ReportsAndLogs) {
   DepthState state;
   std::string badLog;
   std::ostringstream all;
-  for (const auto& row : rows) {
-    samples = Echoes({{row.row, 200}});
+  // The row of the echo in the frame before and in this one, a centimetre each; the sounder's depth; the
+  // first frame believes it.
+  const auto check = [&](int before, int row, float depthM, int counter) {
+    samples = Echoes({{row, 200}});
     frame.Samples = samples;
-    frame.DepthM = row.depthM;
-    frame.FrameCounter = row.counter;
-    state = {.PrevOwnRow = std::int16_t(row.prevRow),
-             .PrevOwnDepth = static_cast<float>(row.prevRow / 100.0)};
+    frame.DepthM = depthM;
+    frame.FrameCounter = counter;
+    state = {.PrevOwnRow = std::int16_t(before), .PrevOwnDepth = static_cast<float>(before / 100.0)};
     badLog.clear();
     e.pictures.SMPL.Clear();
     DepthCheck(e.run, state, frame, badLog);
-    all << state.PrevOwnRow << ' ' << state.PrevOwnDepth << ' ' << state.SounderRow << '\n' << e.Record();
-    EXPECT_EQ(badLog, std::string(" 7%") + row.word + "  4000000000 - " + row.depths + "...\r\n");
-    EXPECT_EQ(e.pictures.SMPL.Texts().size(), row.texts) << row.depths;
-  }
-  EXPECT_TRUE(HasDigest(all.str(), 0x6EF66E67FD257F3C));
+    all << state.PrevOwnRow << ' ' << state.PrevOwnDepth << ' ' << state.SounderRow << ' ' << badLog;
+    for (const PictureText& text : e.pictures.SMPL.Texts())
+      all << text.x << ' ' << text.y << text.text << '\n';
+  };
+  for (const int before : {0, 1000})
+    for (const int row : {700, 900, 989, 990, 1030, 1042, 1060, 1100, 1200, 1201, 1300})
+      for (const float depthM : {0.0F, 3.05F, 10.3F, 10.4F, 10.41F})
+        for (const int counter : {1, 2}) check(before, row, depthM, counter);
+  EXPECT_TRUE(HasDigest(all.str() + e.Record(), 0x45254EA94C874310));
+  check(1000, 1100, 10.3F, 2);
+  EXPECT_EQ(badLog, " 7% offset  4000000000 - L10.3<>A10.04...\r\n");
+  check(1000, 989, 10.4F, 2);
+  EXPECT_EQ(badLog, " 7% fish? offset  4000000000 - L10.4<>A9.89...\r\n");
 
   // Sidescan is only saved, and no frame is searched without the views.
   badLog.clear();
