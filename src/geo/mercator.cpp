@@ -4,6 +4,7 @@
 #include "geo/constants.h"
 
 #include <cmath>
+#include <numbers>
 
 namespace sondrix {
 
@@ -13,6 +14,10 @@ double MercY2Lat(double y, int digits) {
 }
 
 double MercX2Lon(double x, int digits) { return RoundTo((x / SemiMinor) * Rad2Deg, digits); }
+
+double LatitudeOfMercY(double y) { return std::atan(std::sinh(y / SemiMinor)) * (180 / std::numbers::pi); }
+
+double LongitudeOfMercX(double x) { return x / SemiMinor * (180 / std::numbers::pi); }
 
 double Lon2MercX(double longitude) { return Finite((longitude * Pi / 180) * ScaledMajor); }
 

@@ -3,6 +3,7 @@
 #include "core/files.h"
 #include "sounders/gpx_reader.h"
 #include "sounders/nmea_reader.h"
+#include "sounders/sl_reader.h"
 
 #include <vector>
 
@@ -11,6 +12,8 @@ namespace sondrix {
 std::span<const SounderFormat> SounderFormats() {
   // From what is certain of itself to what any text could be.
   static constexpr SounderFormat formats[] = {
+      {"SL2", IsSl2, ReadSl},
+      {"SL3", IsSl3, ReadSl},
       {"NMEA 0183", IsNmeaLog, ReadNmeaLog},
       {"GPX", IsGpx, ReadGpx},
   };

@@ -13,7 +13,7 @@ inline constexpr std::int64_t FileHeaderLength = 8;
 // Offsets of a frame's fields from the frame's start.
 struct SlOffsets {
   std::uint8_t FrameSize, PrevSize, Channel, SampleCount, FrameIndex, Aux28, LowerLimit, Aux32, TimeBase;
-  std::uint8_t WaterDepth, Speed, Aux68, MercX, MercY, Course, Aux7C, Heading, TimeOffset;
+  std::uint8_t WaterDepth, Speed, Aux68, MercX, MercY, Course, Aux7C, Heading, Flags, TimeOffset;
   std::uint8_t leadEnd;  // first byte behind the lead fields
   std::uint8_t bodyEnd;  // first byte behind the body fields
 };
@@ -35,6 +35,7 @@ inline constexpr SlOffsets Sl2Offsets = {.FrameSize = 0x1C,
                                          .Course = 0x78,
                                          .Aux7C = 0x7C,
                                          .Heading = 0x80,
+                                         .Flags = 0x84,
                                          .TimeOffset = 0x8C,
                                          .leadEnd = 0x40,
                                          .bodyEnd = 0x90};
@@ -56,9 +57,17 @@ inline constexpr SlOffsets Sl3Offsets = {.FrameSize = 0x08,
                                          .Course = 0x68,
                                          .Aux7C = 0x6C,
                                          .Heading = 0x70,
+                                         .Flags = 0x74,
                                          .TimeOffset = 0x7C,
                                          .leadEnd = 0x2E,
                                          .bodyEnd = 0x80};
+
+// Bits of Flags: what a frame holds newly, or validly.
+inline constexpr std::uint16_t DepthFlag = 0x0008;
+inline constexpr std::uint16_t PositionFlag = 0x0010;
+
+// Where an SL3 frame tells the kind of its header.
+inline constexpr std::size_t Sl3FrameVersion = 0x04;
 
 // Where the six ChannelLinks of an SL2 frame begin.
 inline constexpr std::size_t Sl2ChannelLinks = 0x04;

@@ -29,6 +29,7 @@ SlFrame SlBody(std::span<const std::uint8_t> bytes, const SlFormat& format, cons
   frame.MercY = I32At(start + at.MercY);
   frame.Course = FloatAt(start + at.Course);
   frame.Heading = FloatAt(start + at.Heading);
+  frame.Flags = U16At(start + at.Flags);
   frame.TimeOffset = I32At(start + at.TimeOffset);
   return frame;
 }

@@ -23,6 +23,7 @@ struct SlFrame : SlLeadFields {
   float Speed = 0;
   std::int32_t MercX = 0, MercY = 0;  // metres on the Mercator sphere
   float Course = 0, Heading = 0;      // radians clockwise from north, 0: absent
+  std::uint16_t Flags = 0;            // DepthFlag and others
   std::int32_t TimeOffset = 0;        // milliseconds from the start of the recording
 };
 
