@@ -56,6 +56,7 @@ SlChannel* SlChannels::Find(int number) {
 }
 
 void SlChannels::Add(const SlFrame& frame) {
+  if (frames_ % TrimStep == 0) Trim();
   SlChannel& channel = Of(frame.Channel);
   const bool isDepthFlagged = (frame.Flags & DepthFlag) != 0;
   const bool isFixFlagged = (frame.Flags & PositionFlag) != 0;
@@ -89,7 +90,6 @@ void SlChannels::Add(const SlFrame& frame) {
     if (fix.isChange || fix.isBehindBreak || isFix) channel.fixes.Add(fix);
   }
   channel.depths.Add({frame.TimeOffset, frame.WaterDepth, isDepthFlagged});
-  if (frames_ % TrimStep == 0) Trim();
 }
 
 std::uint64_t SlChannels::DepthsOf(const SlChannel& channel) const {
@@ -106,7 +106,8 @@ SlChannel* SlChannels::Best() {
 
 FixFlags SlChannels::FixFlagsOf(const SlChannel& channel) const {
   if (flaggedFixFrames_ == 0 || flaggedFixFrames_ == frames_) return FixFlags::None;
-  if (channel.otherChanges > channel.flaggedChanges) return FixFlags::None;
+  // Flags that hardly ever stand where the numbers change are none.
+  if (channel.otherChanges > 9 * channel.flaggedChanges) return FixFlags::None;
   const bool isMostly = flaggedFixFrames_ * 2 > frames_;
   const bool isMoreThanFixes = channel.flaggedChanges * 2 < channel.frames;
   return isMostly && isMoreThanFixes ? FixFlags::Valid : FixFlags::NewFix;
@@ -129,13 +130,13 @@ void SlChannels::Trim() {
   std::uint64_t bytes = 0;
   for (const SlChannel& channel : channels_) bytes += channel.Bytes();
   const SlChannel* best = Best();
+  if (best == nullptr) return;
   while (bytes > SpareRecords + RecordsPerFrame * best->frames) {
     SlChannel* worst = nullptr;
     for (SlChannel& channel : channels_) {
       if (!channel.isKept || &channel == best) continue;
-      const bool isWorse =
-          worst == nullptr || std::tuple(DepthsOf(channel), RankOf(worst->number)) <
-                                  std::tuple(DepthsOf(*worst), RankOf(channel.number));
+      const bool isWorse = worst == nullptr || std::tuple(DepthsOf(channel), RankOf(worst->number)) <
+                                                   std::tuple(DepthsOf(*worst), RankOf(channel.number));
       if (isWorse) worst = &channel;
     }
     if (worst == nullptr) return;

@@ -35,9 +35,8 @@ bool IsSl3Header(std::uint32_t header, std::uint32_t version, std::uint8_t chann
 SlFrameSizes SizesOf(std::span<const std::uint8_t> bytes, const SlFormat& format) {
   const SlOffsets& at = *format.offsets;
   const std::uint8_t* frame = bytes.data();
-  SlFrameSizes sizes = {.offset = U32At(frame),
-                        .size = U16At(frame + at.FrameSize),
-                        .before = U16At(frame + at.PrevSize)};
+  SlFrameSizes sizes = {
+      .offset = U32At(frame), .size = U16At(frame + at.FrameSize), .before = U16At(frame + at.PrevSize)};
   if (sizes.size < at.bodyEnd) return sizes;
   const bool isSl3 = at.SampleCount == Sl3Offsets.SampleCount;
   const std::uint32_t samples = isSl3 ? U32At(frame + at.SampleCount) : U16At(frame + at.SampleCount);
@@ -85,13 +84,15 @@ bool SlFrameWalk::IsSoundAt(std::int64_t at) {
   if (!source_.Has(at, length)) return false;
   const SlFrameSizes sizes = SizesOf(source_.Bytes(at, length), format_);
   if (!sizes.areSound || !source_.Has(at, sizes.size)) return false;
-  if (sizes.offset == static_cast<std::uint32_t>(at)) return true;
-  if (!sizes.areTold) return false;
-  if (at_ != 0 && at == at_ + size_ && sizes.before == size_) return true;
+  const bool isInPlace = sizes.offset == static_cast<std::uint32_t>(at);
+  if (sizes.areTold && isInPlace) return true;
+  if (sizes.areTold && at_ != 0 && at == at_ + size_ && sizes.before == size_) return true;
+  if (!sizes.areTold && !isInPlace) return false;
   const std::int64_t next = at + sizes.size;
-  if (!source_.Has(next, length)) return false;
+  if (!source_.Has(next, length)) return isInPlace && next == source_.FileLength();
   const SlFrameSizes behind = SizesOf(source_.Bytes(next, length), format_);
-  return behind.areTold && behind.before == sizes.size;
+  return behind.areSound && behind.before == sizes.size &&
+         (behind.areTold || behind.offset == static_cast<std::uint32_t>(next));
 }
 
 std::optional<std::int64_t> SlFrameWalk::Search(std::int64_t from) {

@@ -14,10 +14,10 @@ struct ReadWatch;
 
 // What stands in a frame's head about its lengths.
 struct SlFrameSizes {
-  std::uint32_t offset = 0;             // of the frame in the file, the low 32 bits
-  std::uint16_t size = 0, before = 0;   // bytes of this frame and of the one before
-  bool areSound = false;                // size, header and samples fit each other
-  bool areTold = false;                 // and the samples' count is one to go by
+  std::uint32_t offset = 0;            // of the frame in the file, the low 32 bits
+  std::uint16_t size = 0, before = 0;  // bytes of this frame and of the one before
+  bool areSound = false;               // size, header and samples fit each other
+  bool areTold = false;                // and the samples' count is one to go by
 };
 
 // Of a frame that begins at the first of bytes, which are at least bodyEnd.
@@ -26,10 +26,11 @@ SlFrameSizes SizesOf(std::span<const std::uint8_t> bytes, const SlFormat& format
 // Whether a sound frame begins somewhere in the first bytes of an echogram, as far as they tell.
 bool HoldsFrame(std::span<const std::uint8_t> head, const SlFormat& format);
 
-// All sound frames of an echogram, one after another. A frame is sound whose sizes fit, and which tells its
-// own place in the file or is told its size by the next frame, or tells that of the frame before. What isn't
-// is stepped over, whatever lengths it tells: the search begins behind the head of the last sound frame,
-// since bytes may be missing in it.
+// All sound frames of an echogram, one after another. A frame is sound whose sizes fit and which tells its
+// own place in the file, or the size of the frame before, or whose size the next frame tells; one that
+// doesn't tell its samples needs its place and the next frame. What isn't sound is stepped over, whatever
+// lengths it tells: the search begins behind the head of the last sound frame, since bytes may be missing in
+// it.
 class SlFrameWalk {
  public:
   // Fault 6 for a format word that is none, 9 without one.
@@ -56,9 +57,9 @@ class SlFrameWalk {
   const ReadWatch& watch_;
   SlFormat format_;
   SlFrame frame_;
-  std::int64_t at_ = 0;         // of the last sound frame; 0: none yet
-  std::uint16_t size_ = 0;      // its bytes
-  std::int64_t told_ = 0;       // up to where the watch knows
+  std::int64_t at_ = 0;     // of the last sound frame; 0: none yet
+  std::uint16_t size_ = 0;  // its bytes
+  std::int64_t told_ = 0;   // up to where the watch knows
   std::uint64_t damagedBytes_ = 0, cutFrames_ = 0;
 };
 

@@ -10,12 +10,14 @@
 namespace sondrix {
 namespace {
 
-constexpr double LongGap = 5;         // seconds: fixes further apart need a reason
-constexpr double FastestBoat = 30;    // m/s
-constexpr double SlowestCourse = 0.5;  // m/s: a slower boat drifts, or lies at a fix that the receiver holds
-constexpr double DefaultInterval = 1;  // seconds
+constexpr double LongGap = 5;           // seconds: fixes further apart need a reason, but for where
+constexpr double LongIntervals = 1.5;   // as many usual intervals are longer
+constexpr double LongestInterval = 15;  // seconds
+constexpr double FastestBoat = 30;      // m/s
+constexpr double SlowestCourse = 0.5;   // m/s: a slower boat drifts, or lies at a fix that the receiver holds
+constexpr double DefaultInterval = 1;   // seconds
 
-constexpr std::size_t Context = 48;     // fixes to each side of what a window is used for
+constexpr std::size_t Context = 48;  // fixes to each side of what a window is used for
 constexpr std::size_t WindowFixes = 1024;
 constexpr int MostHeld = 32;  // held fixes at each end of a long rest
 
@@ -27,10 +29,49 @@ bool IsNone(const SlFix& fix) {
          std::abs(static_cast<double>(fix.y)) > HalfWorld;
 }
 
+// Seconds between changes of the position, counted.
+struct ChangeIntervals {
+  static constexpr double PerSecond = 100;
+  std::array<std::uint32_t, static_cast<std::size_t>(LongestInterval* PerSecond)> counts{};
+  std::uint64_t count = 0;
+
+  void Add(double interval) {
+    const double at = interval * PerSecond;
+    if (at < 1 || at >= static_cast<double>(counts.size())) return;
+    ++counts[static_cast<std::size_t>(at)];
+    ++count;
+  }
+  static double Middle(std::size_t at) { return (static_cast<double>(at) + 0.5) / PerSecond; }
+  // The mean of those about the lower fifth.
+  double Low() const {
+    std::size_t low = 0;
+    for (std::uint64_t below = counts[0]; below * 5 < count; below += counts[++low]) {
+    }
+    double sum = 0, weight = 0;
+    for (std::size_t at = low - low / 6; at < counts.size() && at <= low + low / 5; ++at) {
+      sum += counts[at] * Middle(at);
+      weight += counts[at];
+    }
+    return sum / weight;
+  }
+  // By how much they miss multiples of an interval in the mean, as a share of it.
+  double MissOf(double interval) const {
+    double sum = 0;
+    for (std::size_t at = 0; at < counts.size(); ++at) {
+      const double share = Middle(at) / interval;
+      sum += counts[at] * std::abs(share - std::round(share));
+    }
+    return sum / static_cast<double>(count);
+  }
+};
+
 }  // namespace
 
 SlTrack::SlTrack(SlChannel& channel, FixFlags flags)
-    : channel_(channel), flags_(flags), interval_(IntervalOfFixes()) {
+    : channel_(channel),
+      flags_(flags),
+      interval_(IntervalOfFixes()),
+      longGap_(std::max(LongGap, LongIntervals * interval_)) {
   next_ = Read();
   after_ = Read();
 }
@@ -41,32 +82,26 @@ bool SlTrack::IsFix(const SlFix& fix) const {
   return fix.isFlagged && (fix.isChange || flags_ == FixFlags::NewFix);
 }
 
-// A low quantile: a slow boat's fixes often repeat the numbers, and no change shows then.
+// A slow boat's fixes often repeat the numbers, and no change shows then: the changes come at multiples of
+// the interval, be it that none comes at the interval itself.
 double SlTrack::IntervalOfFixes() const {
-  constexpr std::size_t perSecond = 100;
-  std::array<std::uint32_t, static_cast<std::size_t>(LongGap * perSecond)> histogram{};
-  std::uint64_t count = 0;
+  constexpr int mostParts = 4;
+  constexpr double mostMiss = 0.1;
+  ChangeIntervals intervals;
   std::optional<double> last;
   for (std::size_t i = 0; i < channel_.fixes.size(); ++i) {
     const SlFix& fix = channel_.fixes[i];
     if (!IsFix(fix)) continue;
     const double time = TimeOf(fix.frame);
-    const double way = last && !fix.isBehindBreak ? (time - *last) * perSecond : 0;
+    if (last && !fix.isBehindBreak) intervals.Add(time - *last);
     last = time;
-    if (way < 1 || way >= static_cast<double>(histogram.size())) continue;
-    ++histogram[static_cast<std::size_t>(way)];
-    ++count;
   }
-  if (count == 0) return DefaultInterval;
-  std::size_t low = 0;
-  for (std::uint64_t below = histogram[0]; below * 5 < count; below += histogram[++low]) {
+  if (intervals.count == 0) return DefaultInterval;
+  const double low = std::max(intervals.Low(), 2 * LeastFixSpacing);
+  for (int parts = 1; parts <= mostParts && low / parts > 2 * LeastFixSpacing; ++parts) {
+    if (intervals.MissOf(low / parts) < mostMiss) return low / parts;
   }
-  double sum = 0, weight = 0;
-  for (std::size_t i = low - low / 4; i < histogram.size() && i <= low + low / 2; ++i) {
-    sum += histogram[i] * (static_cast<double>(i) + 0.5);
-    weight += histogram[i];
-  }
-  return std::max(sum / weight / perSecond, 2 * LeastFixSpacing);
+  return low;
 }
 
 std::optional<SlTrack::Fix> SlTrack::Read() {
@@ -97,12 +132,15 @@ SlTrack::Link SlTrack::LinkOf(const Fix& last, const Fix& next) const {
   const double metres = std::hypot(next.x - last.x, next.y - last.y) * metresPerUnit_;
   if (metres / std::max(gap, interval_) > FastestBoat) return Link::Jump;
   const bool isSlow = metres / gap < SlowestCourse;
-  if (flags_ == FixFlags::NewFix) return gap <= LongGap || isSlow ? Link::Moved : Link::Lost;
+  if (flags_ == FixFlags::NewFix) return gap <= longGap_ || isSlow ? Link::Moved : Link::Lost;
   // The way of one interval, as far as the neighbours tell.
+  const auto stepOf = [&](const Fix& a, const Fix& b) {
+    return unitsBetween(a, b) * std::min(1.0, interval_ / std::max(b.time - a.time, LeastFixSpacing));
+  };
   double step = 0;
-  if (after_ && !after_->isNone && !after_->isBehindBreak) step = unitsBetween(next, *after_);
-  if (fixes_.size() > 1) step = std::max(step, unitsBetween(fixes_[fixes_.size() - 2], last));
-  if (gap <= LongGap) return units <= 1 + step / 2 ? Link::Held : Link::Moved;
+  if (after_ && !after_->isNone && !after_->isBehindBreak) step = stepOf(next, *after_);
+  if (fixes_.size() > 1) step = std::max(step, stepOf(fixes_[fixes_.size() - 2], last));
+  if (gap <= longGap_) return units <= 1 + step / 2 ? Link::Held : Link::Moved;
   return units <= 1.5 + step || isSlow ? Link::Held : Link::Lost;
 }
 
@@ -212,7 +250,7 @@ SlPlace SlTrack::At(std::uint32_t frame) {
   while (fixAt_ + 1 < fixes_.size() && fixes_[fixAt_ + 1].frame <= frame) ++fixAt_;
 
   const bool mayBeOld = end_ == End::Lost || (end_ != End::Open && flags_ == FixFlags::NewFix);
-  const double allowed = end_ == End::Lost ? interval_ : std::max(interval_, LongGap);
+  const double allowed = end_ == End::Lost ? interval_ : longGap_;
   if (mayBeOld && time > fixes_.back().time + allowed + LeastFixSpacing) return place;
   const TrackPlace mended = PlaceAt(time);
   place.x = mended.x;

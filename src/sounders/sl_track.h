@@ -61,7 +61,8 @@ class SlTrack {
 
   SlChannel& channel_;
   FixFlags flags_;
-  double interval_;
+  double interval_;                  // seconds, from fix to fix
+  double longGap_;                   // seconds
   double metresPerUnit_ = 1;         // on the ground
   std::size_t nextFix_ = 0;          // in the channel's fixes
   std::optional<Fix> next_, after_;  // the fixes that come
@@ -71,9 +72,9 @@ class SlTrack {
   bool beginsWithMoment_ = false;  // the stretch, as far as the window holds its beginning
   bool isAtBeginning_ = false;
   bool beginsLine_ = false;
-  std::uint32_t endFrame_ = 0;     // first frame behind the stretch
-  std::uint32_t windowEnd_ = 0;    // first frame for which the window isn't good
-  std::size_t fixAt_ = 0;          // in the window, of the frame
+  std::uint32_t endFrame_ = 0;   // first frame behind the stretch
+  std::uint32_t windowEnd_ = 0;  // first frame for which the window isn't good
+  std::size_t fixAt_ = 0;        // in the window, of the frame
   std::vector<FixMoment> moments_;
   TrackMender mender_;
   std::span<const TrackKnot> knots_;

@@ -10,7 +10,7 @@ namespace {
 constexpr double RoundingWeight = 12;
 // Weighs the bending against it: the inverse of the spectral density of a boat's acceleration, s^3/unit^2. By
 // trial on made tracks from a drift to 4 m/s, straight, in circles and in serpentines.
-constexpr double Bending = 50;
+constexpr double Bending = 20;
 constexpr double AlmostOutside = 0.45;  // units from a fix, from which on its weight is raised
 constexpr int MostRounds = 6;
 
@@ -18,7 +18,7 @@ constexpr int MostRounds = 6;
 constexpr double ThroughWeight = 1e6;
 constexpr double ThroughBending = 1e-3;
 
-constexpr double MostSlope = 3;   // of the chord's
+constexpr double MostSlope = 3;    // of the chord's
 constexpr double SlopeRoom = 0.5;  // units beyond the chord
 
 double WithinLimit(double speed, double limit) { return std::clamp(speed, -limit, limit); }
@@ -78,6 +78,12 @@ void TrackMender::Solve(std::span<const FixMoment> fixes, double bending) {
 void TrackMender::MendAxis(std::span<const FixMoment> fixes, double FixMoment::*stored) {
   const std::size_t count = fixes.size();
   for (std::size_t i = 0; i < count; ++i) target_[i] = fixes[i].*stored - fixes[0].*stored;
+  if (std::all_of(target_.begin(), target_.begin() + static_cast<std::ptrdiff_t>(count),
+                  [](double place) { return place == 0; })) {
+    std::fill_n(x_.begin(), count, 0.0);
+    std::fill_n(v_.begin(), count, 0.0);
+    return;
+  }
   std::fill_n(weight_.begin(), count, RoundingWeight);
   bool isInside = false;
   for (int round = 0; round < MostRounds && !isInside; ++round) {

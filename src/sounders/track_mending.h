@@ -39,7 +39,8 @@ class TrackMender {
   std::span<const TrackKnot> Mend(std::span<const FixMoment> fixes);
 
  private:
-  // One 2 x 2 block on the diagonal and the one to its right, with the right-hand side. Symmetric: row by row.
+  // One 2 x 2 block on the diagonal and the one to its right, with the right-hand side. Symmetric: row by
+  // row.
   struct Row {
     double xx = 0, xv = 0, vv = 0;
     double nextXx = 0, nextXv = 0, nextVx = 0, nextVv = 0;

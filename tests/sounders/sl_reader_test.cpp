@@ -1,0 +1,274 @@
+#include "sounders/sl_reader.h"
+
+#include "recordings.h"
+#include "samples/damage.h"
+#include "samples/echogram.h"
+#include "sounders/sl_channel.h"
+#include "temporary_folder.h"
+
+#include <cmath>
+#include <numbers>
+
+namespace sondrix {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+class SlReader : public testing::Test {
+ protected:
+  // As the program reads it; the kind and what can't be read are told in words.
+  std::string Read(const Bytes& bytes, std::optional<std::uint8_t> channel = std::nullopt) {
+    EXPECT_TRUE(WriteBytes(folder_.Path("recording"), bytes));
+    return Read(folder_.Path("recording"), channel);
+  }
+  std::string Read(const std::string& path, std::optional<std::uint8_t> channel = std::nullopt) {
+    reading = {};
+    const SounderFormat* format = Recognise(path);
+    if (format == nullptr) return "none";
+    ReadOptions options;
+    options.channel = channel;
+    try {
+      format->read(path, options, {}, reading);
+    } catch (const CantRead& reason) {
+      return reason.what();
+    }
+    return std::string(format->name);
+  }
+  const SoundingList& Soundings() const { return reading.trips.at(0).soundings; }
+  std::uint64_t Passed(PassedOver what) const { return reading.passedOver[static_cast<std::size_t>(what)]; }
+  // The recorded depths in feet: "12 12.1 ".
+  std::string Feet() const {
+    std::string text;
+    for (std::size_t i = 0; i < Soundings().size(); ++i) {
+      text += std::to_string(std::lround(Soundings()[i].recorded / 0.3048)) + " ";
+    }
+    return text;
+  }
+
+  Reading reading;
+
+ private:
+  TemporaryFolder folder_;
+};
+
+// Replaces the flags of the n-th frame.
+void SetFlags(Bytes& bytes, std::size_t frame, std::uint16_t flags) {
+  PutU16(bytes, FrameStarts(bytes)[frame] + (bytes[0] == 2 ? 0x84U : 0x74U), flags);
+}
+
+TEST_F(SlReader, RealRecordings) {
+  const std::filesystem::path folder = RecordingsFolder();
+  if (folder.empty()) GTEST_SKIP() << "the real recordings aren't here";
+  EXPECT_EQ(Read((folder / "echograms" / "river-elite.sl2").string()), "SL2");
+  EXPECT_EQ(Soundings().size(), 653U);
+  EXPECT_TRUE(reading.takenFor[0].starts_with("channel 2 (Downscan): 653 of 653 frames with a depth; 0 "))
+      << reading.takenFor[0];
+  EXPECT_EQ(reading.takenFor[1], "positions reckoned between fixes 1.0 s apart");
+  EXPECT_FALSE(Soundings()[100].HasTime());
+  EXPECT_NEAR(Soundings()[0].latitude, 53.235148, 3e-6);
+  EXPECT_NEAR(Soundings()[0].longitude, 39.959049, 5e-6);
+  EXPECT_FLOAT_EQ(Soundings()[0].recorded, 0.799F);
+
+  EXPECT_EQ(Read((folder / "echograms" / "tank-hds.sl3").string()), "SL3");
+  EXPECT_EQ(Soundings().size(), 113U);
+  EXPECT_EQ(Soundings()[0].channel, 0);
+  EXPECT_TRUE(reading.takenFor[0].starts_with("channel 0 (Primary): 113 of 113 frames with a depth; 2 "))
+      << reading.takenFor[0];
+  EXPECT_EQ(Soundings()[0].time, 1722828005.546);
+  EXPECT_FLOAT_EQ(Soundings()[0].recorded, 10.848F);
+  EXPECT_NEAR(Soundings()[0].latitude, -42.885927, 5e-6);
+  EXPECT_EQ(reading.passedOver, PassedOverCounts{});
+}
+
+TEST_F(SlReader, TheChannelWithMostDepths) {
+  struct Row {
+    std::vector<std::pair<int, float>> frames;  // channel and depth
+    std::optional<std::uint8_t> asked;
+    std::string_view kind, taken, feet;
+  };
+  const Row rows[] = {
+      {{{2, 7}, {0, 5}, {2, 8}, {0, 6}}, {}, "SL3", "channel 0 (Primary): 2 of 2 frames with", "5 6 "},
+      {{{2, 7}, {1, 5}, {2, 8}, {1, 6}}, {}, "SL3", "channel 2 (Downscan): 2 of 2 frames with", "7 8 "},
+      {{{5, 7}, {1, 5}, {5, 8}, {1, 6}}, {}, "SL3", "channel 1: 2 of 2 frames with", "5 6 "},
+      {{{0, 0}, {2, 5}, {0, 8}, {2, 6}}, {}, "SL3", "channel 2 (Downscan): 2 of 2 frames with", "5 6 "},
+      {{{0, 0}, {2, 5}, {0, 8}, {2, 6}}, 0, "SL3", "channel 0 (Primary): 1 of 2 frames with", "0 8 "},
+      {{{0, 0}, {2, 0}}, {}, "SL3", "channel 0 (Primary): 0 of 1 frame with", "0 "},
+      {{{0, 3}, {2, 3}}, 5, "no frame of channel 5 (Sidescan); it has 0, 2", "", ""},
+  };
+  for (const Row& row : rows) {
+    std::vector<SampleFrame> frames;
+    for (const auto& [channel, depth] : row.frames) frames.push_back(Frame(channel, depth));
+    ASSERT_EQ(Read(EchogramBytes(3, frames), row.asked), row.kind) << row.taken;
+    if (row.taken.empty()) continue;
+    EXPECT_TRUE(reading.takenFor[0].starts_with(row.taken)) << reading.takenFor[0];
+    EXPECT_EQ(Feet(), row.feet) << row.taken;
+  }
+  // A depth that the flags don't tell of is none, where they tell of any.
+  for (const int word : {2, 3}) {
+    Bytes bytes = EchogramBytes(word, {Frame(0, 5), Frame(2, 6), Frame(0, 5), Frame(2, 6)});
+    SetFlags(bytes, 0, 0x0010);
+    EXPECT_EQ(Read(bytes), word == 2 ? "SL2" : "SL3");
+    EXPECT_EQ(Feet(), "6 6 ");
+    Read(bytes, 0);
+    EXPECT_TRUE(std::isnan(Soundings()[0].recorded));
+    for (const std::size_t frame : {1U, 2U, 3U}) SetFlags(bytes, frame, 0x0010);
+    Read(bytes);
+    EXPECT_EQ(Feet(), "5 5 ");
+  }
+}
+
+TEST_F(SlReader, DamageIsSteppedOver) {
+  // Of the 40 Downscan frames; what isn't damaged comes as it stands.
+  struct Row {
+    std::string_view damage;
+    std::size_t soundings;
+    std::uint64_t damagedBytes, cutEnd;
+  };
+  const Row rows[] = {{"cut-in-lead", 39, 0, 1},
+                      {"cut-in-header", 39, 0, 1},
+                      {"cut-in-samples", 39, 0, 1},
+                      {"frame-size-zero", 39, 2064, 0},
+                      {"frame-size-negative", 39, 2064, 0},
+                      {"sample-count-zero", 39, 2064, 0},
+                      {"noise", 38, 8256, 0},
+                      {"noise-to-end", 20, 80496, 0},
+                      {"sl3-bad-frame", 39, 2088, 0},
+                      {"sl3-frame-size-zero", 39, 2088, 0},
+                      {"sl3-noise", 38, 8352, 0}};
+  for (const Row& row : rows) {
+    const Damage* damage = DamageOf(row.damage);
+    const Bytes clean = CleanEchogram(damage->FormatWord);
+    Read(clean, 2);
+    std::string feet = Feet();
+    ASSERT_EQ(Read(damage->Apply(clean), 2), damage->FormatWord == 2 ? "SL2" : "SL3") << row.damage;
+    EXPECT_EQ(Soundings().size(), row.soundings) << row.damage;
+    EXPECT_EQ(Passed(PassedOver::DamagedBytes), row.damagedBytes) << row.damage;
+    EXPECT_EQ(Passed(PassedOver::CutEnd), row.cutEnd) << row.damage;
+    EXPECT_EQ(Feet().substr(0, 30), feet.substr(0, 30)) << row.damage;
+    if (row.soundings >= 38 && row.cutEnd == 0) {
+      EXPECT_EQ(Feet().substr(Feet().size() - 30), feet.substr(feet.size() - 30)) << row.damage;
+    }
+  }
+  for (const char* nothing : {"empty", "3-bytes", "format-word"}) {
+    EXPECT_EQ(Read(DamageOf(nothing)->Apply(CleanEchogram(2))), "none") << nothing;
+  }
+  for (const char* noFrame : {"9-bytes"}) {
+    EXPECT_EQ(Read(DamageOf(noFrame)->Apply(CleanEchogram(2))), "no sound frame in it") << noFrame;
+  }
+}
+
+TEST_F(SlReader, BytesThatAreMissingOrTooMany) {
+  // In an SL2 the fields that count stand behind the byte 20, and so the frame's size tells where it begins.
+  struct Row {
+    std::size_t frame, at;  // behind its start
+    int bytes;              // put in there, or taken out
+    std::size_t soundings;  // of the 40
+  };
+  for (const int word : {2, 3}) {
+    const Bytes clean = CleanEchogram(word);
+    const std::vector<std::size_t> starts = FrameStarts(clean);
+    for (const Row& row : {Row{21, 1000, -1, 40}, Row{21, 1000, 1, 40}, Row{21, 20, -1, 39U + (word == 2)},
+                           Row{21, 20, 3, 39U + (word == 2)}, Row{0, 0, 70'000, 40}, Row{0, 0, -100, 40},
+                           Row{20, 0, 1000, 40}, Row{21, 0, -2000, 39}}) {
+      Bytes bytes = clean;
+      const auto place = bytes.begin() + static_cast<std::ptrdiff_t>(starts[row.frame] + row.at);
+      if (row.bytes > 0) bytes.insert(place, static_cast<std::size_t>(row.bytes), 0x55);
+      if (row.bytes < 0) bytes.erase(place, place - row.bytes);
+      // A head that no recorder writes is recognised by its first frames alone.
+      if (row.bytes == 70'000) bytes[4] = 0xB2, bytes[5] = 0x07;
+      ASSERT_EQ(Read(bytes, 2), word == 2 ? "SL2" : "SL3") << row.bytes;
+      EXPECT_EQ(Soundings().size(), row.soundings) << word << " " << row.bytes;
+      EXPECT_GT(Passed(PassedOver::DamagedBytes), 0U) << word << " " << row.bytes;
+    }
+  }
+}
+
+TEST_F(SlReader, TimesFromTheFirstClock) {
+  struct Row {
+    std::uint32_t clock;
+    std::int32_t offset;
+    double time;  // 0: unknown
+  };
+  for (const Row& row :
+       {Row{1'464'184'800, -479, 1'464'184'799.521}, Row{1'464'184'800, 66, 1'464'184'800.066},
+        Row{631'151'999, 5, 0}, Row{631'152'000, 5, 631'152'000.005}, Row{0xFFFFFFFF, 48, 0},
+        Row{4'200'000'000, 48, 0}, Row{1'317'703, 1'317'703, 0}, Row{700'000'000, 700'000'000, 0}}) {
+    std::vector<SampleFrame> frames;
+    for (int i = 0; i < 3; ++i) {
+      frames.push_back(Frame(0, 5));
+      frames.back().TimeOffset = row.offset + 100 * i;
+      frames.back().TimeBase = i == 0 ? static_cast<std::int32_t>(row.clock) : *frames.back().TimeOffset;
+    }
+    Read(EchogramBytes(2, frames));
+    for (std::size_t i = 0; i < 3; ++i) {
+      const double time = Soundings()[i].time;
+      const double expected = KeptSeconds(row.time + 0.1 * static_cast<double>(i));
+      EXPECT_EQ(std::isnan(time) ? 0 : time, row.time == 0 ? 0 : expected) << row.clock;
+    }
+    EXPECT_EQ(reading.remarks.empty(), row.time != 0);
+  }
+}
+
+TEST_F(SlReader, PlacesOfAllTheSphere) {
+  struct Row {
+    std::int32_t x, y;
+    bool isPlace;
+  };
+  constexpr double radius = 6356752.3142, degree = std::numbers::pi / 180;
+  for (const Row& row :
+       {Row{4'105'000, 7'533'000, true}, Row{0, 1, true}, Row{-19'970'000, -19'970'000, true},
+        Row{0, 0, false}, Row{19'980'000, 0, false}, Row{0, -2'000'000'000, false}}) {
+    Read(EchogramBytes(2, {Frame(0, 5, row.x, row.y), Frame(0, 5, row.x, row.y)}));
+    const Sounding& sounding = Soundings()[0];
+    EXPECT_EQ(sounding.HasPosition(), row.isPlace) << row.x;
+    EXPECT_EQ(reading.remarks.size(), row.isPlace ? 0U : 1U);
+    if (!row.isPlace) continue;
+    EXPECT_NEAR(sounding.longitude, row.x / radius / degree, 5.1e-9) << row.x;
+    EXPECT_NEAR(sounding.latitude, std::atan(std::sinh(row.y / radius)) / degree, 5.1e-9) << row.y;
+  }
+}
+
+TEST_F(SlReader, FlagsTellWhichPositionsAreFixes) {
+  // 30 pings at 10 a second, 2 m a second; the numbers run ahead of the fixes, which are flagged.
+  std::vector<SampleFrame> frames;
+  for (int ping = 0; ping < 60; ++ping) {
+    frames.push_back(Frame(0, 5, 4'105'000 + ping / 10 * 2 + (ping % 10 == 5 ? 40 : 0), 7'533'000, 16));
+    frames.back().TimeOffset = 100 * ping;
+  }
+  Bytes bytes = EchogramBytes(2, frames);
+  for (std::size_t frame = 0; frame < frames.size(); ++frame) {
+    SetFlags(bytes, frame, frame % 10 == 0 ? 0x021E : 0x000C);
+  }
+  Read(bytes);
+  constexpr double metres = 6356752.3142 * std::numbers::pi / 180;
+  for (std::size_t i = 0; i < 50; ++i) {
+    EXPECT_NEAR(Soundings()[i].longitude * metres, 4'105'000 + 0.2 * static_cast<double>(i), 0.3) << i;
+  }
+}
+
+TEST(SlChannels, KeepTheBestAndForgetTheRest) {
+  SlChannels channels(SlChannels::Every);
+  SlFrame frame;
+  frame.Flags = 0x021E;
+  const int longest = 1'600'000;
+  for (int ping = 0; ping < longest; ++ping) {
+    frame.TimeOffset = ping;
+    frame.MercX = ping;
+    for (const int channel : {5, 1, 0, 2}) {
+      frame.Channel = static_cast<std::uint8_t>(channel);
+      frame.WaterDepth = channel == 2 && ping < longest / 2 ? 0.0F : 5.0F;
+      channels.Add(frame);
+    }
+  }
+  std::uint64_t bytes = 0;
+  for (const SlChannel& channel : channels.All()) bytes += channel.Bytes();
+  EXPECT_LE(bytes, 28ULL * longest + (33 << 20));
+  EXPECT_EQ(channels.Best()->number, 0);
+  EXPECT_TRUE(channels.Find(0)->isKept);
+  EXPECT_EQ(channels.Find(0)->depths.size(), static_cast<std::size_t>(longest));
+  EXPECT_FALSE(channels.Find(2)->isKept);
+  EXPECT_EQ(channels.DepthsOf(*channels.Find(2)), static_cast<std::uint64_t>(longest / 2));
+}
+
+}  // namespace
+}  // namespace sondrix
