@@ -1,0 +1,122 @@
+#include "survey/same_source.h"
+
+#include "core/files.h"
+#include "geo/constants.h"
+#include "survey/sounding_probe.h"
+#include "survey/survey.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string_view>
+#include <tuple>
+
+namespace sondrix {
+namespace {
+
+// How far apart the places of the same sounding may be. A recorder keeps whole Mercator metres, which one
+// program mends and another takes as they are. Where time and fine depths tell strangers apart, there is room
+// for a transducer that was put into its place.
+constexpr double MetresOfFine = 5, MetresOfRecording = 3, MetresOfTables = 1;
+
+// A table's times without a zone may have been taken for another one than the recording's.
+constexpr double ZoneStep = 15 * 60;      // seconds
+constexpr double WidestZone = 14 * 3600;  // seconds
+constexpr double TimeSlack = 2;           // seconds
+constexpr std::size_t MaxShifts = 4;
+
+enum class Rank { Recording, Log, Table };
+
+Rank RankOf(const Trip& trip) {
+  if (trip.kind.starts_with("SL")) return Rank::Recording;
+  if (trip.kind.starts_with("NMEA")) return Rank::Log;
+  return Rank::Table;
+}
+
+// Whether a source tells the trip of another one.
+bool IsRetold(const Trip& trip) { return trip.name.find(FileNameOf(trip.path)) == std::string::npos; }
+
+struct Candidate {
+  std::size_t trip = 0;
+  Rank rank = Rank::Table;
+  bool isRetold = false;
+  SoundingSpan span;
+};
+
+bool MayHold(const SoundingSpan& whole, const SoundingSpan& part) {
+  constexpr double metre = 1 / 111'200.0;  // degrees
+  const double north = 2 * MetresOfFine * metre;
+  const double east = north / std::max(0.01, std::cos(part.north * Deg2Rad));
+  return part.west >= whole.west - east && part.east <= whole.east + east &&
+         part.south >= whole.south - north && part.north <= whole.north + north;
+}
+
+// The times of the whole less those of the part, as far as they can be the same trip.
+std::vector<double> ShiftsOf(const Candidate& whole, const Candidate& part) {
+  std::vector<double> shifts;
+  const bool mayDiffer = whole.rank <= Rank::Log && part.rank >= Rank::Table;
+  const double widest = mayDiffer ? WidestZone : 0;
+  for (double size = 0; size <= widest && shifts.size() < MaxShifts; size += ZoneStep) {
+    for (const double shift : {size, -size}) {
+      const bool isInside = part.span.from + shift >= whole.span.from - TimeSlack &&
+                            part.span.to + shift <= whole.span.to + TimeSlack;
+      if (isInside && (shift != 0 || shifts.empty())) shifts.push_back(shift);
+    }
+  }
+  return shifts;
+}
+
+double MetresOf(const Candidate& whole, const Candidate& part, bool usesTime) {
+  constexpr double coarse = 0.05;  // metres
+  if (usesTime && whole.span.depthUnit < coarse && part.span.depthUnit < coarse) return MetresOfFine;
+  return whole.rank == Rank::Recording ? MetresOfRecording : MetresOfTables;
+}
+
+bool Repeats(SoundingProbe& probe, const Candidate& part, const Candidate& whole, const Trip& wholeTrip) {
+  if (!MayHold(whole.span, part.span)) return false;
+  const bool usesTime = whole.span.HasTimes() && part.span.HasTimes();
+  const std::vector<double> shifts = usesTime ? ShiftsOf(whole, part) : std::vector<double>{0};
+  return std::any_of(shifts.begin(), shifts.end(), [&](double shift) {
+    return probe.StandsIn(wholeTrip.soundings, whole.span,
+                          {usesTime, shift, MetresOf(whole, part, usesTime)});
+  });
+}
+
+std::string WordsOf(const Candidate& part, const Candidate& whole, const Survey& survey) {
+  const Trip& trip = survey.trips[whole.trip];
+  const bool isSame = part.span.count * 100 >= whole.span.count * 99;
+  const std::string& name = trip.name == survey.trips[part.trip].name ? trip.path : trip.name;
+  return (isSame ? "the same soundings as " : "its soundings stand in ") + name;
+}
+
+}  // namespace
+
+std::vector<RepeatedTrip> FindRepeatedTrips(const Survey& survey) {
+  std::vector<Candidate> candidates;
+  for (std::size_t t = 0; t < survey.trips.size(); ++t) {
+    const Trip& trip = survey.trips[t];
+    const Candidate candidate = {t, RankOf(trip), IsRetold(trip), SpanOf(trip.soundings)};
+    if (candidate.span.count > 0) candidates.push_back(candidate);
+  }
+  std::sort(candidates.begin(), candidates.end(), [](const Candidate& a, const Candidate& b) {
+    return std::tuple(a.rank, b.span.count, a.isRetold, a.trip) <
+           std::tuple(b.rank, a.span.count, b.isRetold, b.trip);
+  });
+  std::vector<RepeatedTrip> repeated;
+  std::vector<Candidate> kept;
+  for (const Candidate& part : candidates) {
+    SoundingProbe probe(survey.trips[part.trip].soundings, part.span);
+    const auto whole = std::find_if(kept.begin(), kept.end(), [&](const Candidate& other) {
+      return Repeats(probe, part, other, survey.trips[other.trip]);
+    });
+    if (whole == kept.end()) {
+      kept.push_back(part);
+    } else {
+      repeated.push_back({part.trip, whole->trip, WordsOf(part, *whole, survey)});
+    }
+  }
+  std::sort(repeated.begin(), repeated.end(),
+            [](const RepeatedTrip& a, const RepeatedTrip& b) { return a.trip < b.trip; });
+  return repeated;
+}
+
+}  // namespace sondrix

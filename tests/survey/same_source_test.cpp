@@ -1,0 +1,157 @@
+#include "survey/same_source.h"
+
+#include "samples/xorshift.h"
+#include "tests/survey/survey_trips.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace sondrix {
+namespace {
+
+constexpr double Metre = 1 / 111'200.0;  // degrees of latitude
+
+// A recording and the converter's table of it, of the made lake.
+struct MadeLake {
+  std::vector<ChartTrip> trips = ChartTrips();
+  Trip recording = RecordedTrip(trips[1]), table = ConvertedTrip(trips[2]);
+};
+const MadeLake& Lake() {
+  static const MadeLake lake;
+  return lake;
+}
+
+void AsItIs(Sounding&) {}
+void WithoutTime(Sounding& sounding) { sounding.time = Unknown; }
+void AWeekLater(Sounding& sounding) { sounding.time += 7 * 86'400; }
+void ThreeHoursOff(Sounding& sounding) { sounding.time -= 3 * 3600; }
+void ToTheNorth(Sounding& sounding) { sounding.latitude += 2.5 * Metre; }
+void Deeper(Sounding& sounding) { sounding.recorded += 0.3F; }
+
+// "1 of 0" for each trip that is left out.
+std::string RepeatedOf(std::vector<Trip> trips) {
+  Survey survey;
+  for (Trip& trip : trips) survey.trips.push_back(std::move(trip));
+  std::string text;
+  for (const RepeatedTrip& repeated : FindRepeatedTrips(survey)) {
+    text += std::to_string(repeated.trip) + " of " + std::to_string(repeated.of) + ";";
+  }
+  return text;
+}
+
+template <typename... Trips>
+std::vector<Trip> ListOf(Trips&&... trips) {
+  std::vector<Trip> list;
+  (list.push_back(std::forward<Trips>(trips)), ...);
+  return list;
+}
+
+Trip Copy(const Trip& trip, void (*change)(Sounding&) = AsItIs, std::string path = "b.sl2",
+          std::string kind = "SL2", std::size_t every = 1) {
+  return ChangedTrip(trip, std::move(path), std::move(kind), change, every);
+}
+
+TEST(SameSource, FindsWhatWasGivenTwice) {
+  const Trip& recording = Lake().recording;
+  const Trip& table = Lake().table;
+  struct Case {
+    const char* name;
+    Trip first, second;
+    const char* repeated;
+  };
+  Case cases[] = {
+      {"a recording twice", Copy(recording), Copy(recording, AsItIs, "c.sl2"), "1 of 0;"},
+      {"the converter's table before its recording", Copy(table, AsItIs, "a.csv", "table"), Copy(recording),
+       "0 of 1;"},
+      {"without its times", Copy(recording), Copy(table, WithoutTime, "a.csv", "table"), "1 of 0;"},
+      {"a recording without a date", Copy(recording, WithoutTime), Copy(table, AsItIs, "a.csv", "table"),
+       "1 of 0;"},
+      {"with times taken for another zone's", Copy(recording), Copy(table, ThreeHoursOff, "a.csv", "table"),
+       "1 of 0;"},
+      {"with the transducer in its place", Copy(recording), Copy(table, ToTheNorth, "a.csv", "table"),
+       "1 of 0;"},
+      {"a thinned table before the whole", Copy(table, WithoutTime, "a.csv", "table", 3),
+       Copy(table, WithoutTime, "b.csv", "table"), "0 of 1;"},
+      {"equal tables: the earlier stays", Copy(table, WithoutTime, "a.csv", "table"),
+       Copy(table, WithoutTime, "b.csv", "table"), "1 of 0;"},
+      {"depths corrected, places and times kept", Copy(recording), Copy(recording, Deeper, "a.gpx", "GPX"),
+       "1 of 0;"},
+  };
+  for (Case& test : cases) {
+    EXPECT_EQ(RepeatedOf(ListOf(std::move(test.first), std::move(test.second))), test.repeated) << test.name;
+  }
+}
+
+TEST(SameSource, TheFullerStaysAndThenTheOneThatIsNotRetold) {
+  const Trip& table = Lake().table;
+  Trip retold = Copy(table, AsItIs, "all.csv", "table");
+  retold.name = "lake.csv";
+  Trip second = Copy(Lake().recording, AsItIs, "all.csv", "table");
+  second.name = "lake.sl2";
+  EXPECT_EQ(
+      RepeatedOf(ListOf(std::move(retold), Copy(table, AsItIs, "lake.csv", "table"), std::move(second))),
+      "0 of 2;1 of 2;");
+}
+
+TEST(SameSource, TellsWhatIsRepeated) {
+  Survey survey;
+  survey.trips = ListOf(Copy(Lake().recording, AsItIs, "x/a.sl2"), Copy(Lake().recording, AsItIs, "y/a.sl2"),
+                        Copy(Lake().table, AsItIs, "a.csv", "table"));
+  const std::vector<RepeatedTrip> repeated = FindRepeatedTrips(survey);
+  ASSERT_EQ(repeated.size(), 2U);
+  EXPECT_EQ(repeated[0].words, "the same soundings as x/a.sl2");
+  EXPECT_EQ(repeated[1].words, "its soundings stand in a.sl2");
+}
+
+// Another sounder on nearly the same way: noise of its own on places and depths.
+Trip Stranger(const Trip& trip, double metresAside, void (*change)(Sounding&), double unit, double noise,
+              std::size_t every = 1) {
+  XorShift random(7);
+  double drift = 0;
+  return ChangedTrip(
+      trip, "c.csv", "table",
+      [&](Sounding& sounding) {
+        drift += 0.02 * random.Signed() - 0.002 * drift;
+        sounding.latitude += (metresAside + drift) * Metre;
+        const double depth = static_cast<double>(sounding.recorded) + noise * random.Signed();
+        sounding.recorded = static_cast<float>(std::round(depth / unit) * unit);
+        change(sounding);
+      },
+      every);
+}
+
+TEST(SameSource, LeavesStrangers) {
+  const Trip& recording = Lake().recording;
+  const Trip& table = Lake().table;
+  struct Case {
+    const char* name;
+    Trip first, second;
+  };
+  Case cases[] = {
+      {"two boats side by side", Copy(recording), Stranger(recording, 4, AsItIs, 0.01, 0.03)},
+      {"and in decimetres", Stranger(table, 0, AsItIs, 0.1, 0.03), Stranger(table, 4, AsItIs, 0.1, 0.03)},
+      {"two sounders of a boat", Copy(recording), Stranger(recording, 0.5, AsItIs, 0.01, 0.03, 4)},
+      {"the way of last week", Copy(recording), Stranger(recording, 0.5, AWeekLater, 0.001, 0)},
+      {"without times", Copy(recording), Stranger(recording, 0.5, WithoutTime, 0.01, 0.04, 5)},
+      {"tables of a place with other depths", Copy(table, WithoutTime, "a.csv", "table"),
+       Stranger(table, 0, WithoutTime, 0.01, 0.05)},
+      {"nothing with a place", Copy(table, WithoutTime, "a.csv", "table"),
+       Copy(
+           table, [](Sounding& s) { s.longitude = Unknown; }, "b.csv", "table")},
+  };
+  for (Case& test : cases) {
+    EXPECT_EQ(RepeatedOf(ListOf(std::move(test.first), std::move(test.second))), "") << test.name;
+  }
+  // All other trips of the made lake.
+  std::vector<Trip> others;
+  for (const ChartTrip& trip : Lake().trips) {
+    if (trip.Copies.empty()) others.push_back(RecordedTrip(trip));
+  }
+  EXPECT_EQ(RepeatedOf(std::move(others)), "");
+}
+
+}  // namespace
+}  // namespace sondrix
