@@ -29,7 +29,9 @@ void AppendFiles(const fs::path& folder, std::vector<std::string>& files) {
 
 std::string PlaceOf(const std::string& path) {
   std::error_code error;
-  const fs::path place = fs::weakly_canonical(PathOf(path), error);
+  // From the root on: the start of a path that isn't there yet would stay as it is spelled.
+  fs::path place = fs::absolute(PathOf(path), error);
+  if (!error) place = fs::weakly_canonical(place, error);
   std::string spelled = Utf8Of((error ? PathOf(path).lexically_normal() : place).generic_u8string());
   if (IgnoresCaseOfNames()) std::transform(spelled.begin(), spelled.end(), spelled.begin(), Lower);
   return spelled;

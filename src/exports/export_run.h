@@ -24,7 +24,7 @@ class CantExport : public std::runtime_error {
 // What an export may use besides the survey.
 struct ExportRun {
   int threads = 1;
-  std::function<bool()> isToEnd;              // asked now and then; then EndAsked is thrown
+  std::function<bool()> isToEnd = {};         // asked now and then; then EndAsked is thrown
   std::atomic<std::int64_t>* done = nullptr;  // soundings so far
 
   void Advance(std::size_t soundings) const {

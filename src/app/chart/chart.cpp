@@ -68,7 +68,7 @@ bool AllFoldersGave(const ChartRun& run) {
     const bool gave = std::any_of(run.sources.begin(), run.sources.end(), [f](const SourceAccount& source) {
       return source.source.folder == f && !source.IsPassed();
     });
-    if (!gave) return false;
+    if (!gave && !run.folders[f].isTakenBefore) return false;
   }
   return true;
 }

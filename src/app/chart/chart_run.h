@@ -48,7 +48,7 @@ struct ChartRun {
   ChartOptions options;
   std::vector<std::string> gisFolders;  // where the module is looked for
   int threads = 1;
-  std::vector<std::string> folders;  // given
+  std::vector<ChartFolder> folders;  // given
   std::vector<SourceAccount> sources;
   Survey survey;
   std::vector<TripAccount> trips;  // of the survey, once all fates are found

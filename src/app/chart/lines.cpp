@@ -41,7 +41,7 @@ void Join(std::string& line, std::string_view sentence) {
 
 std::string RangeText(const TimeRange& range) {
   if (std::isnan(range.from)) return "without times";
-  return TimeText(range.from) + " to " + TimeText(range.to);
+  return TimeText(range.from) + " to " + TimeText(range.to) + " UTC";
 }
 
 std::string LineOf(const SourceAccount& account, const ChartRun& run) {
@@ -66,7 +66,8 @@ void AddFolderLines(const ChartRun& run, std::vector<ChartLine>& lines) {
       if (account.source.folder != f) continue;
       ++(account.IsPassed() ? passed : used);
     }
-    std::string line = ShownName(run.folders[f]) + ": ";
+    if (run.folders[f].isTakenBefore) ++used;
+    std::string line = ShownName(run.folders[f].path) + ": ";
     if (used == 0) line += "nothing in it can be read";
     if (passed > 0) line += (used == 0 ? ", " : "") + Counted(passed, "files left out that no reader knows");
     if (used == 0 || passed > 0) lines.push_back({line, true});

@@ -188,7 +188,7 @@ ParsedChartOptions ParseChartOptions(std::span<const std::string> arguments) {
       return Refused(std::string(one.name) + " (" + one.meaning + "): this version doesn't make that");
     }
   }
-  for (const char* name : {"--zone", "--offset", "--draft"}) {
+  for (const char* name : {"--zone"}) {
     if (app.count(name) > 0) return Refused(std::string(name) + ": this version doesn't know that yet");
   }
   if (std::string wrong = Settle(texts, options); !wrong.empty()) return Refused(std::move(wrong));

@@ -66,7 +66,9 @@ SourceChoice ChooseSources(std::span<const std::string> given, std::span<const s
       }
     } else if (taken.insert(place).second) {
       choice.sources.push_back({path, folder, LengthOfFile(path)});
-    } else if (!folder) {
+    } else if (folder) {
+      choice.folders[*folder].isTakenBefore = true;
+    } else {
       choice.notes.push_back(path + ": left out, it is given twice");
     }
   };
@@ -76,7 +78,7 @@ SourceChoice ChooseSources(std::span<const std::string> given, std::span<const s
       take(source, std::nullopt);
       continue;
     }
-    choice.folders.push_back(source);
+    choice.folders.push_back({source});
     const std::size_t folderLength = WithSeparator(source).size();
     for (const std::string& file : FilesIn(source, true)) {
       if (!IsHidden(std::string_view(file).substr(std::min(folderLength, file.size())))) {

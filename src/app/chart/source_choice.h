@@ -16,10 +16,15 @@ struct ChartSource {
   std::int64_t length = 0;            // bytes, as far as they can be known before
 };
 
+struct ChartFolder {
+  std::string path;
+  bool isTakenBefore = false;  // files of it, by another name or folder
+};
+
 // The files of a call, and what is to be told of them, a line each.
 struct SourceChoice {
   std::vector<ChartSource> sources;  // in the order given, those of a folder by their names
-  std::vector<std::string> folders;  // given
+  std::vector<ChartFolder> folders;  // given
   std::vector<std::string> notes;    // of files that are left out
   std::string refusal;               // why nothing at all can be done; empty: it can
 };

@@ -1,0 +1,214 @@
+#include "app/chart/chart.h"
+
+#include "core/files.h"
+#include "temporary_folder.h"
+
+#include <atomic>
+#include <csignal>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <iomanip>
+#include <nlohmann/json.hpp>
+#include <set>
+#include <sstream>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace sondrix {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Called {
+  int status;
+  std::string out, err;
+};
+
+Called Call(const std::string& line) {
+  std::istringstream words(line);
+  std::vector<std::string> arguments;
+  for (std::string word; words >> std::quoted(word);) arguments.push_back(word);
+  testing::internal::CaptureStdout();
+  testing::internal::CaptureStderr();
+  const int status = RunChart(arguments, std::vector<std::string>{GIS_FOLDER});
+  const std::string out = testing::internal::GetCapturedStdout();
+  return {status, out, testing::internal::GetCapturedStderr()};
+}
+
+// A boat that goes north over an even bed, a sounding a second.
+std::string TrackText(int soundings, int minute, double longitude = 37.2, int depth = 5) {
+  std::ostringstream text;
+  text << std::fixed << std::setprecision(8) << "<gpx version=\"1.1\"><trk><trkseg>";
+  for (int i = 0; i < soundings; ++i) {
+    text << "<trkpt lat=\"" << 55.5 + 1e-5 * i << "\" lon=\"" << longitude << "\"><time>2021-05-15T"
+         << std::setfill('0') << std::setw(2) << 7 + minute / 60 << ":" << std::setw(2)
+         << (minute + i / 60) % 60 << ":" << std::setw(2) << i % 60 << "Z</time><extensions><depth>" << depth
+         << "." << i % 3 << "</depth></extensions></trkpt>\n";
+  }
+  text << "</trkseg></trk></gpx>";
+  return text.str();
+}
+
+// In a folder of its own, which is the current one.
+class Chart : public testing::Test {
+ protected:
+  Chart() {
+    fs::create_directories(folder_.Path("trips/2021"));
+    fs::current_path(folder_.Path(""));
+    folder_.Write("a.gpx", TrackText(40, 0));
+    folder_.Write("trips/b.gpx", TrackText(30, 10, 37.3));
+    folder_.Write("trips/2021/a.gpx", TrackText(20, 20, 37.4));
+    folder_.Write("trips/.hidden.gpx", TrackText(20, 30));
+    folder_.Write("trips/notes.bin", std::string("\0\1\2\3", 4));
+    folder_.Write("empty.csv", "");
+    folder_.Write("bare.gpx", "<gpx version=\"1.1\"><wpt lat=\"1\" lon=\"1\"></wpt></gpx>");
+  }
+  ~Chart() override { fs::current_path(before_); }
+
+  std::set<std::string> Names(const std::string& path) const {
+    std::set<std::string> names;
+    for (const auto& entry : fs::directory_iterator(folder_.Path(path))) {
+      names.insert(entry.path().filename().string());
+    }
+    return names;
+  }
+
+  fs::path before_ = fs::current_path();
+  TemporaryFolder folder_;
+};
+
+TEST_F(Chart, LinesAndStatusOfACall) {
+  const std::string a = "GPX, 40 soundings, 40 used, 2021-05-15 07:00:00 to 2021-05-15 07:00:39 UTC";
+  const struct {
+    std::string line;
+    int status;
+    std::string out, err = {};  // of both a part
+  } cases[] = {
+      {"a.gpx", 0, "a.gpx: " + a},
+      {"a.gpx", 0, "\n40 soundings: 40 used\n"},
+      {"-o x.csv a.gpx", 0, "\nx.csv: "},
+      {"-o X.XYZ -o x.gpkg -o x.gpx a.gpx", 0, " bytes, EPSG:32637\nx.gpkg: "},
+      {"--crs epsg:25837 -o y.xyz a.gpx", 0, " bytes, EPSG:25837\n"},
+      {"trips", 0, "trips/2021/a.gpx: GPX, 20 soundings", "trips: 1 files left out that no reader knows\n"},
+      {"trips a.gpx trips", 0, "\n90 soundings: 90 used\n", "trips: 1 files left out that no reader knows\n"},
+      {"a.gpx ./a.gpx", 0, "\n40 soundings: 40 used\n", "./a.gpx: left out, it is given twice\n"},
+      {"-v trips", 0, "", "trips/notes.bin: neither a recording nor a log or a table of soundings\n"},
+      // One that can't be read doesn't hold up the rest.
+      {"a.gpx none.sl2 empty.csv bare.gpx trips/b.gpx", 1, "\n70 soundings: 70 used\n",
+       "sondrix-chart: none.sl2: File not found\nsondrix-chart: empty.csv: it is empty\nsondrix-chart: "
+       "bare.gpx: "},
+      {"--clean off --offset 30,-100 --draft +20 a.gpx -j 3", 0, "40 used"},
+      {"-o d.csv -o none/e.csv a.gpx", 1, "d.csv: ", "none/e.csv: not made: Path not found\n"},
+      {"-o none/e.gpkg a.gpx", 1, "", "none/e.gpkg: not made: "},
+      {"-o f.csv empty.csv", 1, "0 soundings", "f.csv: not made: there are no soundings\n"},
+      // Wrong usage: nothing is read.
+      {"", 2, "", "no source is given"},
+      {"a.gpx \"\"", 2, "", "a source is empty"},
+      {"-o x.kml a.gpx", 2, "", "\"x.kml\": this version makes .csv, .gpx, .xyz and .gpkg\n"},
+      {"-o .csv a.gpx", 2, "", "\".csv\""},
+      {"--shore lake.shp a.gpx", 2, "",
+       "--shore (the shore: depth 0, and land outside): this version doesn't make that\n"},
+      {"--level auto a.gpx", 2, "", "--level auto"},
+      {"--contours 1,2 a.gpx", 2, "", "--contours"},
+      {"--wrong a.gpx", 2, "", "--wrong"},
+      {"--offset 30 a.gpx", 2, "", "--offset takes two numbers"},
+      {"--draft deep a.gpx", 2, "", "not \"deep\""},
+      {"--source-units yd a.gpx", 2, "", "yd"},
+      {"--source-crs 4326 a.gpx", 2, "", "--source-crs takes EPSG:n, not \"4326\""},
+      {"--source-crs EPSG:1 a.gpx", 2, "", "EPSG:1 is no coordinate system that is known\n"},
+      {"--crs EPSG:4326 a.gpx", 2, "", "EPSG:4326 is no projection in metres\n"},
+      {"-j 0 a.gpx", 2, "", "0"},
+      {"-o a.gpx a.gpx", 2, "", "a.gpx: is a source and an output\n"},
+      {"-o b.csv -o ./b.csv a.gpx", 2, "", "./b.csv: two outputs would take the same place\n"},
+      {"-o b.csv --report b.csv.part a.gpx", 2, "", "two outputs"},
+  };
+  for (const auto& [line, status, out, err] : cases) {
+    const Called called = Call(line);
+    EXPECT_EQ(called.status, status) << line << "\n" << called.err;
+    EXPECT_NE(called.out.find(out), std::string::npos) << line << "\n" << called.out;
+    EXPECT_NE(called.err.find(err), std::string::npos) << line << "\n" << called.err;
+    EXPECT_EQ(err.empty(), called.err.empty()) << line << "\n" << called.err;
+  }
+  EXPECT_EQ(Names(""), (std::set<std::string>{"X.XYZ", "a.gpx", "bare.gpx", "d.csv", "empty.csv", "trips",
+                                              "x.csv", "x.gpkg", "x.gpx", "y.xyz"}));
+}
+
+TEST_F(Chart, TextsThatAreAskedFor) {
+  for (const auto& [option, part] : {std::pair("--help", "-o,--output"), {"--version", "sondrix-chart "}}) {
+    const Called called = Call(option);
+    EXPECT_EQ(called.status, 0);
+    EXPECT_TRUE(called.out.find(part) != std::string::npos && called.err.empty()) << called.out;
+  }
+}
+
+TEST_F(Chart, ThreadsDontShow) {
+  for (int i = 0; i < 8; ++i) {
+    folder_.Write("trips/t" + std::to_string(i) + ".gpx", TrackText(3000 - 350 * i, i, 37.2 + 1e-4 * i));
+  }
+  const auto run = [&](const std::string& threads) {
+    const Called called =
+        Call("-v -j " + threads + " -o x.csv -o x.xyz -o x.gpkg --report x.json trips a.gpx");
+    EXPECT_EQ(called.status, 0);
+    std::string left = called.out + called.err;
+    for (const char* name : {"x.csv", "x.xyz", "x.gpkg", "x.json"}) left += folder_.Read(name);
+    return left;
+  };
+  const std::string alone = run("1");
+  EXPECT_GT(alone.size(), 1'000'000u);
+  EXPECT_TRUE(run("4") == alone);
+}
+
+TEST_F(Chart, AnOutputIsNoSource) {
+  folder_.Write("trips/old.csv", "earlier");
+  fs::create_symlink(folder_.Path("a.gpx"), folder_.Path("link.csv"));
+  EXPECT_EQ(Call("-o link.csv a.gpx").status, 2);
+  EXPECT_TRUE(fs::is_symlink("link.csv"));
+  const Called called = Call("-o trips/old.csv trips");
+  EXPECT_EQ(called.status, 0);
+  EXPECT_NE(called.err.find("trips/old.csv: left out, it is an output\n"), std::string::npos);
+  EXPECT_EQ(folder_.Read("trips/old.csv").substr(0, 8), "latitude");
+}
+
+TEST_F(Chart, TheReportAddsUp) {
+  ASSERT_EQ(Call("-o x.csv --report r.json a.gpx trips none.sl2").status, 1);
+  const auto report = nlohmann::json::parse(folder_.Read("r.json"));
+  std::uint64_t ofSources = 0, ofTrips = 0, ofFates = 0;
+  for (const auto& source : report["sources"]) ofSources += source["soundings"].get<std::uint64_t>();
+  for (const auto& trip : report["trips"]) ofTrips += trip["soundings"].get<std::uint64_t>();
+  for (const auto& fate : report["total"]["fates"]) ofFates += fate.get<std::uint64_t>();
+  EXPECT_EQ(ofSources, 90u);
+  EXPECT_EQ(ofTrips, 90u);
+  EXPECT_EQ(ofFates, 90u);
+  EXPECT_EQ(report["total"]["read"], 90);
+  EXPECT_EQ(report["sources"].size(), 4u);
+  EXPECT_EQ(report["sources"][3]["problem"], "File not found");
+  EXPECT_EQ(report["unknown_files"], nlohmann::json({"trips/notes.bin"}));
+  // Two sources of one name stay two trips.
+  EXPECT_EQ(report["trips"][1]["name"], "2021/a.gpx");
+  EXPECT_EQ(report["outputs"][0]["bytes"], folder_.Read("x.csv").size());
+}
+
+std::atomic<int> signals = 0;
+
+TEST_F(Chart, ASignalLeavesEarlierFiles) {
+  folder_.Write("long.gpx", TrackText(30'000, 0));
+  for (const char* name : {"x.csv", "x.gpkg", "r.json"}) folder_.Write(name, "earlier");
+  const std::set<std::string> before = Names("");
+  const auto previous = std::signal(SIGTERM, [](int) { ++signals; });
+  std::atomic<bool> isDone = false;
+  std::jthread sender([&] {
+    for (; !isDone; std::this_thread::sleep_for(std::chrono::microseconds(200))) std::raise(SIGTERM);
+  });
+  const Called called = Call("-o x.csv -o x.gpkg --report r.json long.gpx");
+  isDone = true;
+  sender.join();
+  std::signal(SIGTERM, previous);
+  EXPECT_EQ(called.status, 1);
+  EXPECT_EQ(called.err, "sondrix-chart: interrupted: no file was made\n");
+  EXPECT_EQ(Names(""), before);
+  for (const char* name : {"x.csv", "x.gpkg", "r.json"}) EXPECT_EQ(folder_.Read(name), "earlier");
+}
+
+}  // namespace
+}  // namespace sondrix
