@@ -45,26 +45,21 @@ TEST(Fault, ComesFromTheErrorsOfTheSystem) {
 }
 
 TEST(RunResult, IsWellAfterAWantedEndWithWholeOutputs) {
-  const Fault lost(FaultNumber::DiskFull);
-  const std::tuple<RunEnd, std::vector<RunOutput>, std::vector<Fault>, bool> rows[] = {
-      {RunEnd::Finished, {{"a", true}}, {}, true},
-      {RunEnd::Stopped, {}, {}, true},
-      {RunEnd::Refused, {}, {}, false},
-      {RunEnd::EndedEarly, {}, {}, false},
-      {RunEnd::Failed, {}, {}, false},
-      {RunEnd::Finished, {}, {lost}, false},
-      {RunEnd::Finished, {{"a", true}, {"b"}}, {}, false}};
-  for (const auto& [end, outputs, faults, isWell] : rows) {
-    RunResult result;
-    result.end = end;
-    result.outputs = outputs;
-    result.lost = faults;
-    EXPECT_EQ(result.IsWell(), isWell) << NameOf(end) << outputs.size();
-  }
-  std::string names;
-  for (int end = 0; end < 5; ++end) names.append(NameOf(static_cast<RunEnd>(end))).append(" ");
-  EXPECT_EQ(names, "finished refused stopped ended early failed ");
+  std::string ends;
   RunResult result;
+  for (int end = 4; end >= 0; --end) {
+    result.end = static_cast<RunEnd>(end);
+    ends.append(NameOf(result.end)).append(result.IsWell() ? "+ " : "- ");
+  }
+  EXPECT_EQ(ends, "failed- ended early- stopped+ refused- finished+ ");
+  result.outputs = {{"a", true}};
+  EXPECT_TRUE(result.IsWell());
+  result.outputs.push_back({"b"});
+  EXPECT_FALSE(result.IsWell());
+  const Fault lost(FaultNumber::DiskFull);
+  result.outputs.clear();
+  result.lost = {lost};
+  EXPECT_FALSE(result.IsWell());
   EXPECT_EQ(LineOf(result, {}), "");
   result.fault = lost;
   result.place = "GO";

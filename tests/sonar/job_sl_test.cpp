@@ -1,13 +1,14 @@
 #include "sonar/job_sl.h"
 
+#include "core/number_text.h"
 #include "samples/bulk.h"
 #include "samples/damage.h"
 #include "samples/echogram.h"
 #include "test_run.h"
 
-#include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <tuple>
 
 namespace sondrix {
 namespace {
@@ -155,6 +156,77 @@ TEST(JobSl, FrameAtTheSeamOfTwoChunksComesTwice) {
   std::filesystem::resize_file(test.settings.Source, 200'100'000);
   EXPECT_EQ(test.Click(), " ! error JobSl: 9. Subscript out of range");
   EXPECT_EQ(test.OutLines("long.csv").size(), 1525U);
+}
+
+TEST(Cut, EndsThatLeaveASoundFile) {
+  auto longSamples = Frame(2, 10);
+  longSamples.FrameSize = 200;  // the samples run into what follows
+  auto small = Frame(2, 10);    // than its header
+  small.Samples.resize(10);
+  small.FrameSize = 20;
+  // What is read, what the log line says at the end, and how long the cropped file is.
+  const std::tuple<Bytes, const char*, std::size_t> rows[] = {
+      {EchogramBytes(2, {Frame(2, 10)}), " 100  scan 1 ^00:00:00 * done", 8},
+      {EchogramBytes(2, {longSamples}), " 100log-file error 10% offset 208... * done", 8},
+      {EchogramBytes(2, {small}), " ! error JobSl: 9. Subscript out of range", 8},
+      {EchogramBytes(3, {small}), " * process stopped", 8},
+      {{2, 0, 0}, " 100gin processing... * done", 8},
+      {CleanEchogram(2), " ! error JobSl: 55. File already open", 8 + 80 * 2064},
+  };
+  for (const auto& [source, end, length] : rows) {
+    TestRun test;
+    test.settings.MakeCut = true;
+    test.settings.TargetName = "lake";
+    test.Source(length == 8 ? "lake.sl2" : "out/../out/lake_ch2.sl2", source);
+    EXPECT_EQ(test.Click(), end);
+    EXPECT_EQ(test.Out("lake_ch2.sl2").size(), length) << end;
+    EXPECT_EQ(test.Click(9), " ! 3D channel is not supported in SL2...");
+    EXPECT_FALSE(test.HasOut("lake_ch9.sl2"));
+  }
+}
+
+TEST(JobSl3D, HostileLists) {
+  const float nan = std::nanf("");
+  const char *done = " * done", *past = ": 9. Subscript out of range", *overflow = ": 6. Overflow";
+  // The lengths of the lists, the percentage of the width, both soundings.
+  const std::tuple<int, int, const char*, SampleSounding, const char*> rows[] = {
+      {16, 17000, "", {10, 10}, past},   {32767, 16, "", {10, 10}, past},
+      {-32768, 0, "", {10, 10}, done},   {-32768, 16, "", {10, 10}, past},
+      {-80, 16, "", {0, 0}, done},       {-84, 16, "", {0, 0}, past},
+      {16, 32767, "50", {10, 10}, past}, {16, 0, "", {10, 255.5F}, overflow},
+      {16, 0, "", {10, 255.4F}, done},   {16, 0, "", {-0.13F, 10}, overflow},
+      {16, 0, "", {nan, 10}, overflow},  {16, 0, "50", {10, nan}, overflow},
+      {0, 0, "50", {nan, nan}, done},    {11, 0, "", {nan, 10}, done},
+      {12, 0, "", {nan, 10}, overflow},
+  };
+  for (const auto& [left, right, percent, sounding, end] : rows) {
+    const SampleSounding list[] = {sounding};
+    SampleFrame frame = Frame3D(list, list);
+    PutU16(frame.Samples, 4, static_cast<std::uint16_t>(left));
+    PutU16(frame.Samples, 8, static_cast<std::uint16_t>(right));
+    TestRun test;
+    test.Set("MakeGraf=1 MaxSide=");
+    test.settings.MaxProc = percent;
+    test.Source("lake.sl3", EchogramBytes(3, {frame}));
+    EXPECT_TRUE(test.Click(9).ends_with(end)) << left << " " << right << " " << percent << test.window.att;
+  }
+}
+
+// The depth of a frame is its number.
+TEST(TrackPoint, LiveTrackStepsWithTheSpeed) {
+  std::vector<SampleFrame> frames;
+  for (int i = 0; i <= 500; ++i) {
+    frames.push_back(Frame(2, static_cast<float>(i) + 0.04F, 4'105'000 + i, 7'533'000, 320));
+    frames.back().Speed = i < 200 ? 6.0F : i < 300 ? 3.0F : 2.9F;
+  }
+  TestRun test;
+  test.settings.ViewOzi = true;
+  std::string points;  // depth:code
+  test.link.CreateTrackPoint = [&](int, int code, double, double, double feet, double) {
+    points += LocText(feet) + ":" + std::to_string(code) + " ";
+  };
+  test.Source("a.sl2", EchogramBytes(2, frames)).Click();
+  EXPECT_EQ(points, "0:1 50:0 100:0 150:0 200:0 300:0 400:0 ");
 }
 
 }  // namespace
