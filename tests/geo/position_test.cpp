@@ -20,7 +20,9 @@ TEST(Angles, Atan2WrapAndRemainder) {
   for (const double y : {-2, -1, 0, 1, 2})
     for (const double x : {-2, -1, 0, 1, 2})
       if (y != 0 || x > 0) EXPECT_NEAR(Atan2(y, x), std::atan2(y, x), 1e-14) << y << ' ' << x;
-  EXPECT_EQ(Atan2(0, -1), -Pi);
+  EXPECT_EQ(Atan2(0, -1), -Pi);  // and at the edges of the octants, to the last digit
+  EXPECT_EQ(std::tuple(Atan2(1, -1), Atan2(-1, 1), Atan2(-1, -1)),
+            std::tuple(std::atan(-1) + Pi, std::atan(-1), std::atan(1) - Pi));
   for (const auto& [y, x] : {std::pair(0.0, 0.0), {nan, 1.0}, {1.0, nan}, {HUGE_VAL, 1.0}, {1.0, HUGE_VAL}})
     EXPECT_EQ(FaultIn([&, b = y, a = x] { Atan2(b, a); }), 6) << y << x;
   for (const auto& [lon, wrapped] : {std::pair(180, -180), {-180, -180}, {190, -170}, {-190, 170}, {0, 0}})
