@@ -63,8 +63,10 @@ TEST_F(WindowTest, BoxesOptionsAndMountingReachTheSession) {
   Click("UseTyp9");
   EXPECT_EQ(session.state.SelectedChannel, Channel::Scan3D);
   EXPECT_FALSE(Checked("UseTyp2"));
-  Click("WPF");
-  EXPECT_EQ(session.state.MarkRequest, MarkFish);
+  for (const auto& [button, mark] : {std::pair("WPT", MarkRelief), {"WPF", MarkFish}}) {
+    Click(button);
+    EXPECT_EQ(session.state.MarkRequest, mark);
+  }
   Click("ViewOzi");  // there is no library here
   EXPECT_FALSE(Checked("ViewOzi") || window->Att().empty());
   const std::uint64_t before = session.pictures.ECHO.Version();
@@ -114,7 +116,7 @@ TEST_F(WindowTest, PicturesAreSavedAndCopied) {
   EXPECT_EQ(saved.filename().string().size(), 10U);  // hhmmss.bmp
   Find<QLineEdit>("TargetPath")->setText(QtText(Path("nowhere/")));
   Click("MakeScrn");
-  EXPECT_TRUE(window->Att().starts_with(" ! error MakeScrn: 76. ")) << window->Att();
+  EXPECT_TRUE(window->Att().starts_with(" ! error MakeScrn: 76. ") && beeps == 1) << window->Att();
 
   window->services.askPicture = [&](const std::string&) { return Path("saved.png"); };
   const auto choose = [&](const char* name, const char* entry) {
@@ -170,6 +172,43 @@ TEST(LogLine, ProgressIsTheFirstPercentage) {
   const std::pair<const char*, int> cases[] = {
       {" ! log-file error 7% offset 5%", 7}, {"% 5", -1}, {" 100% ", 100}, {" 250%", -1}};
   for (const auto& [line, percent] : cases) EXPECT_EQ(PercentIn(line), percent) << line;
+}
+
+// Where it has letters, of which colour, and how far its bar goes.
+TEST(LogLine, PaintsRowsFaultsAndItsBar) {
+  LogLine line(nullptr);
+  line.SetPlaces({0, 0, 200, 22}, {0, 0, 200, 29});
+  const auto painted = [&](bool (*isIt)(QColor), int top, int bottom) {
+    QRect found;
+    const QImage image = line.grab().toImage();
+    for (int y = 2 * top; y < 2 * bottom; ++y)
+      for (int x = 8; x < 392; ++x)
+        if (isIt(image.pixelColor(x, y))) found |= QRect(x, y, 1, 1);
+    return found;
+  };
+  const auto isDark = [](QColor colour) { return colour.red() < 90 && colour.blue() < 90; };
+  const auto isRed = [](QColor colour) { return colour.red() > 150 && colour.blue() < 60; };
+  const auto isBar = [](QColor colour) {
+    return colour == QApplication::palette().color(QPalette::Highlight);
+  };
+  line.ShowLine("one row 50%", true);
+  EXPECT_TRUE(painted(isDark, 3, 19).isNull() && !painted(isRed, 3, 19).isNull());
+  EXPECT_EQ(line.height(), 22);
+  line.ShowLine(std::string(400, 'x'));
+  EXPECT_EQ(line.height(), 29);
+  for (const int top : {2, 15}) {
+    const QRect row = painted(isDark, top, top + 11);
+    EXPECT_TRUE(row.left() >= 12 && row.left() < 18 && row.right() > 330 && row.right() < 392) << row.right();
+    EXPECT_TRUE(row.top() > 2 * top && row.bottom() < 2 * top + 21) << row.top() << ' ' << row.bottom();
+  }
+  line.SetRunning(true);
+  EXPECT_TRUE(painted(isBar, 0, 29).isNull());
+  line.ShowLine("50%");
+  EXPECT_EQ(painted(isBar, 0, 29), QRect(QPoint(8, 48), QPoint(199, 53))) << "from 4 on";
+  line.ShowLine("still");
+  EXPECT_EQ(line.Percent(), 50);
+  line.SetRunning(false);
+  EXPECT_TRUE(painted(isBar, 0, 29).isNull());
 }
 
 }  // namespace

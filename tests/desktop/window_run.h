@@ -38,7 +38,7 @@ class WindowTest : public testing::Test {
   // A new start of the program.
   void Open() {
     window = std::make_unique<DesktopWindow>(folder.string(), Path("help.txt"));
-    window->services.beep = [] {};
+    window->services.beep = [this] { ++beeps; };
     window->services.files.askFile = [this](auto&, auto&, auto&) { return chosenFile; };
     window->services.files.askFolder = [](auto&, auto&) { return std::optional<std::string>(); };
     window->services.files.shellOpen = [this](const std::string& path) {
@@ -110,6 +110,7 @@ class WindowTest : public testing::Test {
        std::to_string(QCoreApplication::applicationPid()));
   std::unique_ptr<DesktopWindow> window;
   std::string chosenFile, opened;
+  int beeps = 0;
 };
 
 }  // namespace sondrix
