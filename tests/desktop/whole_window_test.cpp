@@ -3,11 +3,6 @@
 #include "digest.h"
 #include "window_run.h"
 
-#include <QCheckBox>
-#include <QComboBox>
-#include <QScrollBar>
-#include <QSignalSpy>
-
 namespace sondrix {
 namespace {
 
@@ -20,7 +15,8 @@ std::string Described(const QWidget* window, const std::string& folder, bool isR
     const std::string name = Utf8Of(widget->objectName());
     const QRect place = name == "Notes" ? QRect() : widget->geometry();
     text << name << ' ' << widget->isVisible() << widget->isEnabled() << widget->acceptDrops()
-         << widget->focusPolicy();
+         << widget->focusPolicy() << widget->contextMenuPolicy()
+         << widget->testAttribute(Qt::WA_TransparentForMouseEvents);
     const auto group = widget->isEnabled() ? QPalette::Active : QPalette::Disabled;
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::Base})
       text << (widget->palette().color(role) == QApplication::palette().color(group, role));
@@ -62,7 +58,27 @@ TEST_F(WindowTest, StandsAsItStood) {
   ChooseLanguage(0);
   RunWith({[&] { Click("RunSet"); }, note, [&] { Click("RunSet"); }});
   note();
-  EXPECT_TRUE(HasDigest(whole + Utf8Of(window->windowTitle()), 0x55CC177EEF27A351));
+  EXPECT_TRUE(HasDigest(whole + Utf8Of(window->windowTitle()), 0x8417E7B54CFEED4F));
+}
+
+// By the nearest of its colours, so that the smoothing of edges doesn't count.
+TEST(AppIcon, IsDrawnAsItWas) {
+  const QRgb colours[] = {0, 0xFFE8F2F8, 0xFF1F5F94, 0xFF6FB4DC, 0xFF6B4A2B, 0xFFC83228};
+  const auto distance = [](QRgb one, QRgb other) {
+    return std::abs(qRed(one) - qRed(other)) + std::abs(qGreen(one) - qGreen(other)) +
+           std::abs(qBlue(one) - qBlue(other)) + std::abs(qAlpha(one) - qAlpha(other));
+  };
+  const QImage image = AppIcon().pixmap(QSize(256, 256), 1.0).toImage();
+  std::string all = std::to_string(AppIcon().availableSizes().size());
+  for (int y = 1; y < image.height(); y += 3) {
+    for (int x = 1; x < image.width(); x += 3) {
+      const auto nearest = std::ranges::min_element(
+          colours, {}, [&](QRgb colour) { return distance(colour, image.pixel(x, y)); });
+      all += static_cast<char>('0' + (nearest - colours));
+    }
+    all += '\n';
+  }
+  EXPECT_TRUE(HasDigest(all, 0x192DA14D4F745BEB));
 }
 
 // A raster lies pixel on pixel, and what it doesn't fill is white; its texts are painted over it.

@@ -4,6 +4,7 @@
 #include "samples/text_export.h"
 #include "window_run.h"
 
+#include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -69,6 +70,40 @@ TEST_F(WindowTest, ToolkitDialogsSpeakTheChosenLanguage) {
     services.inform("!", "");
     EXPECT_EQ(captions, (std::vector<std::string>{yes[language], ok[language]}));
   }
+}
+
+TEST_F(WindowTest, FileDialogsAskForWhatTheyAreToldTo) {
+  const FileDialogs files = ToolkitServices(window.get()).files;
+  OutputFile(Path("a.sl2")).Write("");
+  std::string asked;
+  const auto answer = [&](const char* name) {
+    QTimer::singleShot(0, window.get(), [&asked, this, name] {
+      auto* dialog = window->findChild<QFileDialog*>();
+      asked =
+          Utf8Of(dialog->windowTitle() + QLatin1Char('|') + dialog->nameFilters().join(QLatin1Char('|'))) +
+          '|' + std::to_string(dialog->fileMode()) + std::to_string(dialog->acceptMode());
+      if (*name) dialog->selectFile(QLatin1String(name));
+      QMetaObject::invokeMethod(dialog, *name ? "accept" : "reject");
+    });
+  };
+  const auto askFile = [&] {
+    return files.askFile(folder.string(), {{"All", "*.A;*.b;"}, {"B", "*.b"}}, "File?");
+  };
+  answer("a.sl2");
+  EXPECT_EQ(askFile(), Path("a.sl2"));
+  EXPECT_EQ(asked, "File?|All (*.a *.A *.b)|B (*.b)|00");
+  answer("");
+  EXPECT_EQ(askFile(), "");
+  answer("out");
+  std::filesystem::create_directories(folder / "out");
+  EXPECT_EQ(files.askFolder(folder.string(), "Folder?"), Path("out"));
+  EXPECT_TRUE(asked.starts_with("Folder?|")) << asked;
+  answer("");
+  EXPECT_EQ(files.askFolder(folder.string(), ""), std::nullopt);
+  answer("b.png");
+  EXPECT_EQ(ToolkitServices(window.get()).askPicture(Path("x.png")), Path("b.png"));
+  EXPECT_EQ(asked, "Save As|PNG (*.png)|BMP (*.bmp)|01");
+  EXPECT_EQ(files.shellOpen(Path("none")), 0);
 }
 
 TEST_F(WindowTest, TheFinalLineIsReadWhole) {
