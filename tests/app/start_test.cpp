@@ -29,6 +29,14 @@ TEST_F(AppTest, StoredLanguageThenTheSystems) {
   }
 }
 
+TEST_F(AppTest, AFaultOfTheStoredOnesEndsTheStart) {
+  Store({{"MakeCut", "5"}});
+  EXPECT_FALSE(StartSession(session, {file, LangGerman, {}}));
+  EXPECT_EQ(window.att, " ! error Load: 380. Invalid property value");
+  EXPECT_EQ(std::tuple(window.kind, window.beeps, session.langId, session.state.SelectedChannel),
+            std::tuple(LineKind::Fault, 1, LangGerman, Channel::Primary));
+}
+
 TEST_F(AppTest, ThePackagedFileCountsUntilTheUserHasOneAndWithNeitherAFolderIsAsked) {
   Store({{"MaxDiff", "7"}, {"UseEho", "5"}});
   int asked = 0;
