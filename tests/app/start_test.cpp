@@ -26,6 +26,7 @@ TEST_F(AppTest, StoredLanguageThenTheSystems) {
     EXPECT_EQ(fresh.settings.boxLang, item) << defLang << " " << system;
     EXPECT_EQ(fresh.langId, id) << defLang << " " << system;
     EXPECT_EQ(window.att, HintHelpOf(id));
+    EXPECT_EQ(window.shown.back(), "boxLang");
   }
 }
 

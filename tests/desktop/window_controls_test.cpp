@@ -174,14 +174,14 @@ TEST(LogLine, ProgressIsTheFirstPercentage) {
   for (const auto& [line, percent] : cases) EXPECT_EQ(PercentIn(line), percent) << line;
 }
 
-// Where it has letters, of which colour, and how far its bar goes.
+// Where it has letters, of which colour, and how far its bar goes; in pixels of the screen, two a point.
 TEST(LogLine, PaintsRowsFaultsAndItsBar) {
   LogLine line(nullptr);
   line.SetPlaces({0, 0, 200, 22}, {0, 0, 200, 29});
   const auto painted = [&](bool (*isIt)(QColor), int top, int bottom) {
     QRect found;
     const QImage image = line.grab().toImage();
-    for (int y = 2 * top; y < 2 * bottom; ++y)
+    for (int y = top; y < bottom; ++y)
       for (int x = 8; x < 392; ++x)
         if (isIt(image.pixelColor(x, y))) found |= QRect(x, y, 1, 1);
     return found;
@@ -192,23 +192,22 @@ TEST(LogLine, PaintsRowsFaultsAndItsBar) {
     return colour == QApplication::palette().color(QPalette::Highlight);
   };
   line.ShowLine("one row 50%", true);
-  EXPECT_TRUE(painted(isDark, 3, 19).isNull() && !painted(isRed, 3, 19).isNull());
-  EXPECT_EQ(line.height(), 22);
+  EXPECT_TRUE(painted(isDark, 6, 38).isNull() && !painted(isRed, 6, 38).isNull() && line.height() == 22);
   line.ShowLine(std::string(400, 'x'));
   EXPECT_EQ(line.height(), 29);
-  for (const int top : {2, 15}) {
-    const QRect row = painted(isDark, top, top + 11);
-    EXPECT_TRUE(row.left() >= 12 && row.left() < 18 && row.right() > 330 && row.right() < 392) << row.right();
-    EXPECT_TRUE(row.top() > 2 * top && row.bottom() < 2 * top + 21) << row.top() << ' ' << row.bottom();
+  for (const int top : {4, 30}) {
+    const QRect row = painted(isDark, top, top + 22);
+    EXPECT_TRUE(row.left() >= 12 && row.left() < 18 && row.right() > 330 && row.right() < 392);
+    EXPECT_TRUE(row.top() > top && row.bottom() < top + 21) << row.top() << ' ' << row.bottom();
   }
   line.SetRunning(true);
-  EXPECT_TRUE(painted(isBar, 0, 29).isNull());
-  line.ShowLine("50%");
-  EXPECT_EQ(painted(isBar, 0, 29), QRect(QPoint(8, 48), QPoint(199, 53))) << "from 4 on";
-  line.ShowLine("still");
-  EXPECT_EQ(line.Percent(), 50);
+  EXPECT_TRUE(painted(isBar, 0, 58).isNull());
+  for (const char* text : {"50%", "still"}) {
+    line.ShowLine(text);
+    EXPECT_EQ(painted(isBar, 0, 58), QRect(QPoint(8, 48), QPoint(199, 53)));
+  }
   line.SetRunning(false);
-  EXPECT_TRUE(painted(isBar, 0, 29).isNull());
+  EXPECT_TRUE(painted(isBar, 0, 58).isNull());
 }
 
 }  // namespace

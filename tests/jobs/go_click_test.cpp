@@ -1,3 +1,4 @@
+#include "jobs/job_table.h"
 #include "jobs/text_run.h"
 #include "samples/echogram.h"
 
@@ -43,13 +44,20 @@ TEST(GoClick, SourcesTargetsAndNames) {
   }
 }
 
-TEST(GoClick, AnEndInTheFirstWaitStopsTheRun) {
+// In the wait before the job an earlier output stays; a job itself ends before its first line.
+TEST(GoClick, AnEndBeforeTheFirstLineStopsTheRun) {
   TestRun test;
   test.Source("lake.sl2", EchogramBytes(2, {Frame(2, 10)})).Click();
   test.window.isToEnd = true;
   EXPECT_EQ(test.Click(), " * processing aborted by user");
   EXPECT_EQ(test.Summary(), "stopped 0 0 0 0");
   EXPECT_EQ(test.OutLines("lake.csv").size(), 1U);
+  for (const char* name : {"a.csv", "a.log", "a.mp"}) {
+    test.Source(name, BytesOf("55,37,5\r\n" + std::string(100, ' ')));
+    test.window.att.clear();
+    EXPECT_EQ(JobOf(name).run(test.run).end, RunEnd::Stopped);
+    EXPECT_EQ(test.window.att, " * processing aborted by user") << name;
+  }
 }
 
 // What the user chooses while a table is converted: the guard is of the table that the run reads, and not of

@@ -61,6 +61,14 @@ TEST(JobCsv, LeavesWhatItLeft) {
        // A dip cancels out unless it was selected; then its way back counts as much.
        {dip, Report(1, 5), 0x6DD1DCBE34D48237, "DistDiff=2 DepthDiff=30"},
        {dip, Report(3, 5), 0x6DA021B7C685ECFB, "DepthDiff=30"},
+       // Way and change of depth are rounded; a tie goes to the even one.
+       {East({{"1000", "10"}, {"1000.97", "10"}}), Report(2, 4), 0xA7AF4F90A9F43C92, "DistDiff=1"},
+       {East({{"1000", "10"}, {"1000.93", "10"}}), Report(1, 4), 0xF6EC566B1DAF7B90, "DistDiff=1"},
+       {East({{"1000", "10"}, {"1000.25", "10"}}), Report(1, 4), 0xF6EC566B1DAF7B90, "DistDiff=0,3"},
+       {East({{"1000", "10"}, {"1000.25", "10"}}), Report(2, 4), 0xE7D362091AC44FBB, "DistDiff=0,2"},
+       {"h,\n55,37,3\n55,38,3.0006", Report(2, 3), 0x2DB208D4BC499C9F, "DepthDiff=0,1"},
+       {"h,\n55,37,3\n55,38,3.0004", Report(1, 3), 0x7C979A748E31656B, "DepthDiff=0,1"},
+       {"h,\n55,37,3\n55,38,3.0625", Report(1, 3), 0x7C979A748E31656B, "DepthDiff=6,25"},
        // A western track has no way.
        {East({{"-1000", "10"}, {"-1100", "11"}}), Report(1, 4), 0x8AD64B64205848, "DistDiff=1"},
        // A gap waits for the next point.
@@ -125,9 +133,7 @@ TEST(JobCsv, NoWaitForALineThatNobodyCanRead) {
   TextRun test;
   const auto start = std::chrono::steady_clock::now();
   test.ClickOn("a.csv", text);
-  const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
-  EXPECT_LE(test.window.waited, 40 * seconds.count());
-  EXPECT_EQ(test.OutLines("a_bad.txt").size(), 10'000U);
+  EXPECT_LE(std::chrono::milliseconds(25 * test.window.waited), std::chrono::steady_clock::now() - start);
 }
 
 TEST(JobCsv, ASourceThatChanges) {
