@@ -33,16 +33,16 @@ TEST(JobLog, LeavesWhatItLeft) {
   for (const char* minutes : {"20.0000", "20.0100", "20.0300"})
     west += Fix(minutes) + Depth("30") + Fix(minutes, "120000", "0") + Depth(minutes);
   CheckRuns("a.log", false,
-            {{NmeaLog(), Done, 0xB75B71CB42C0BB57, "MaxDiff=40 DistDiff=2 DepthDiff=5 DepthSm=25"},
-             {NmeaLog(), Done, 0x661E5F34C4EDCBB5, "MaxDiff=3 DistDiff=8 ViewOzi=1 UseDcm=1"},
-             {trip, Done, 0x8F0F5B1B68ADE5FF, "MaxDiff=300 DistDiff=1 UseDcm=1 TargetName=t"},
-             {WithLineEnd(trip, '\n', "\r\n"), Done, 0xBE7466C5F73F1229, "ViewOzi=1 MaxDiff=20"},
-             {Date + west, Done, 0x9FF80A87F619EEF9, "DistDiff=10 MaxDiff=5"},
-             {good + south + Depth("31"), Done, 0x28FBF81552DFEDE4},
-             {Date + "$GPGGA,120000,,,,,0,08\n" + Depth("30"), Done, 0x76F45246DDF1D331},
-             {Date + Rmc("061126") + Fix("20.0000", "123") + Depth("30"), Done, 0x3D007C2B76F3DC73},
-             {Rmc(""), Done, 0xA241B8C63A5EBF84},  // a date of nowhere matters only with a fix
-             {Date + Fix("20.0000") + "$SDDBT,30", Done, 0xF78F187C60583BD1}});
+            {{NmeaLog(), Done, 0xFCBABE1C24B9B34A, "MaxDiff=40 DistDiff=2 DepthDiff=5 DepthSm=25"},
+             {NmeaLog(), Done, 0xC0AE883682FB9844, "MaxDiff=3 DistDiff=8 ViewOzi=1 UseDcm=1"},
+             {trip, Done, 0x6946E1D534F2DA22, "MaxDiff=300 DistDiff=1 UseDcm=1 TargetName=t"},
+             {WithLineEnd(trip, '\n', "\r\n"), Done, 0x230E180A73E85306, "ViewOzi=1 MaxDiff=20"},
+             {Date + west, Done, 0x268D45B071C6AC98, "DistDiff=10 MaxDiff=5"},
+             {good + south + Depth("31"), Done, 0x8BBF043CEFF1E0DF},
+             {Date + "$GPGGA,120000,,,,,0,08\n" + Depth("30"), Done, 0xFCBB29C7E097DBC0},
+             {Date + Rmc("061126") + Fix("20.0000", "123") + Depth("30"), Done, 0x448083766700ACA6},
+             {Rmc(""), Done, 0xA6359DB05CF1CF3F},  // a date of nowhere matters only with a fix
+             {Date + Fix("20.0000") + "$SDDBT,30", Done, 0x3D43365F085142A0}});
 }
 
 TEST(JobLog, TheDateOfTodayWithoutOne) {
