@@ -132,6 +132,7 @@ TEST(Pause, LastsUntilItEndsOrTheRunDoes) {
       window.isToEnd = pump >= c;
     };
     window.onPump(0);
+    EXPECT_EQ(limits.DucerDist + limits.DucerAngle, 0);  // a click sets them where there is a transducer
     text += MayGoOn(run, 7, &Messages::MsgAborted) ? "on " : "off ";
     text += std::to_string(window.waited) + window.att + (state.StopFlag ? "! " : " ");
     EXPECT_EQ(window.pumps * 7, window.waited);

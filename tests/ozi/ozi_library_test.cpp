@@ -100,7 +100,7 @@ TEST(OziLibrary, WhatALibraryLeavesBehindDoesNoHarm) {
 // The first point of a track asks whether the map has it.
 TEST(OziLibrary, AnEchogramsRun) {
   OziRun run(OZI_RECORDER, "off-map");
-  const std::string versions = " запущен OziExplorer v3.95.4m API v1.08";
+  const std::string versions = " запущен OziExplorer v3.95 4m API v1.08";
   EXPECT_EQ(run.Open(), versions);
   run.folders.clear();
   EXPECT_EQ(run.Open(), versions) << "it is loaded once";

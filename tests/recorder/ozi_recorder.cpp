@@ -58,7 +58,7 @@ RECORDED oziGetApiVersion(char* text, std::int32_t* length) {
 }
 RECORDED oziGetVersion(char* text, std::int32_t* length) {
   Note("oziGetVersion");
-  return Answer("3.95.4m", text, length);
+  return Answer("3.95 4m", text, length);
 }
 RECORDED oziFindOzi() {
   Note("oziFindOzi");
