@@ -21,6 +21,18 @@ using namespace sondrix;
 
 constexpr std::size_t TextLength = 3000;
 
+// Tables of soundings in forms of their own.
+constexpr std::string_view TableSeeds[] = {
+    "latitude,longitude,depth,time,trip,recorded,fate\n53.5,13.5,4.7,1569622543.114,\"a, "
+    "\"\"b\"\"\",4.5,used\n",
+    "0.0,0.0,4.5,20,1569622570000\n53.5,13.5,4.6,20,1569622571000\n0.0,0.0,4.7,20,1569622572000\n",
+    "# lake\nBreite;L\xE4nge;Tiefe (ft);Datum;Uhrzeit\r\n53,1234;13,5678;4,5;01.03.2020;10:11:12\r\n",
+    "channel\tlat\tlon\tdepth\ttime\n0\tN 53\xC2\xB0 30.5'\t13\xC2\xB0 30' 12\" W\t4.5 m\t1/17/2025 4:44:16 "
+    "PM\n",
+    "53.51234 13.51234 4.5 05012025 101112.50 0.4\n139.1 35.1 -9999 05012025 101113.50 0.4\n",
+    "5330.1234,N,01330.1234,W,4.5\n5330.1235,N,01330.1235,W,-4.6\n",
+    "363421.25|5801136.07|4.5|2025-08-06T22:00:00.000+02:00\n"};
+
 class Seeds {
  public:
   explicit Seeds(std::string folder) : folder_(std::move(folder)) {}
@@ -87,6 +99,14 @@ int main(int count, char** arguments) {
       seeds.AddRun("job_csv", ThreeColumn(form).substr(0, TextLength), 0, 0x0200);
     }
   }
+  for (const std::string_view table : TableSeeds) {
+    std::string wide(1, '\0');
+    for (const char c : table) (wide += c) += '\0';
+    seeds.Add("table", wide);
+    for (const char options : {0, 1, 2, 8, 24, 63}) seeds.Add("table", std::string(1, options).append(table));
+  }
+  for (const char separator : {',', ';', '\t'})
+    seeds.Add("table", "\4" + TextExport({true, separator, true}).substr(0, TextLength));
   const std::string log = NmeaLog();
   for (std::size_t at = 0; at < 4; ++at)
     seeds.AddRun("job_log", log.substr(log.size() / 5 * at, TextLength), 0, 0);

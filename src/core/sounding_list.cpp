@@ -6,17 +6,26 @@ namespace sondrix {
 
 void SoundingList::Add(const Sounding& sounding) {
   const std::size_t inBlock = size_ & (BlockSize - 1);
-  if (inBlock == 0) blocks_.push_back(std::make_unique_for_overwrite<Sounding[]>(BlockSize));
+  if (inBlock == 0) {
+    blocks_.push_back(std::make_unique_for_overwrite<Sounding[]>(BlockSize));
+    room_ = BlockSize;
+  } else if (inBlock == room_) {
+    Resize(BlockSize);
+  }
   blocks_.back()[inBlock] = sounding;
   ++size_;
 }
 
 void SoundingList::Finish() {
   const std::size_t inLast = size_ & (BlockSize - 1);
-  if (inLast == 0) return;
-  auto last = std::make_unique_for_overwrite<Sounding[]>(inLast);
-  std::copy_n(blocks_.back().get(), inLast, last.get());
+  if (inLast != 0) Resize(inLast);
+}
+
+void SoundingList::Resize(std::size_t room) {
+  auto last = std::make_unique_for_overwrite<Sounding[]>(room);
+  std::copy_n(blocks_.back().get(), size_ & (BlockSize - 1), last.get());
   blocks_.back() = std::move(last);
+  room_ = room;
 }
 
 void SoundingList::Clear() {

@@ -17,7 +17,8 @@ class SoundingList {
   static constexpr std::size_t BlockSize = std::size_t{1} << BlockBits;
 
   void Add(const Sounding& sounding);
-  // Gives back the room behind the last sounding, when no more will come.
+  // Gives back the room behind the last sounding, when no more will come. If one comes all the same, its
+  // block is made anew.
   void Finish();
   void Clear();
 
@@ -34,8 +35,11 @@ class SoundingList {
   std::span<const Sounding> Block(std::size_t index) const;
 
  private:
+  void Resize(std::size_t room);  // the last block, which isn't full
+
   std::vector<std::unique_ptr<Sounding[]>> blocks_;
   std::size_t size_ = 0;
+  std::size_t room_ = 0;  // of the last block, in soundings
 };
 
 }  // namespace sondrix

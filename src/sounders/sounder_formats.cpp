@@ -4,6 +4,7 @@
 #include "sounders/gpx_reader.h"
 #include "sounders/nmea_reader.h"
 #include "sounders/sl_reader.h"
+#include "sounders/table_sounder.h"
 
 #include <vector>
 
@@ -12,10 +13,8 @@ namespace sondrix {
 std::span<const SounderFormat> SounderFormats() {
   // From what is certain of itself to what any text could be.
   static constexpr SounderFormat formats[] = {
-      {"SL2", IsSl2, ReadSl},
-      {"SL3", IsSl3, ReadSl},
-      {"NMEA 0183", IsNmeaLog, ReadNmeaLog},
-      {"GPX", IsGpx, ReadGpx},
+      {"SL2", IsSl2, ReadSl},  {"SL3", IsSl3, ReadSl},        {"NMEA 0183", IsNmeaLog, ReadNmeaLog},
+      {"GPX", IsGpx, ReadGpx}, {"table", IsTable, ReadTable},
   };
   return formats;
 }

@@ -238,7 +238,7 @@ TEST(NmeaReader, WhatCantBeUnderstoodIsCounted) {
            {fixed + std::string(5'000'000, '$') + "\n", placed + " | 1 lines too long"},
            {Gga(0) + Dbt("0.0") + Gga(1), "no depth in its sentences"},
            {Gga(0) + std::string(5'000'000, 'x'), "its lines are longer than those of any log"},
-           {"lat,lon,depth\n10,20,3\n", "not recognised"},
+           {"lat,lon\nnorth,$GPGGA\n", "not recognised"},
            {"price,$5\nname,$GP\n", "not recognised"},
            {"{\"type\":\"FeatureCollection\"}", "not recognised"},
        })

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "sounders/table_layout.h"
+#include "sounders/table_rows.h"
+
+#include <cstdint>
+
+namespace sondrix {
+
+// The times of a table's rows.
+class TableClock {
+ public:
+  TableClock(const TableLayout& layout, const ReadOptions& options);
+
+  // Seconds since 1970 UTC; not a number where the row tells none.
+  double SecondsOf(const TableRow& row);
+
+  std::uint64_t BadTimes() const { return badTimes_; }        // texts that tell no time
+  std::uint64_t WithoutDate() const { return withoutDate_; }  // a clock alone
+  bool HasLocal() const { return hasLocal_; }                 // times without a zone
+
+ private:
+  bool Take(Slot slot, TimeForm form, const TableRow& row, Moment& moment);
+  double ToUtc(double local);
+
+  TimeForm time_, date_;
+  DateOrder order_;
+  double unit_ = 0;  // seconds of a number since 1970; 0: the time is none
+  const ReadOptions& options_;
+  double quarter_ = Unknown, ahead_ = 0;  // what the zone was last asked for, quarters of hours and seconds
+  std::uint64_t badTimes_ = 0, withoutDate_ = 0;
+  bool hasLocal_ = false;
+};
+
+}  // namespace sondrix
