@@ -57,6 +57,7 @@ class Chart : public testing::Test {
     fs::create_directories(folder_.Path("trips/2021"));
     fs::current_path(folder_.Path(""));
     folder_.Write("a.gpx", TrackText(40, 0));
+    folder_.Write("copy.gpx", TrackText(40, 0));
     folder_.Write("trips/b.gpx", TrackText(30, 10, 37.3));
     folder_.Write("trips/2021/a.gpx", TrackText(20, 20, 37.4));
     folder_.Write("trips/.hidden.gpx", TrackText(20, 30));
@@ -93,12 +94,16 @@ TEST_F(Chart, LinesAndStatusOfACall) {
       {"trips", 0, "trips/2021/a.gpx: GPX, 20 soundings", "trips: 1 files left out that no reader knows\n"},
       {"trips a.gpx trips", 0, "\n90 soundings: 90 used\n", "trips: 1 files left out that no reader knows\n"},
       {"a.gpx ./a.gpx", 0, "\n40 soundings: 40 used\n", "./a.gpx: left out, it is given twice\n"},
+      {"copy.gpx a.gpx", 0,
+       "copy.gpx: GPX, 40 soundings, 40 used, 2021-05-15 07:00:00 to 2021-05-15 07:00:39 UTC"},
+      {"a.gpx copy.gpx", 0,
+       "copy.gpx: GPX, 40 soundings; left out: the same soundings as a.gpx\n40 soundings: 40 used\n"},
       {"-v trips", 0, "", "trips/notes.bin: neither a recording nor a log or a table of soundings\n"},
       // One that can't be read doesn't hold up the rest.
       {"a.gpx none.sl2 empty.csv bare.gpx trips/b.gpx", 1, "\n70 soundings: 70 used\n",
        "sondrix-chart: none.sl2: File not found\nsondrix-chart: empty.csv: it is empty\nsondrix-chart: "
        "bare.gpx: "},
-      {"--clean off --offset 30,-100 --draft +20 a.gpx -j 3", 0, "40 used"},
+      {"--clean off --offset 30,-100 --draft +20 -o c.csv a.gpx -j 3", 0, "40 used"},
       {"-o d.csv -o none/e.csv a.gpx", 1, "d.csv: ", "none/e.csv: not made: Path not found\n"},
       {"-o none/e.gpkg a.gpx", 1, "", "none/e.gpkg: not made: "},
       {"-o f.csv empty.csv", 1, "0 soundings", "f.csv: not made: there are no soundings\n"},
@@ -130,8 +135,10 @@ TEST_F(Chart, LinesAndStatusOfACall) {
     EXPECT_NE(called.err.find(err), std::string::npos) << line << "\n" << called.err;
     EXPECT_EQ(err.empty(), called.err.empty()) << line << "\n" << called.err;
   }
-  EXPECT_EQ(Names(""), (std::set<std::string>{"X.XYZ", "a.gpx", "bare.gpx", "d.csv", "empty.csv", "trips",
-                                              "x.csv", "x.gpkg", "x.gpx", "y.xyz"}));
+  // Moved a metre to the south, some to the east, and deeper.
+  EXPECT_EQ(folder_.Read("c.csv").substr(49, 51), "55.49999102,37.20000475,5.2,1621062000,a.gpx,5,used");
+  EXPECT_EQ(Names(""), (std::set<std::string>{"X.XYZ", "a.gpx", "bare.gpx", "c.csv", "copy.gpx", "d.csv",
+                                              "empty.csv", "trips", "x.csv", "x.gpkg", "x.gpx", "y.xyz"}));
 }
 
 TEST_F(Chart, TextsThatAreAskedFor) {

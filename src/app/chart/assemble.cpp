@@ -3,6 +3,7 @@
 #include "app/chart/chart_run.h"
 #include "core/code_page.h"
 #include "core/files.h"
+#include "survey/same_source.h"
 
 #include <map>
 #include <set>
@@ -21,14 +22,10 @@ std::string NameWithFolder(std::string_view path) {
 }
 
 void MakeNamesDiffer(std::vector<Trip>& trips) {
-  const auto counts = [&trips] {
-    std::map<std::string, int> count;
-    for (const Trip& trip : trips) ++count[trip.name];
-    return count;
-  };
-  const std::map<std::string, int> same = counts();
+  std::map<std::string, int> count;
+  for (const Trip& trip : trips) ++count[trip.name];
   for (Trip& trip : trips) {
-    if (same.at(trip.name) > 1 && trip.name == ShownName(FileNameOf(trip.path))) {
+    if (count[trip.name] > 1 && trip.name == ShownName(FileNameOf(trip.path))) {
       trip.name = ShownName(NameWithFolder(trip.path));
     }
   }
@@ -39,6 +36,27 @@ void MakeNamesDiffer(std::vector<Trip>& trips) {
       trip.name = name + " (" + std::to_string(number) + ")";
     }
   }
+}
+
+void LeaveRepeatsOut(ChartRun& run) {
+  std::vector<Trip>& trips = run.survey.trips;
+  const std::vector<RepeatedTrip> repeats = FindRepeatedTrips(run.survey);
+  std::vector<Trip> kept;
+  auto repeat = repeats.begin();
+  for (SourceAccount& account : run.sources) {
+    const std::size_t first = account.firstTrip, end = first + account.tripCount;
+    account.firstTrip = kept.size();
+    for (std::size_t t = first; t < end; ++t) {
+      if (repeat != repeats.end() && repeat->trip == t) {
+        account.leftOut.push_back({trips[t].name, repeat->words, trips[t].soundings.size()});
+        ++repeat;
+      } else {
+        kept.push_back(std::move(trips[t]));
+      }
+    }
+    account.tripCount = kept.size() - account.firstTrip;
+  }
+  trips = std::move(kept);
 }
 
 }  // namespace
@@ -55,15 +73,15 @@ void Assemble(std::span<const ChartSource> sources, std::vector<SourceReading>& 
   std::vector<Trip>& trips = run.survey.trips;
   for (std::size_t i = 0; i < sources.size(); ++i) {
     Reading& reading = readings[i].reading;
-    SourceAccount account = {.source = sources[i],
-                             .kind = readings[i].kind,
-                             .problem = readings[i].problem,
-                             .repeats = {},
-                             .takenFor = std::move(reading.takenFor),
-                             .remarks = std::move(reading.remarks),
-                             .passedOver = reading.passedOver,
-                             .firstTrip = trips.size(),
-                             .tripCount = reading.trips.size()};
+    SourceAccount account;
+    account.source = sources[i];
+    account.kind = readings[i].kind;
+    account.problem = readings[i].problem;
+    account.takenFor = std::move(reading.takenFor);
+    account.remarks = std::move(reading.remarks);
+    account.passedOver = reading.passedOver;
+    account.firstTrip = trips.size();
+    account.tripCount = reading.trips.size();
     for (TripReading& trip : reading.trips) {
       account.soundings += trip.soundings.size();
       const std::string_view name = trip.name.empty() ? FileNameOf(sources[i].path) : trip.name;
@@ -75,13 +93,8 @@ void Assemble(std::span<const ChartSource> sources, std::vector<SourceReading>& 
     run.sources.push_back(std::move(account));
   }
   MakeNamesDiffer(trips);
-  for (std::size_t t = 0; t < trips.size(); ++t) {
-    trips[t].journey = static_cast<std::uint32_t>(t);
-    SoundingList& soundings = trips[t].soundings;
-    for (std::size_t b = 0; b < soundings.BlockCount(); ++b) {
-      for (Sounding& sounding : soundings.Block(b)) sounding.trip = static_cast<std::uint32_t>(t);
-    }
-  }
+  LeaveRepeatsOut(run);
+  for (std::size_t t = 0; t < trips.size(); ++t) trips[t].journey = static_cast<std::uint32_t>(t);
 }
 
 }  // namespace sondrix

@@ -12,7 +12,8 @@ namespace sondrix {
 struct ChartRun;
 
 // Takes the readings into the accounts of the sources and, as trips, into the survey, in the order of the
-// sources. Trips of the same name get so much of their folders before it that they differ, or a number.
+// sources; trips that repeat others are left out. Of the same name they get so much of their folders before
+// it that they differ, or a number.
 void Assemble(std::span<const ChartSource> sources, std::vector<SourceReading>& readings, ChartRun& run);
 
 // For lines and outputs: UTF-8 without control characters.

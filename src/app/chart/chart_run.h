@@ -12,19 +12,25 @@
 
 namespace sondrix {
 
+// A trip whose soundings another one has too.
+struct LeftOutTrip {
+  std::string name;
+  std::string words;  // why: "the same soundings as lake.sl2"
+  std::uint64_t soundings = 0;
+};
+
 // What became of a source.
 struct SourceAccount {
   ChartSource source;
   std::string kind;                   // empty: no reader knows it
   std::string problem;                // why it gave nothing; empty: it was read
-  std::string repeats;                // the source that holds the same soundings, for which it is left out
+  std::vector<LeftOutTrip> leftOut;   // of its trips
   std::vector<std::string> takenFor;  // of Reading, and so are the next two
   std::vector<std::string> remarks;
   PassedOverCounts passedOver{};
-  std::size_t firstTrip = 0, tripCount = 0;  // in the survey
-  std::uint64_t soundings = 0;               // read, also of one that is left out
+  std::size_t firstTrip = 0, tripCount = 0;  // in the survey, without those left out
+  std::uint64_t soundings = 0;               // read, also of trips that are left out
 
-  bool IsUsed() const { return problem.empty() && repeats.empty(); }
   // A folder's file that no reader knows is no fault of anybody.
   bool IsPassed() const { return kind.empty() && source.folder; }
 };
@@ -51,7 +57,8 @@ struct ChartRun {
   std::vector<ChartFolder> folders;  // given
   std::vector<SourceAccount> sources;
   Survey survey;
-  std::vector<TripAccount> trips;  // of the survey, once all fates are found
+  std::vector<TripAccount> trips;    // of the survey, once all fates are found
+  std::vector<std::string> remarks;  // on all of it, a sentence each
   std::vector<OutputAccount> outputs;
 };
 

@@ -44,15 +44,29 @@ std::string RangeText(const TimeRange& range) {
   return TimeText(range.from) + " to " + TimeText(range.to) + " UTC";
 }
 
+// Of which journey the source is a later part.
+std::string PartsText(const SourceAccount& account, const ChartRun& run) {
+  std::string text;
+  for (std::size_t t = account.firstTrip; t < account.firstTrip + account.tripCount; ++t) {
+    const std::uint32_t journey = run.survey.trips[t].journey;
+    if (journey != t) text += (text.empty() ? "goes on from " : ", ") + run.survey.trips[journey].name;
+  }
+  return text;
+}
+
 std::string LineOf(const SourceAccount& account, const ChartRun& run) {
   const TripAccount sum = AccountOf(account, run);
   std::string line = account.kind + ", " + Counted(account.soundings, "soundings");
-  if (account.repeats.empty()) {
+  if (account.tripCount > 0) {
     line += ", " + (run.options.verbose ? FatesText(sum.fates) : Counted(sum.fates[0], NameOf(Fate::Used))) +
             ", " + RangeText(sum.times);
-  } else {
-    line += ", left out: the same soundings as " + ShownName(account.repeats);
   }
+  if (account.tripCount == 0 && account.leftOut.size() == 1) {
+    Join(line, "left out: " + account.leftOut.front().words);
+  } else {
+    for (const LeftOutTrip& trip : account.leftOut) Join(line, trip.name + " left out: " + trip.words);
+  }
+  if (const std::string parts = PartsText(account, run); !parts.empty()) Join(line, parts);
   for (const std::string& sentence : account.takenFor) Join(line, sentence);
   for (const std::string& sentence : account.remarks) Join(line, sentence);
   Join(line, PassedOverText(account.passedOver));
@@ -99,6 +113,7 @@ std::vector<ChartLine> ChartLines(const ChartRun& run) {
   TripAccount sum;
   for (const TripAccount& trip : run.trips) sum.Add(trip);
   lines.push_back({Counted(run.survey.SoundingCount(), "soundings: ") + FatesText(sum.fates)});
+  for (const std::string& remark : run.remarks) lines.push_back({remark});
   for (const OutputAccount& output : run.outputs) {
     const std::string name = ShownName(output.path) + ": ";
     if (output.problem.empty()) {

@@ -46,12 +46,13 @@ Json OptionsObject(const ChartOptions& options) {
 }
 
 Json SourceObject(const SourceAccount& source, const ChartRun& run) {
-  Json object = {{"path", source.source.path}, {"kind", TextOrNull(source.kind)}};
-  if (source.IsUsed()) {
-    AddAccount(AccountOf(source, run), object);
-  } else {
-    object["soundings"] = source.soundings;
+  Json object = {{"path", source.source.path}, {"kind", TextOrNull(source.kind)}, {"read", source.soundings}};
+  AddAccount(AccountOf(source, run), object);
+  Json leftOut = Json::array();
+  for (const LeftOutTrip& trip : source.leftOut) {
+    leftOut.push_back({{"trip", trip.name}, {"soundings", trip.soundings}, {"reason", trip.words}});
   }
+  object["left_out"] = std::move(leftOut);
   object["taken_for"] = source.takenFor;
   object["remarks"] = source.remarks;
   Json passedOver = Json::object();
@@ -59,7 +60,6 @@ Json SourceObject(const SourceAccount& source, const ChartRun& run) {
     passedOver[std::string(NameOf(static_cast<PassedOver>(i)).key)] = source.passedOver[i];
   }
   object["passed_over"] = std::move(passedOver);
-  object["repeats"] = TextOrNull(source.repeats);
   object["problem"] = TextOrNull(source.problem);
   return object;
 }
@@ -79,7 +79,7 @@ std::string ReportText(const ChartRun& run) {
   std::uint64_t read = 0, leftOut = 0;
   for (const SourceAccount& source : run.sources) {
     read += source.soundings;
-    if (!source.repeats.empty()) leftOut += source.soundings;
+    for (const LeftOutTrip& trip : source.leftOut) leftOut += trip.soundings;
     if (source.IsPassed()) {
       unknown.push_back(source.source.path);
     } else {

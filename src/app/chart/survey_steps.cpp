@@ -6,8 +6,12 @@
 #include "app/interrupt.h"
 #include "core/files.h"
 #include "survey/clean.h"
+#include "survey/offset.h"
+#include "survey/parts.h"
 
+#include <atomic>
 #include <functional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -39,10 +43,38 @@ void Clean(ChartRun& run, Progress& progress) {
   CleanByCrossings(run.survey, stretches);
 }
 
+void Number(ChartRun& run, Progress& progress) {
+  ForEachTrip(run, progress, "numbering", [&](std::size_t t) {
+    SoundingList& soundings = run.survey.trips[t].soundings;
+    for (std::size_t b = 0; b < soundings.BlockCount(); ++b) {
+      for (Sounding& sounding : soundings.Block(b)) sounding.trip = static_cast<std::uint32_t>(t);
+    }
+  });
+}
+
+void Correct(ChartRun& run, Progress& progress) {
+  const ChartOptions& options = run.options;
+  const bool isMoved = options.offsetRight != 0 || options.offsetAhead != 0;
+  if (!isMoved && options.draft == 0) return;
+  std::atomic<std::uint64_t> stay = 0;
+  ForEachTrip(run, progress, "correcting", [&](std::size_t t) {
+    SoundingList& soundings = run.survey.trips[t].soundings;
+    if (isMoved) stay += ApplyOffset(soundings, options.offsetRight, options.offsetAhead);
+    if (options.draft != 0) ApplyDraft(soundings, options.draft);
+  });
+  if (stay > 0) {
+    run.remarks.push_back(std::to_string(stay) +
+                          " soundings stay at the antenna: their lines show no course");
+  }
+}
+
 }  // namespace
 
 void SettleSurvey(ChartRun& run, Progress& progress) {
+  Number(run, progress);
+  JoinParts(run.survey);
   Clean(run, progress);
+  Correct(run, progress);
   run.trips.resize(run.survey.trips.size());
   ForEachTrip(run, progress, "counting", [&](std::size_t t) {
     const SoundingList& soundings = run.survey.trips[t].soundings;
