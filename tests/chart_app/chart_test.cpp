@@ -123,6 +123,7 @@ TEST_F(Chart, LinesAndStatusOfACall) {
       {"--source-crs 4326 a.gpx", 2, "", "--source-crs takes EPSG:n, not \"4326\""},
       {"--source-crs EPSG:1 a.gpx", 2, "", "EPSG:1 is no coordinate system that is known\n"},
       {"--crs EPSG:4326 a.gpx", 2, "", "EPSG:4326 is no projection in metres\n"},
+      {"--zone Atlantis a.gpx", 2, "", "--zone takes a name"},
       {"-j 0 a.gpx", 2, "", "0"},
       {"-o a.gpx a.gpx", 2, "", "a.gpx: is a source and an output\n"},
       {"-o b.csv -o ./b.csv a.gpx", 2, "", "./b.csv: two outputs would take the same place\n"},
@@ -164,6 +165,28 @@ TEST_F(Chart, ThreadsDontShow) {
   const std::string alone = run("1");
   EXPECT_GT(alone.size(), 1'000'000u);
   EXPECT_TRUE(run("4") == alone);
+}
+
+TEST_F(Chart, ItsOwnTableIsReadBack) {
+  ASSERT_EQ(Call("-o x.csv a.gpx trips").status, 0);
+  const Called called = Call("x.csv -o y.csv --report r.json");
+  EXPECT_NE(called.out.find("90 soundings, 90 used"), std::string::npos) << called.out;
+  EXPECT_TRUE(folder_.Read("y.csv") == folder_.Read("x.csv"));
+  EXPECT_EQ(nlohmann::json::parse(folder_.Read("r.json"))["trips"].size(), 3u);
+  // Beside what it was made of it is one too many.
+  const Called both = Call("x.csv trips a.gpx");
+  EXPECT_NE(both.out.find("\n90 soundings: 90 used\n"), std::string::npos) << both.out;
+}
+
+TEST_F(Chart, CoordinatesAndTimesAsTheUserSays) {
+  folder_.Write(
+      "t.csv",
+      "x,y,z,time\n500000,5000000,-4.5,2021-05-15 09:00:00\n500010,5000000,-4.6,2021-05-15 09:00:01\n");
+  const Called called = Call("--source-crs EPSG:32637 --z-up --zone Europe/Berlin -o x.xyz t.csv");
+  EXPECT_EQ(called.status, 0) << called.err;
+  EXPECT_NE(called.out.find("2021-05-15 07:00:00 to 2021-05-15 07:00:01 UTC"), std::string::npos)
+      << called.out;
+  EXPECT_EQ(folder_.Read("x.xyz"), "500000.00 5000000.00 4.500\n500010.00 5000000.00 4.600\n");
 }
 
 TEST_F(Chart, AnOutputIsNoSource) {

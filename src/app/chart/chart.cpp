@@ -17,6 +17,7 @@
 #include "exports/export_run.h"
 #include "exports/gis.h"
 #include "platform/platform.h"
+#include "sounders/zone.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -51,6 +52,10 @@ ReadOptions ReadOptionsOf(const ChartRun& run) {
   read.columns = options.columns;
   read.isFeet = options.isFeet;
   read.isZUp = options.isZUp;
+  if (!options.zone.empty()) {
+    read.toUtc = ZoneOf(options.zone).value();
+    read.zoneName = options.zone;
+  }
   return read;
 }
 

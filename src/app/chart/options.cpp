@@ -2,6 +2,7 @@
 
 #include "app/exit_status.h"
 #include "core/text.h"
+#include "sounders/zone.h"
 
 #include <CLI/CLI.hpp>
 #include <array>
@@ -98,6 +99,9 @@ std::string Settle(const Texts& texts, ChartOptions& options) {
     *code = EpsgCode(*text);
     if (code->empty()) return std::string(option) + " takes EPSG:n, not " + Quoted(*text);
   }
+  if (!options.zone.empty() && !ZoneOf(options.zone)) {
+    return "--zone takes a name as Europe/Berlin or an offset as +02:00, not " + Quoted(options.zone);
+  }
   if (!texts.sourceUnits.empty()) options.isFeet = texts.sourceUnits == "ft";
   if (!texts.channel.empty() && texts.channel != "auto") {
     options.channel = static_cast<std::uint8_t>(texts.channel.front() - '0');
@@ -187,9 +191,6 @@ ParsedChartOptions ParseChartOptions(std::span<const std::string> arguments) {
     if (app.count(one.name) > 0) {
       return Refused(std::string(one.name) + " (" + one.meaning + "): this version doesn't make that");
     }
-  }
-  for (const char* name : {"--zone"}) {
-    if (app.count(name) > 0) return Refused(std::string(name) + ": this version doesn't know that yet");
   }
   if (std::string wrong = Settle(texts, options); !wrong.empty()) return Refused(std::move(wrong));
   return {std::move(options), std::nullopt, {}};
