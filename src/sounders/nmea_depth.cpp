@@ -33,7 +33,9 @@ struct Way {
 };
 
 Way WayOf(const FieldNumber& number, double unit) {
-  return {number.value * unit, std::pow(10.0, -number.decimals) * unit, true};
+  static constexpr std::array<double, 7> steps = {1, 1e-1, 1e-2, 1e-3, 1e-4, 1e-5, 1e-6};
+  const std::size_t decimals = std::min(static_cast<std::size_t>(number.decimals), steps.size() - 1);
+  return {number.value * unit, steps[decimals] * unit, true};
 }
 
 const Way& Finer(const Way& a, const Way& b) { return b.step < a.step ? b : a; }

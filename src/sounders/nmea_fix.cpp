@@ -4,7 +4,6 @@
 #include "sounders/iso_time.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <string_view>
 
@@ -19,8 +18,8 @@ std::optional<double> OfDay(std::string_view field) {
   if (field.empty()) return Unknown;
   const std::optional<FieldNumber> number = NumberOf(field);
   if (!number || number->value < 0 || number->value >= 240'000) return std::nullopt;
-  const double hours = std::floor(number->value / 10'000);
-  const double minutes = std::floor(number->value / 100) - hours * 100;
+  const auto whole = static_cast<int>(number->value);
+  const int hours = whole / 10'000, minutes = whole / 100 % 100;
   const double seconds = number->value - hours * 10'000 - minutes * 100;
   if (minutes >= 60 || seconds >= 61) return std::nullopt;
   return hours * 3600 + minutes * 60 + KeptSeconds(seconds);
@@ -44,10 +43,10 @@ struct Coordinate {
 std::optional<Coordinate> CoordinateOf(std::string_view field, std::string_view letter, char positive,
                                        char negative, double most) {
   const std::optional<FieldNumber> number = NumberOf(field);
-  if (!number || number->value < 0 || letter.size() != 1) return std::nullopt;
+  if (!number || number->value < 0 || number->value > 18'000 || letter.size() != 1) return std::nullopt;
   const char hemisphere = Lower(letter[0]);
   if (hemisphere != positive && hemisphere != negative) return std::nullopt;
-  const double degrees = std::floor(number->value / 100);
+  const int degrees = static_cast<int>(number->value) / 100;
   const double minutes = number->value - degrees * 100;
   const double angle = degrees + minutes / 60;
   if (minutes >= 60 || angle > most) return std::nullopt;

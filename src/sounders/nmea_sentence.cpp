@@ -10,6 +10,10 @@ namespace sondrix {
 namespace {
 
 constexpr std::size_t StandardAddress = 5;
+constexpr std::size_t MostDigits = 15;
+constexpr double MostValue = 1e15;  // no field holds more
+constexpr double PowersOfTen[MostDigits + 1] = {1,   1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
 
 constexpr unsigned Code(std::string_view three) {
   return static_cast<unsigned>(Lower(three[0])) << 16U | static_cast<unsigned>(Lower(three[1])) << 8U |
@@ -131,26 +135,46 @@ std::optional<NmeaSentence> SentenceScan::Next() {
 }
 
 NmeaFields::NmeaFields(std::string_view text) {
-  while (count_ < Most) {
-    const std::size_t comma = text.find(',');
-    std::string_view field = text.substr(0, comma);
-    while (!field.empty() && field.front() == ' ') field.remove_prefix(1);
-    while (!field.empty() && field.back() == ' ') field.remove_suffix(1);
-    fields_[count_++] = field;
-    if (comma == std::string_view::npos) return;
-    text.remove_prefix(comma + 1);
+  std::size_t begin = 0;
+  for (std::size_t i = 0; count_ < Most; ++i) {
+    if (i < text.size() && text[i] != ',') continue;
+    std::size_t end = i;
+    while (begin < end && text[begin] == ' ') ++begin;
+    while (begin < end && text[end - 1] == ' ') --end;
+    fields_[count_++] = text.substr(begin, end - begin);
+    if (i == text.size()) return;
+    begin = i + 1;
   }
 }
 
+// Up to fifteen digits and the power of ten are 64-bit floats, and their quotient is the nearest to the
+// number.
 std::optional<FieldNumber> NumberOf(std::string_view field) {
-  if (field.size() > 1 && field[0] == '+' && field[1] != '-') field.remove_prefix(1);
+  const bool isNegative = !field.empty() && field[0] == '-';
+  if (!field.empty() && (isNegative || field[0] == '+')) field.remove_prefix(1);
+  std::int64_t digits = 0;
+  std::size_t count = 0;
+  std::size_t point = field.size();
+  for (std::size_t i = 0; i < field.size(); ++i) {
+    if (field[i] == '.' && point == field.size()) {
+      point = i;
+      continue;
+    }
+    if (field[i] < '0' || field[i] > '9') return std::nullopt;
+    if (count < MostDigits) digits = digits * 10 + (field[i] - '0');
+    ++count;
+  }
+  if (count == 0) return std::nullopt;
   FieldNumber number;
-  const char* const end = field.data() + field.size();
-  const auto [stop, error] = std::from_chars(field.data(), end, number.value, std::chars_format::fixed);
-  if (error != std::errc() || stop != end || !(number.value > -1e12 && number.value < 1e12))
-    return std::nullopt;
-  if (const std::size_t point = field.find('.'); point != std::string_view::npos)
-    number.decimals = static_cast<int>(field.size() - point - 1);
+  if (point < field.size()) number.decimals = static_cast<int>(field.size() - point - 1);
+  if (count <= MostDigits) {
+    number.value = static_cast<double>(digits) / PowersOfTen[static_cast<std::size_t>(number.decimals)];
+  } else {
+    const auto result =
+        std::from_chars(field.data(), field.data() + field.size(), number.value, std::chars_format::fixed);
+    if (result.ec != std::errc() || number.value > MostValue) return std::nullopt;
+  }
+  if (isNegative) number.value = -number.value;
   return number;
 }
 
