@@ -61,6 +61,37 @@ std::string Text(std::span<const std::uint8_t> bytes) {
   return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
 
+// Logs of other forms than that of the boat's bus.
+constexpr std::string_view Logs[] = {
+    "$GPRMC,000000,A,1000.0,N,02000.0,E,,,010120,,\n$SDDPT,3.1,0.4,100\n$SDDBS,11.5,f,3.50,M,1.9,F*2A\n"
+    "$GPGLL,1000.0,N,02000.3,E,000001,A,D\n$GPZDA,000001,01,01,2020,00,00\n$PSKPDPT,0002.5,+00.5,0010,10,03,"
+    "\n",
+    "received_at,protocol,msg_type,source,raw_data\n2024-05-01T10:00:00.123Z,NMEA0183,GNS,usb,"
+    "\"$GNGNS,100000,1000.0,S,02000.0,W,AN,12,1,1,1,,\"\n1522258800000;N;$IIDBK,,f,3,M,,F\n",
+    "\\s:r3,c:1522258800*4A\\$GPGGA,000000,1000.0,N,02000.0,E,1,08\n03/15/"
+    "2010,14:08:45.876,$SDDPT,6.29,2.40\n"
+    "cnav 2010:258:01:05:34.06 $GPGGA,000001,1000.0,N,02000.0,E,1,08\n",
+    "$SDODC,12:00:00,16\xB0 07.5000' N,091\xB0 30.0000' W,A,25.40,M,A\n"
+    "$SDODC,12:00:00,16\xB0 07.5000' N,091\xB0 30.0000' W,A,0.40,M,V\n",
+    "1577836800000;I;{\"context\":\"vessels.self\",\"updates\":[{\"timestamp\":\"2020-01-01T00:00:00.250Z\","
+    "\"values\":[{\"path\":\"environment.depth.belowTransducer\",\"value\":4.5},{\"path\":\"navigation."
+    "position\","
+    "\"value\":{\"latitude\":10,\"longitude\":20}}]}]}\n",
+};
+
+constexpr std::string_view Tracks[] = {
+    "<?xml version=\"1.0\"?>\n<gpx xmlns:a=\"x\"><trk><trkseg><trkpt lat=\"10\" "
+    "lon=\"20\"><time>2020-01-01T00:00:00Z"
+    "</time><extensions><a:depth>3.25</a:depth></extensions></trkpt><trkpt lat=\"10\" "
+    "lon=\"20.1\"/></trkseg></trk></gpx>",
+    "<g:gpx><g:wpt lon='1' lat='2'><Depth>4</Depth></g:wpt><!-- --><g:rte><g:rtept lat='1' "
+    "lon='1'><depth/></g:rtept>"
+    "</g:rte></g:gpx>",
+    "<!DOCTYPE gpx [<!ENTITY a \"b\">]><gpx><trkpt lat='1' lon='2'><depth>3</depth></trkpt></x><trkpt "
+    "lat='1' "
+    "lon='2'><depth>-4</depth></trkpt>",
+};
+
 // A few pings of every channel with samples that show something.
 std::string SmallEchogram(int formatWord) {
   const SampleSounding left[] = {{10, 2}, {11, 5}}, right[] = {{10, 3}, {9, 6}, {8, 9}};
@@ -110,6 +141,9 @@ int main(int count, char** arguments) {
   const std::string log = NmeaLog();
   for (std::size_t at = 0; at < 4; ++at)
     seeds.AddRun("job_log", log.substr(log.size() / 5 * at, TextLength), 0, 0);
+  for (std::size_t at = 0; at < 4; ++at) seeds.Add("nmea_log", log.substr(log.size() / 5 * at, TextLength));
+  for (const std::string_view text : Logs) seeds.Add("nmea_log", text);
+  for (const std::string_view text : Tracks) seeds.Add("gpx", text);
   const std::string map = PolishMap();
   for (std::size_t at = 0; at < 4; ++at)
     seeds.AddRun("job_mp", map.substr(map.size() / 5 * at, TextLength), 0, 0);

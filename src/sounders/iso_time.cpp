@@ -8,6 +8,7 @@ namespace sondrix {
 namespace {
 
 constexpr int SecondsOfDay = 86'400;
+constexpr int FirstYear = 1900;  // before it nobody logged
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
@@ -85,7 +86,7 @@ std::optional<TimeOfDay> TakeTimeOfDay(std::string_view& text) {
 std::optional<IsoTime> TakeIsoTime(std::string_view& text) {
   std::string_view rest = text;
   const std::optional<int> year = TakeDigits(rest, 4, 4);
-  if (!year || !TakeOneOf(rest, "-/")) return std::nullopt;
+  if (!year || *year < FirstYear || !TakeOneOf(rest, "-/")) return std::nullopt;
   const std::optional<int> month = TakeDigits(rest, 1, 2);
   if (!month || !TakeOneOf(rest, "-/")) return std::nullopt;
   const std::optional<int> dayOfMonth = TakeDigits(rest, 1, 2);

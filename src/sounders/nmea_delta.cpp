@@ -53,9 +53,8 @@ LoggerTime TimeOf(const Json& update, const LoggerTime& logged) {
 // False where a value can't be understood; null is one that isn't known.
 bool ReadValue(const Json& value, NmeaEvent& event) {
   if (IsDepth(event.kind)) {
-    event.depth.metres = NumberOf(&value);
+    event.depth.metres = DepthOrNone(NumberOf(&value));
     event.depth.isFromSurface = event.kind == SentenceKind::Dbs;
-    if (event.depth.metres < 0) event.depth.metres = Unknown;
     return value.is_number() || value.is_null();
   }
   if (value.is_null()) return true;

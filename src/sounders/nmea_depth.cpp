@@ -15,13 +15,6 @@ namespace {
 
 constexpr double Foot = 0.3048, Fathom = 1.8288;  // metres
 
-// What sounders tell in metres' place when they have no bottom.
-double ToldMetres(double metres) {
-  static constexpr std::array<double, 6> none = {999, 999.9, 999.99, 9999, 655.35, 65535};
-  const bool isNone = metres < 0 || std::find(none.begin(), none.end(), metres) != none.end();
-  return isNone ? Unknown : metres;
-}
-
 // One of the three ways in which a sentence tells its depth.
 struct Way {
   double metres = 0, step = 0;  // step: the unit of its last digit, metres
@@ -78,8 +71,8 @@ std::optional<ToldDepth> OfThreeUnits(const NmeaFields& fields, bool isFromSurfa
     if (only == ways.end()) return std::nullopt;
     told.metres = only->metres;
   }
-  if (metres.isTold && std::isnan(ToldMetres(metres.metres))) told.metres = Unknown;
-  told.metres = ToldMetres(told.metres);
+  if (metres.isTold && std::isnan(DepthOrNone(metres.metres))) told.metres = Unknown;
+  told.metres = DepthOrNone(told.metres);
   return told;
 }
 
@@ -94,7 +87,7 @@ std::optional<ToldDepth> OfTransducer(const NmeaFields& fields) {
   if (fields[0].empty()) return told;
   const std::optional<FieldNumber> metres = NumberOf(fields[0]);
   if (!metres) return std::nullopt;
-  told.metres = ToldMetres(metres->value);
+  told.metres = DepthOrNone(metres->value);
   if (told.metres > 0 && told.isFromSurface) told.metres += toSurface;
   return told;
 }
@@ -135,11 +128,19 @@ std::optional<ToldDepth> OfSurvey(const NmeaFields& fields) {
   if (fields[4].empty()) return told;
   const std::optional<FieldNumber> metres = NumberOf(fields[4]);
   if (!metres) return std::nullopt;
-  if (isValid(fields[6])) told.metres = ToldMetres(metres->value);
+  if (isValid(fields[6])) told.metres = DepthOrNone(metres->value);
   return told;
 }
 
 }  // namespace
+
+double DepthOrNone(double metres) {
+  static constexpr std::array<double, 5> none = {999, 999.9, 999.99, 9999, 655.35};
+  constexpr double deepest = 12'000;
+  const bool isDepth =
+      metres >= 0 && metres < deepest && std::find(none.begin(), none.end(), metres) == none.end();
+  return isDepth ? metres : Unknown;
+}
 
 std::optional<ToldDepth> DepthOf(SentenceKind kind, const NmeaFields& fields) {
   switch (kind) {

@@ -14,6 +14,10 @@ struct ToldDepth {
   double longitude = 0, latitude = 0;
 };
 
+// The depth, or not a number where it is one of those that sounders tell when they have no bottom, or none
+// that there is on earth.
+double DepthOrNone(double metres);
+
 // Of a sentence of a depth kind; none where it can't be understood. From DPT the offset is added where it is
 // the way from the transducer up to the water; one down to the keel changes nothing.
 std::optional<ToldDepth> DepthOf(SentenceKind kind, const NmeaFields& fields);

@@ -1,0 +1,7 @@
+#include "fuzz/read_source.h"
+#include "sounders/gpx_reader.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace sondrix;
+  return ReadInput({data, size}, IsGpx, ReadGpx);
+}
