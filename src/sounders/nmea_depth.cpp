@@ -13,6 +13,7 @@ namespace sondrix {
 
 namespace {
 
+constexpr double DeepestTransducer = 50;          // metres below the water; no ship draws more
 constexpr double Foot = 0.3048, Fathom = 1.8288;  // metres
 
 // One of the three ways in which a sentence tells its depth.
@@ -83,7 +84,7 @@ std::optional<ToldDepth> OfTransducer(const NmeaFields& fields) {
   const std::optional<FieldNumber> offset = NumberOf(fields[1]);
   if (!offset && !fields[1].empty()) return std::nullopt;
   const double toSurface = offset ? offset->value : 0;
-  told.isFromSurface = toSurface > 0;
+  told.isFromSurface = toSurface > 0 && toSurface < DeepestTransducer;
   if (fields[0].empty()) return told;
   const std::optional<FieldNumber> metres = NumberOf(fields[0]);
   if (!metres) return std::nullopt;

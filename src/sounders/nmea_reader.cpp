@@ -126,10 +126,11 @@ void NmeaReading::Look(std::string_view path, const ReadWatch& watch, Reading& r
 
 void NmeaReading::Read(std::string_view path, const ReadWatch& watch, Reading& reading) {
   LineReader lines(path, watch);
-  std::uint64_t badBefore = 0;
+  std::uint64_t badRows = 0, wrongChecksums = 0;  // before the last line
   bool isCut = false;
   while (const std::optional<std::string_view> line = lines.Next()) {
-    badBefore = decoder_.BadRows() + decoder_.WrongChecksums();
+    badRows = decoder_.BadRows();
+    wrongChecksums = decoder_.WrongChecksums();
     isCut = lines.IsCut();
     for (const NmeaEvent& event : decoder_.Decode(*line)) {
       if (IsDepth(event.kind)) {
@@ -141,10 +142,14 @@ void NmeaReading::Read(std::string_view path, const ReadWatch& watch, Reading& r
   }
   track_.Finish();
   // A last sentence that the end of the file cuts is no bad one.
-  const bool cutsSentence = isCut && decoder_.BadRows() > badBefore;
-  reading.PassOver(PassedOver::CutEnd, cutsSentence ? 1 : 0);
-  reading.PassOver(PassedOver::BadRows, decoder_.BadRows() - (cutsSentence ? 1 : 0));
-  reading.PassOver(PassedOver::WrongChecksums, decoder_.WrongChecksums());
+  if (!isCut || (badRows == decoder_.BadRows() && wrongChecksums == decoder_.WrongChecksums())) {
+    badRows = decoder_.BadRows();
+    wrongChecksums = decoder_.WrongChecksums();
+  } else {
+    reading.PassOver(PassedOver::CutEnd);
+  }
+  reading.PassOver(PassedOver::BadRows, badRows);
+  reading.PassOver(PassedOver::WrongChecksums, wrongChecksums);
   Tell(reading);
 }
 
@@ -206,7 +211,11 @@ void NmeaReading::Tell(Reading& reading) const {
     reading.takenFor.push_back("times of the logger: " + (zoneName_.empty() ? "UTC assumed" : zoneName_));
   if (depths_.LeftOut() > 0)
     reading.remarks.push_back(std::to_string(depths_.LeftOut()) + " depths told by other sentences too");
-  if (needsPositions && positions_.IsEmpty()) reading.remarks.emplace_back("no positions in its sentences");
+  if (needsPositions && positions_.IsEmpty()) {
+    reading.remarks.emplace_back("no positions in its sentences");
+  } else if (needsPositions && !track_.HasPlaced()) {
+    reading.remarks.emplace_back("no two fixes near enough in time to place a depth between them");
+  }
 }
 
 }  // namespace

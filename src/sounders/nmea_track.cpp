@@ -80,6 +80,7 @@ void NmeaTrack::PlaceUpTo(const NmeaEpoch& fix) {
     const Waiting& waiting = waiting_[i];
     const double part = (waiting.clock - lastFix_.clock) / gap;
     if (isNear && part >= -Slack && part <= 1 + Slack) {
+      hasPlaced_ = true;
       Add(waiting, LongitudeBetween(lastFix_.longitude, fix.longitude, part),
           Between(lastFix_.latitude, fix.latitude, part));
     } else {

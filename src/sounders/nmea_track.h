@@ -42,6 +42,7 @@ class NmeaTrack {
   void ShiftLastEpoch(double seconds);
   // No more comes: what isn't placed or dated stays so.
   void Finish();
+  bool HasPlaced() const { return hasPlaced_; }  // any depth between fixes
 
  private:
   struct Waiting {
@@ -58,6 +59,7 @@ class NmeaTrack {
   std::vector<Waiting> waiting_;
   std::size_t spread_ = 0;  // of those waiting, how many have their clock
   NmeaEpoch last_, lastFix_;
+  bool hasPlaced_ = false;
   bool isTime_ = false;  // of the clocks of those that wait
   std::size_t undatedFrom_ = 0;
 };

@@ -152,6 +152,7 @@ TEST(NmeaReader, WhatASentenceTellsOfADepth) {
            {"$SDDBT,abc,f,,M,,F", "bad"},
            {"$SDDPT,2.4,0.6,100*4A", "3.000"},
            {"$SDDPT,2.4,-0.6", "2.400"},
+           {"$SDDPT,2.4,999", "2.400"},
            {"$SDDPT,,0.6", "-"},
            {"$SDDPT,0.0,0.6", "0.000"},
            {"$SDDPT,2", "bad"},
@@ -233,7 +234,8 @@ TEST(NmeaReader, WhatCantBeUnderstoodIsCounted) {
            {fixed + "what is "
                     "this\n$???\n$GPGGA,006000,1000.0,N,02000.0,E,1,\n$GPGLL,9100.0,N,02000.0,E,000000,A\n",
             placed + " | 4 bad rows"},
-           {fixed + "$SDMTW,12.6,C*02\n$SDDBT,1,f,2,M,3,F*0", placed + " | 2 wrong checksums"},
+           {fixed + "$SDMTW,12.6,C*02\n$SDDBT,1,f,2,M,3,F*0",
+            placed + " | 1 wrong checksums | 1 cut at the end"},
            {fixed + "$SDDBT,1", placed + " | 1 cut at the end"},
            {fixed + std::string(5'000'000, '$') + "\n", placed + " | 1 lines too long"},
            {Gga(0) + Dbt("0.0") + Gga(1), "no depth in its sentences"},
