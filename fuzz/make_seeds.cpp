@@ -105,6 +105,25 @@ std::string SmallEchogram(int formatWord) {
   return Text(EchogramBytes(formatWord, frames));
 }
 
+// Pings of two channels along a way with a fix a second, flagged by one frame of each second or by all.
+std::string SmallTrack(int formatWord, bool isEachFlagged) {
+  std::vector<SampleFrame> frames;
+  for (std::int32_t ping = 0; ping < 24; ++ping) {
+    const std::int32_t fix = ping / 4;
+    for (const int channel : {0, 2}) {
+      frames.push_back(Frame(channel, 10, 4'105'000 + 3 * fix, 7'533'000 - fix * fix, 16));
+      frames.back().TimeOffset = 250 * ping + channel;
+    }
+  }
+  std::vector<std::uint8_t> bytes = EchogramBytes(formatWord, frames);
+  const std::size_t flags = formatWord == 2 ? 0x84 : 0x74;
+  const std::vector<std::size_t> starts = FrameStarts(bytes);
+  for (std::size_t i = 0; i < starts.size(); ++i) {
+    PutU16(bytes, starts[i] + flags, isEachFlagged || i % 8 == 0 ? 0x021E : 0x000C);
+  }
+  return Text(bytes);
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
@@ -121,7 +140,18 @@ int main(int count, char** arguments) {
     }
   }
   const auto clean = EchogramBytes(2, std::vector<SampleFrame>(16, Frame(2, 10, 4'105'000, 7'533'000, 96)));
-  for (const Damage& damage : Damages()) seeds.AddRun("job_sl", Text(damage.Apply(clean)), 0, 0);
+  for (const Damage& damage : Damages()) {
+    const std::string damaged = Text(damage.Apply(clean));
+    seeds.AddRun("job_sl", damaged, 0, 0);
+    seeds.Add("sl_sounder", std::string(1, '\0') + damaged);
+  }
+  for (const int formatWord : {2, 3}) {
+    for (const char channel : {0, 1, 2}) {
+      seeds.Add("sl_sounder", std::string(1, channel) + SmallEchogram(formatWord));
+      for (const bool isEachFlagged : {false, true})
+        seeds.Add("sl_sounder", std::string(1, channel) + SmallTrack(formatWord, isEachFlagged));
+    }
+  }
 
   for (const char separator : {',', ';', '\t'}) {
     for (const bool crLf : {false, true}) {

@@ -60,11 +60,12 @@ void SlChannels::Add(const SlFrame& frame) {
   SlChannel& channel = Of(frame.Channel);
   const bool isDepthFlagged = (frame.Flags & DepthFlag) != 0;
   const bool isFixFlagged = (frame.Flags & PositionFlag) != 0;
+  if (frames_ == 0) firstOffset_ = frame.TimeOffset;
   ++frames_;
   flaggedDepthFrames_ += isDepthFlagged;
   flaggedFixFrames_ += isFixFlagged;
   fixes_ += isFixFlagged;
-  if (channel.frames == 0 && startTime_ == 0 && IsDate(frame)) {
+  if (channel.frames == 0 && !startTime_ && IsDate(frame)) {
     startTime_ = std::int64_t{1000} * static_cast<std::uint32_t>(frame.TimeBase);
   }
   ++channel.frames;

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace sondrix {
@@ -103,9 +104,10 @@ class SlChannels {
   // Whether the flags tell of depths: some frames have them, some don't.
   bool AreDepthsFlagged() const { return flaggedDepthFrames_ > 0 && flaggedDepthFrames_ < frames_; }
   FixFlags FixFlagsOf(const SlChannel& channel) const;
-  // Milliseconds since 1970 UTC at which the recording began, from the clock of the channels' first frames;
-  // 0 where it tells no date.
-  std::int64_t StartTime() const { return startTime_; }
+  // Milliseconds since 1970 UTC of the time offset 0, from the clock of the channels' first frames; none
+  // where it tells no date.
+  std::optional<std::int64_t> StartTime() const { return startTime_; }
+  std::int32_t FirstOffset() const { return firstOffset_; }  // milliseconds, of the first frame
 
  private:
   SlChannel& Of(std::uint8_t number);
@@ -117,7 +119,8 @@ class SlChannels {
   std::array<std::int16_t, 256> places_{};  // of a channel's number, in channels_, from 1
   std::uint64_t frames_ = 0, flaggedDepthFrames_ = 0, flaggedFixFrames_ = 0;
   std::uint32_t fixes_ = 0;  // frames with a flagged position so far
-  std::int64_t startTime_ = 0;
+  std::optional<std::int64_t> startTime_;
+  std::int32_t firstOffset_ = 0;
 };
 
 }  // namespace sondrix

@@ -1,10 +1,12 @@
 #include "sounders/sl_reader.h"
 
 #include "core/channel.h"
+#include "core/files.h"
 #include "geo/mercator.h"
 #include "sonar/layout/words.h"
 #include "sounders/sl_channel.h"
 #include "sounders/sl_frame_walk.h"
+#include "sounders/sl_name_date.h"
 #include "sounders/sl_track.h"
 
 #include <algorithm>
@@ -100,7 +102,7 @@ struct PositionCounts {
 };
 
 PositionCounts AddSoundings(const SlChannels& channels, SlChannel& channel, SlTrack& track,
-                            SoundingList& soundings) {
+                            std::optional<std::int64_t> start, SoundingList& soundings) {
   PositionCounts positions;
   const bool areFlagged = channels.AreDepthsFlagged();
   const auto count = static_cast<std::uint32_t>(channel.depths.size());
@@ -114,9 +116,7 @@ PositionCounts AddSoundings(const SlChannels& channels, SlChannel& channel, SlTr
       sounding.latitude = KeptDegrees(LatitudeOfMercY(place.y));
     }
     ++(place.isKnown ? positions.known : positions.unknown);
-    if (channels.StartTime() > 0) {
-      sounding.time = static_cast<double>(channels.StartTime() + depth.time) / 1000;
-    }
+    if (start) sounding.time = static_cast<double>(*start + depth.time) / 1000;
     sounding.recorded = sounding.depth = RecordedOf(depth, areFlagged);
     sounding.channel = channel.number;
     sounding.beginsLine = place.beginsLine;
@@ -142,11 +142,25 @@ void Remark(const SlChannels& channels, const SlChannel& channel, const Position
       reading.remarks.push_back("the fix was lost for " + Counted(positions.unknown, "sounding"));
     }
   }
-  if (channels.StartTime() == 0) {
-    reading.remarks.emplace_back("no date in it: its times are unknown");
-  } else {
+}
+
+// When the recording began, milliseconds since 1970 UTC of the time offset 0. A name tells it by the clock of
+// a place that the user has to name.
+std::optional<std::int64_t> StartOf(const SlChannels& channels, std::string_view path,
+                                    const ReadOptions& options, Reading& reading) {
+  if (const auto start = channels.StartTime()) {
     reading.takenFor.emplace_back("times UTC");
+    return start;
   }
+  const std::optional<double> local = DateOfName(FileNameOf(path));
+  if (local && options.toUtc) {
+    reading.takenFor.push_back("times from the file's name, " + options.zoneName);
+    return static_cast<std::int64_t>(std::llround(options.toUtc(*local) * 1000)) - channels.FirstOffset();
+  }
+  reading.remarks.emplace_back(local
+                                   ? "no date in it: its times are unknown (with --zone its name tells them)"
+                                   : "no date in it: its times are unknown");
+  return std::nullopt;
 }
 
 }  // namespace
@@ -169,14 +183,16 @@ void ReadSl(std::string_view path, const ReadOptions& options, const ReadWatch& 
   const bool isForgotten = !channel->isKept;  // another channel seemed better for long
   SlChannels& channels = isForgotten ? again : first;
   if (isForgotten) {
+    first.KeepOnly(*channel);
     Reading counted;
     Collect(path, {watch.isToEnd, nullptr}, again, counted);
     channel = &Chosen(again, options);
   }
   channels.KeepOnly(*channel);
   SlTrack track(*channel, channels.FixFlagsOf(*channel));
+  const std::optional<std::int64_t> start = StartOf(channels, path, options, reading);
   const PositionCounts positions =
-      AddSoundings(channels, *channel, track, reading.trips.emplace_back().soundings);
+      AddSoundings(channels, *channel, track, start, reading.trips.emplace_back().soundings);
   Remark(channels, *channel, positions, track.FixInterval(), reading);
 }
 

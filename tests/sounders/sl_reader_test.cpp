@@ -209,6 +209,32 @@ TEST_F(SlReader, TimesFromTheFirstClock) {
   }
 }
 
+TEST_F(SlReader, TimesFromItsNameInAZone) {
+  struct Row {
+    std::string_view name;
+    double time;  // of the second frame, 0: unknown
+  };
+  const TemporaryFolder folder;
+  std::vector<SampleFrame> frames(2, Frame(0, 5));
+  for (SampleFrame& frame : frames) frame.TimeBase = -1;
+  frames[0].TimeOffset = 5000;
+  frames[1].TimeOffset = 5250;
+  for (const Row& row : {Row{"Sonar_2021-06-05_10.11.12.sl2", 1'622'887'872.25 - 7200},
+                         Row{"a2021-06-05 23-59-59", 1'622'937'599.25 - 7200}, Row{"2021-06-31_10.11.12", 0},
+                         Row{"2021-06-05_24.11.12", 0}, Row{"Chart 05_06_2021 [1].sl2", 0}}) {
+    const std::string path = folder.Path(row.name);
+    EXPECT_TRUE(WriteBytes(path, EchogramBytes(2, frames)));
+    for (const bool hasZone : {false, true}) {
+      ReadOptions options;
+      if (hasZone) options.toUtc = [](double seconds) { return seconds - 7200; };
+      Reading named;
+      ReadSl(path, options, {}, named);
+      const double time = named.trips[0].soundings[1].time;
+      EXPECT_EQ(std::isnan(time) ? 0 : time, hasZone ? row.time : 0) << row.name;
+    }
+  }
+}
+
 TEST_F(SlReader, PlacesOfAllTheSphere) {
   struct Row {
     std::int32_t x, y;
