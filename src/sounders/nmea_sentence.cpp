@@ -81,12 +81,12 @@ unsigned SumOf(std::string_view text) {
   return static_cast<unsigned>(sum & 0xFFU);
 }
 
-// A log in small letters keeps the checksums of what the instruments sent in capitals.
+// A log that lost its capitals keeps the checksums of what the instruments sent. Each letter that was turned
+// changes this bit of the sum.
 bool IsSumOfCapitals(std::string_view text, unsigned told) {
+  constexpr unsigned caseBit = 'a' - 'A';
   if (text.size() < StandardAddress || text[StandardAddress - 1] < 'a') return false;
-  unsigned sum = 0;
-  for (const char c : text) sum ^= static_cast<unsigned char>(c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c);
-  return sum == told;
+  return (SumOf(text) | caseBit) == (told | caseBit);
 }
 
 NmeaSentence Split(std::string_view text, Checksum checksum) {

@@ -57,7 +57,7 @@ TEST(NmeaReader, DepthsBetweenFixes) {
             "180.0000 10.0000 - 1.000; -179.9990 10.0000 - 2.000"},
            // Torn into one line, small letters with their capitals' checksum, quotes, without leading zeros.
            {"$GPGGA,000000,1000.0,N,2000.0,E,1,08*7F$SDDBT,,f,7,M,,F\n", "- - - 7.000 | 1 wrong checksums"},
-           {"x,\"$gpgll,0.5,n,1.2,w,000000,a*0E\"\n$sddbt,,f,7,m,,f\n$GPGLL,0.5,N,1.2,W,000001,A\n",
+           {"x,\"$gpgll,0.5,n,1.2,w,000000,a*0E\"\n$sddbt,,f,7,m,,f*1F\n$GPGLL,0.5,N,1.2,W,000001,A\n",
             "-0.0200 0.0083 - 7.000"},
        })
     EXPECT_EQ(ReadingText(row.log), row.soundings) << row.log;
