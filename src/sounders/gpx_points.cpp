@@ -143,7 +143,7 @@ void GpxPoints::Finish(const std::string& damage) {
   if (below_ > 0 && above_ == 0) {
     for (std::size_t i = 0; i < soundings_.size(); ++i) {
       Sounding& sounding = soundings_[i];
-      sounding.depth = sounding.recorded = -sounding.recorded;
+      sounding.depth = sounding.recorded = 0 - sounding.recorded;
     }
     reading_.takenFor.emplace_back("depths: all below 0, taken for heights");
   }

@@ -53,7 +53,7 @@ TEST(GpxReader, PointsWithADepth) {
             "/ - - - 2.000; 20.0000 10.0000 - -; 20.0000 10.0000 - - | 3 bad rows"},
            // Heights.
            {Gpx(Point("20", Depth("-2.5")) + Point("21", Depth("0"))),
-            "/ 20.0000 10.0000 - 2.500; 21.0000 10.0000 - -0.000"},
+            "/ 20.0000 10.0000 - 2.500; 21.0000 10.0000 - 0.000"},
            {Gpx(Point("20", "<time>soon</time>")), "no point with a depth"},
            {Gpx(""), "no points in it"},
            {"<svg><gpxpath/></svg>", "not recognised"},
