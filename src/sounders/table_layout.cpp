@@ -39,6 +39,19 @@ std::vector<ColumnName> NamedBy(const TableShape& shape, const ReadOptions& opti
   return names;
 }
 
+// A date and a clock between blanks are two columns under one name.
+void PartDates(std::vector<ColumnName>& names, const TableShape& shape,
+               const std::vector<ColumnStats>& stats) {
+  if (shape.separator != Blanks || names.size() + 1 != stats.size()) return;
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    if (names[i].meaning != Meaning::Time && names[i].meaning != Meaning::Date) continue;
+    if (stats[i].time != TimeForm::Text || stats[i + 1].time != TimeForm::Text) continue;
+    names[i].meaning = Meaning::Date;
+    names.insert(names.begin() + static_cast<std::ptrdiff_t>(i) + 1, {Meaning::Time, 0, 0});
+    return;
+  }
+}
+
 // The column of a meaning whose name is the likeliest; of two alike the one with a unit, then the first.
 std::size_t Likeliest(const std::vector<ColumnName>& names, Meaning meaning) {
   std::size_t best = NoColumn;
@@ -113,7 +126,9 @@ void FindPlaceForm(TableLayout& layout, const std::vector<ColumnStats>& stats, c
     std::swap(first, second);
     layout.takenFor.push_back("latitude and longitude by their letters, against the head");
   }
-  const bool isSmall = first->beyond180 * 2 <= first->values && second->beyond180 * 2 <= second->values;
+  // Longitudes may be counted up to 360.
+  const bool isNorthSmall = first->beyond180 * 2 <= first->values;
+  const bool isSmall = isNorthSmall && (second->beyond180 * 2 <= second->values || second->largest <= 360);
   if (isSmall) return;
   const double largest = std::max(first->largest, second->largest);
   const bool isWhole = first->whole == first->values && second->whole == second->values;
@@ -122,7 +137,8 @@ void FindPlaceForm(TableLayout& layout, const std::vector<ColumnStats>& stats, c
     layout.takenFor.push_back("positions in units of 1e-7 degrees");
     return;
   }
-  if (isDegrees && !isWhole && first->isMinutes && second->isMinutes && largest <= 18000) {
+  const bool isMinutes = !isNorthSmall || layout.Has(Slot::NorthSouth);
+  if (isDegrees && isMinutes && !isWhole && first->isMinutes && second->isMinutes && largest <= 18000) {
     layout.place = PlaceForm::Minutes;
     layout.takenFor.push_back("positions as degrees and minutes without a mark between them (ddmm.mmmm)");
     return;
@@ -255,7 +271,8 @@ TableLayout LayoutOf(const TableShape& shape, const ReadOptions& options) {
     return layout;
   }
   const std::vector<ColumnStats> stats = StatsOf(shape);
-  const std::vector<ColumnName> names = NamedBy(shape, options);
+  std::vector<ColumnName> names = NamedBy(shape, options);
+  if (options.columns.empty()) PartDates(names, shape, stats);
   const bool isNamed = std::any_of(names.begin(), names.end(), [](const ColumnName& name) {
     return name.meaning != Meaning::Unknown && name.meaning != Meaning::Ignored;
   });

@@ -52,7 +52,7 @@ SeparatorScore ScoreOf(const std::vector<std::string_view>& lines, char separato
   std::vector<RowShare> shares;
   std::vector<std::string_view> cells;
   for (const std::string_view line : lines) {
-    SplitRow(line, separator, cells, line.size() + 1);
+    SplitRow(line, separator, cells, MaxColumns);
     shares.push_back(ShareOf(cells));
     if (shares.back().values >= RowValues) ++counts[cells.size()];
   }
@@ -88,16 +88,23 @@ std::string_view CommentText(std::string_view line) {
 
 std::vector<std::string> NamesOf(std::string_view line, char separator) {
   std::vector<std::string_view> cells;
-  SplitRow(line, separator, cells, line.size() + 1);
+  SplitRow(line, separator, cells, MaxColumns);
   std::vector<std::string> names;
-  for (const std::string_view cell : cells) names.push_back(HeadName(cell));
+  for (const std::string_view cell : cells) {
+    // Between blanks a unit stands by itself.
+    if (separator == Blanks && !names.empty() && (cell.starts_with('(') || cell.starts_with('['))) {
+      names.back().append(cell);
+    } else {
+      names.push_back(HeadName(cell));
+    }
+  }
   return names;
 }
 
 // How many of a line's cells are names that a head of soundings has, 0 where values stand in it.
 std::size_t KnownNames(std::string_view line, char separator) {
   std::vector<std::string_view> cells;
-  SplitRow(line, separator, cells, line.size() + 1);
+  SplitRow(line, separator, cells, MaxColumns);
   if (ShareOf(cells).values > 0.3) return 0;
   std::array<bool, MeaningCount> isKnown{};
   for (const std::string_view cell : cells)
@@ -109,7 +116,7 @@ std::size_t KnownNames(std::string_view line, char separator) {
 
 bool FitsRow(std::string_view line, const TableShape& shape) {
   std::vector<std::string_view> cells;
-  SplitRow(line, shape.separator, cells, line.size() + 1);
+  SplitRow(line, shape.separator, cells, MaxColumns);
   return cells.size() == shape.columns && ShareOf(cells).values >= RowValues;
 }
 
@@ -127,6 +134,8 @@ void FindHead(TableShape& shape, const std::vector<std::string_view>& lines) {
     }
     const std::string_view text = isComment ? CommentText(line) : line;
     if (const std::size_t known = KnownNames(text, shape.separator); known > 0 && known >= best) {
+      // Words may stand in front of the names in a comment; then they are of no use.
+      if (isComment && NamesOf(text, shape.separator).size() != shape.columns) continue;
       best = known;
       head = text;
     }
@@ -134,7 +143,7 @@ void FindHead(TableShape& shape, const std::vector<std::string_view>& lines) {
   }
   if (best < 2 && isRow && !last.empty() && (best == 0 || head.data() != last.data())) {
     std::vector<std::string_view> cells;
-    SplitRow(last, shape.separator, cells, last.size() + 1);
+    SplitRow(last, shape.separator, cells, MaxColumns);
     if (cells.size() == shape.columns && ShareOf(cells).values == 0) head = last;
   }
   if (head.empty() || (best == 1 && shape.columns > 1 && head.data() != last.data())) return;

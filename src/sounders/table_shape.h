@@ -10,6 +10,9 @@ namespace sondrix {
 
 enum class TableEncoding : std::uint8_t { Bytes, Utf16Little, Utf16Big };
 
+// More columns than any table of soundings has; those behind aren't looked at.
+inline constexpr std::size_t MaxColumns = 5000;
+
 // How the lines of a text become the cells of a table, found from its start.
 struct TableShape {
   TableEncoding encoding = TableEncoding::Bytes;

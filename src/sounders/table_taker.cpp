@@ -29,7 +29,12 @@ TableTaker::TableTaker(const TableLayout& layout, const ReadOptions& options,
 
 // A place, or none where none is stored; false for numbers that are no place.
 bool TableTaker::TakeDegrees(double latitude, double longitude, Sounding& sounding) {
-  const double north = std::fabs(latitude), east = std::fabs(longitude);
+  const double north = std::fabs(latitude);
+  double east = std::fabs(longitude);
+  if (east > 180 && east <= 360 && north <= 90) {
+    longitude -= std::copysign(360, longitude);
+    east = std::fabs(longitude);
+  }
   if (north > 90 || east > 180) {
     if (north > 180 || east > 90) return false;
     ++exchanged_;

@@ -61,6 +61,15 @@ TEST(TableLayout, ColumnsByNameOrByLook) {
       {"lat,lon,depth\n535123400,135123400,4.5\n", "53.51234 13.51234 4.5 -|",
        "columns: 1 latitude, 2 longitude, 3 depth in metres; between them comma|positions in units of 1e-7 "
        "degrees|"},
+      {"lat,lon,depth\n-41.5,186.25,4.5\n", "-41.5 -173.75 4.5 -|",
+       "columns: 1 latitude, 2 longitude, 3 depth in metres; between them comma|"},
+      {"Time Latitude (deg) Longitude (deg) Depth (ft)\n2020-03-01 10:11:12 53.5 13.5 10\n",
+       "53.5 13.5 3.048 1583057472|",
+       "columns: 1 date, 2 time, 3 latitude, 4 longitude, 5 depth in feet; between them blanks|times without "
+       "a "
+       "zone are UTC|"},
+      {"# Columns: lat lon depth\n53.51234 13.51234 4.5\n", "53.51234 13.51234 4.5 -|",
+       "no head, columns: 1 latitude, 2 longitude, 3 depth in metres; between them blanks|"},
       // Its head names other separators and another order than its rows have.
       {"Longitude;Latitude;Depth,m;Offset,m;Satellite,pc;HDOP,m\r\n53.51234,13.51234,4.50\r\n53.51235,13."
        "51234,4.60\r\n",
