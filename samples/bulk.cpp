@@ -37,11 +37,13 @@ std::int32_t ToAndFro(std::int64_t step, std::int32_t period) {
   return phase < period / 2 ? phase : period - phase;
 }
 
-SampleFrame BulkFrame(const Beam& beam, std::int64_t ping) {
+SampleFrame BulkFrame(const Beam& beam, std::int64_t ping, std::int32_t days) {
   // The period divides BlockPings, so that the samples of a block fit its depths wherever it stands.
   const float depth = 12.0F + 0.2F * static_cast<float>(ToAndFro(ping, BlockPings));
   SampleFrame frame = Frame(beam.Channel, depth, 4'105'000 + ToAndFro(ping, 20'000),
                             7'533'000 + static_cast<std::int32_t>(ping / 10'000 * 20), beam.Samples);
+  constexpr std::int32_t daySeconds = 86400;
+  frame.TimeBase += days * daySeconds;
   frame.FrameIndex = static_cast<std::int32_t>(ping);
   frame.TimeOffset = static_cast<std::int32_t>(ping * 1000 / PingsPerSecond);
   return frame;
@@ -81,7 +83,7 @@ bool WriteAll(std::FILE* file, std::span<const std::uint8_t> bytes) {
   return std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
 }
 
-bool WriteDense(std::FILE* file, std::int64_t bytes, std::int64_t& position) {
+bool WriteDense(std::FILE* file, std::int64_t bytes, std::int32_t days, std::int64_t& position) {
   std::vector<std::uint8_t> head;
   std::vector<std::uint8_t> block;
   std::vector<std::size_t> starts;
@@ -91,7 +93,7 @@ bool WriteDense(std::FILE* file, std::int64_t bytes, std::int64_t& position) {
   XorShift random(1);
   for (int ping = 0; ping < BlockPings; ++ping) {
     for (const Beam& beam : DenseBeams) {
-      SampleFrame frame = BulkFrame(beam, ping);
+      SampleFrame frame = BulkFrame(beam, ping, days);
       FillSamples(frame, random);
       // A block follows a Sidescan frame; so does the first, as in a recording that continues another.
       if (starts.empty()) {
@@ -117,7 +119,7 @@ bool WriteDense(std::FILE* file, std::int64_t bytes, std::int64_t& position) {
   return true;
 }
 
-bool WriteSparse(std::FILE* file, std::int64_t bytes, std::int64_t& position) {
+bool WriteSparse(std::FILE* file, std::int64_t bytes, std::int32_t days, std::int64_t& position) {
   constexpr std::int16_t frameSize = 0x90 + SparseSamples;
   std::vector<std::uint8_t> header;
   EchogramWriter writer(2);
@@ -126,7 +128,7 @@ bool WriteSparse(std::FILE* file, std::int64_t bytes, std::int64_t& position) {
     if (!Seek(file, position) || !WriteAll(file, header)) return false;
     position = static_cast<std::int64_t>(writer.Position());
     if (position + frameSize > bytes) break;
-    SampleFrame frame = BulkFrame({SparseChannels[count % 4], 0}, count / 4);
+    SampleFrame frame = BulkFrame({SparseChannels[count % 4], 0}, count / 4, days);
     frame.SampleCount = SparseSamples;
     frame.FrameSize = frameSize;
     frame.PrevSize = count == 0 ? std::int16_t{0} : frameSize;
@@ -141,12 +143,12 @@ bool WriteSparse(std::FILE* file, std::int64_t bytes, std::int64_t& position) {
 
 }  // namespace
 
-std::int64_t WriteBulk(const std::string& path, std::int64_t bytes, bool sparse) {
+std::int64_t WriteBulk(const std::string& path, std::int64_t bytes, bool sparse, std::int32_t days) {
   const SampleFile file = OpenSample(path);
   if (!file) return -1;
   std::int64_t position = 0;
   const bool written =
-      sparse ? WriteSparse(file.get(), bytes, position) : WriteDense(file.get(), bytes, position);
+      sparse ? WriteSparse(file.get(), bytes, days, position) : WriteDense(file.get(), bytes, days, position);
   return written && std::fflush(file.get()) == 0 ? position : -1;
 }
 

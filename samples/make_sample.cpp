@@ -14,6 +14,7 @@
 #include <charconv>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <initializer_list>
 #include <string>
 #include <string_view>
@@ -53,6 +54,7 @@ int Demo(const Arguments& arguments) {
 struct Options {
   std::string Path;
   std::int64_t Bytes = 0;  // 0 when not given
+  std::int32_t Days = 0;
   bool Sparse = false, CrLf = false, Semicolon = false, Mixed = false;
 };
 
@@ -73,7 +75,7 @@ bool ReadLength(const std::string& number, std::int64_t& bytes) {
 
 // What is wrong with the arguments; empty when they are read.
 std::string Read(const Arguments& arguments, std::initializer_list<FlagName> flags, bool takesBytes,
-                 Options& options) {
+                 Options& options, bool takesDays = false) {
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     const std::string& argument = arguments[i];
     const auto* flag =
@@ -83,6 +85,8 @@ std::string Read(const Arguments& arguments, std::initializer_list<FlagName> fla
     } else if (takesBytes && argument == "--bytes") {
       const std::string number = ++i < arguments.size() ? arguments[i] : "";
       if (!ReadLength(number, options.Bytes)) return "--bytes takes a number of at least 8, not " + number;
+    } else if (takesDays && argument == "--days") {
+      options.Days = ++i < arguments.size() ? std::atoi(arguments[i].c_str()) : 0;
     } else if (argument.starts_with("-") || !options.Path.empty()) {
       return "this kind doesn't take " + argument;
     } else {
@@ -94,9 +98,11 @@ std::string Read(const Arguments& arguments, std::initializer_list<FlagName> fla
 
 int Bulk(const Arguments& arguments) {
   Options options;
-  if (const std::string wrong = Read(arguments, {Sparse}, true, options); !wrong.empty()) return Wrong(wrong);
+  if (const std::string wrong = Read(arguments, {Sparse}, true, options, true); !wrong.empty())
+    return Wrong(wrong);
   if (options.Bytes == 0) return Wrong("bulk takes --bytes");
-  return Written(sondrix::WriteBulk(options.Path, options.Bytes, options.Sparse) >= 0, options.Path);
+  return Written(sondrix::WriteBulk(options.Path, options.Bytes, options.Sparse, options.Days) >= 0,
+                 options.Path);
 }
 
 int WriteText(const std::string& path, const std::string& text) {
@@ -193,7 +199,8 @@ struct Kind {
 
 constexpr Kind Kinds[] = {
     {"demo", Demo, "demo FILE                         the demonstration's lake, an SL3"},
-    {"bulk", Bulk, "bulk FILE --bytes N [--sparse]    a large SL2 of four channels"},
+    {"bulk", Bulk,
+     "bulk FILE --bytes N [--sparse] [--days N]    a large SL2 of four channels, later by days"},
     {"export", Export, "export FILE [--bytes N] [--crlf] [--semicolon] [--mixed]    a table of soundings"},
     {"three", Three, "three FILE [--crlf] [--semicolon] a table of latitude, longitude, depth"},
     {"log", Log, "log FILE [--bytes N]              an NMEA log"},
