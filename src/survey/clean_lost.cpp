@@ -8,17 +8,21 @@
 namespace sondrix {
 namespace {
 
-constexpr float StepHeight = 5;  // metres
+constexpr float StepHeight = 5;    // metres
+constexpr float LargestFall = 15;  // metres, that a bed may fall where nothing is told
 constexpr float FallCost = 0.45F, StepCost = 1;
 constexpr float WallCost = 6;
-constexpr float FallAcrossGap = 1;  // metres a metre
-constexpr float LostCost = 3, ShortLostCost = 1, StepLostCost = 6, LikelyLostCost = 0.8F, NeverCost = 1e9F;
-constexpr float ShareCost = 6, InnerCost = 0.25F, MaxInnerCost = 2;
+constexpr float LostCost = 3, ShortLostCost = 1, StepLostCost = 3.5F, LikelyLostCost = 0.65F,
+                NeverCost = 1e9F;
+constexpr float WayCost = 0.25F, MaxWayCost = 1, UsualWay = 20;  // for each doubling of so many metres
+constexpr float ShareCost = 20, InnerCost = 0.25F, MaxInnerCost = 2;
 constexpr double ShortWay = 2, LongWay = 8;                       // metres
 constexpr float EchoTolerance = 0.05F, MaxEchoTolerance = 0.15F;  // of the logarithm of a ratio
-constexpr float OffsetTolerance = 0.1F;
+constexpr float OffsetTolerance = 0.2F;
 constexpr float StepLikeness = 0.3F;  // metres
 constexpr std::size_t MaxPiecesBack = 64;
+constexpr std::size_t FewSoundings = 5;  // fewer than a stretch
+constexpr double EndLostCost = 1;        // of so few where the section begins or ends
 
 struct Link {
   double cost = 0;           // of the best chain that ends here
@@ -32,10 +36,15 @@ class Chain {
 
   // For each piece, whether it is kept.
   std::vector<bool> Kept() {
-    for (std::size_t i = 1; i < pieces_.size(); ++i) {
-      const float jump = CostBetween(pieces_[i - 1], pieces_[i]);
+    const std::size_t count = pieces_.size();
+    for (std::size_t i = 1; i < count; ++i) {
+      const float fall = MostOfFall(pieces_[i - 1].end, pieces_[i].begin);
+      const float jump = CostBetween(pieces_[i - 1], pieces_[i], fall);
       inner_[i] = inner_[i - 1] + std::min(jump, MaxInnerCost) + InnerCost;
       links_[i] = {links_[i - 1].cost + jump, static_cast<std::uint32_t>(i - 1)};
+      if (pieces_[i].first < FewSoundings && EndLostCost < links_[i].cost) {
+        links_[i] = {EndLostCost, static_cast<std::uint32_t>(i)};
+      }
       for (std::size_t back = 2; back <= std::min(i, MaxPiecesBack); ++back) {
         const std::size_t j = i - back;
         if (links_[j].cost >= links_[i].cost) continue;
@@ -43,10 +52,15 @@ class Chain {
         if (cost < links_[i].cost) links_[i] = {cost, static_cast<std::uint32_t>(j)};
       }
     }
-    std::vector<bool> kept(pieces_.size(), false);
-    std::size_t i = pieces_.size() - 1;
-    for (; i > 0; i = links_[i].before) kept[i] = true;
-    kept[0] = true;
+    std::size_t last = count - 1;
+    for (std::size_t i = count - 1; i-- > 0 && pieces_[i].last + FewSoundings >= points_.size() - 1;) {
+      if (links_[i].cost + EndLostCost < links_[last].cost) last = i;
+    }
+    std::vector<bool> kept(count, false);
+    for (std::size_t i = last;; i = links_[i].before) {
+      kept[i] = true;
+      if (links_[i].before == i) break;
+    }
     return kept;
   }
 
@@ -54,21 +68,24 @@ class Chain {
   float NoiseAt(const TrackPiece& piece) const { return section_.NoiseAt(points_[piece.first].at); }
 
   // What keeping both sides of a jump costs; the bed may have fallen evenly across the gap instead.
-  static float CostOfJump(float jump, float gap, float noise, float depth) {
+  static float CostOfJump(float jump, float fall, float noise, float depth) {
     const float height = std::abs(jump);
     if (height <= LeastJump(noise, depth)) return 0;
-    if (height <= FallAcrossGap * gap) return FallCost;
-    const float most = FallAcrossGap * gap + MostOfStep(noise);
+    if (height <= fall) return FallCost;
+    const float most = fall + MostOfStep(noise);
     const float beyond = (height - most) / std::max(1.0F, noise);
     return StepCost + (WallCost - StepCost) * std::clamp(beyond, 0.0F, 1.0F);
   }
 
   static float MostOfStep(float noise) { return StepHeight + std::max(0.5F, 3 * noise); }
 
-  float CostBetween(const TrackPiece& before, const TrackPiece& behind) const {
-    const auto gap = static_cast<float>(behind.begin.way - before.end.way);
+  static float MostOfFall(const PieceEnd& end, const PieceEnd& begin) {
+    return std::min(LargestFall, std::max(end.fall, begin.fall) * static_cast<float>(begin.way - end.way));
+  }
+
+  float CostBetween(const TrackPiece& before, const TrackPiece& behind, float fall) const {
     const float noise = NoiseAt(behind);
-    return CostOfJump(JumpBetween(before.end, behind.begin, noise), gap, noise,
+    return CostOfJump(JumpBetween(before.end, behind.begin, noise).least, fall, noise,
                       std::min(before.end.level, behind.begin.level));
   }
 
@@ -77,39 +94,52 @@ class Chain {
     const TrackPiece &before = pieces_[j], &behind = pieces_[i], &first = pieces_[j + 1],
                      &last = pieces_[i - 1];
     const float noise = NoiseAt(first);
-    const float in = JumpBetween(before.end, first.begin, noise);
-    const float out = JumpBetween(last.end, behind.begin, noise);
-    if ((in > 0) == (out > 0)) return NeverCost;
+    const Jump jumpIn = JumpBetween(before.end, first.begin, noise);
+    const Jump jumpOut = JumpBetween(last.end, behind.begin, noise);
+    const float in = jumpIn.least, out = jumpOut.least;
+    const float least = LeastJump(noise, std::min(before.end.level, behind.begin.level));
+    if ((in > 0) == (out > 0) && std::min(std::abs(in), std::abs(out)) > least) return NeverCost;
+    const double way = (last.end.way + behind.begin.way - before.end.way - first.begin.way) / 2;
+    const auto gap = static_cast<float>(first.begin.way - before.end.way);
     float cost = LostCost;
-    if (IsEcho(before.end, first.begin, last.end, behind.begin, noise) || IsOffset(in, out, noise)) {
+    const float fallen = (MostOfFall(before.end, first.begin) + MostOfFall(last.end, behind.begin)) / 2;
+    if (IsEcho(before.end, first.begin, last.end, behind.begin, noise) ||
+        IsOffset(jumpIn, jumpOut, fallen, noise)) {
       cost = LikelyLostCost;
     } else {
-      const double way = (last.end.way + behind.begin.way - before.end.way - first.begin.way) / 2;
       const double shortness = std::clamp((LongWay - way) / (LongWay - ShortWay), 0.0, 1.0);
       cost += (ShortLostCost - LostCost) * static_cast<float>(shortness);
-      if (std::min(std::abs(in), std::abs(out)) <= MostOfStep(noise)) {
+      if (std::abs(in) <= MostOfStep(noise) + MostOfFall(before.end, first.begin) ||
+          std::abs(out) <= MostOfStep(noise) + MostOfFall(last.end, behind.begin)) {
         cost += StepLostCost * static_cast<float>(1 - shortness);
       }
     }
     const float share =
         static_cast<float>(behind.first - before.last - 1) / static_cast<float>(points_.size());
     const auto inner = static_cast<float>(inner_[i - 1] - inner_[j + 1]);
-    return CostBetween(before, behind) + cost + ShareCost * share + inner;
+    return CostBetween(before, behind, static_cast<float>(behind.begin.way - before.end.way)) + cost +
+           ShareCost * share * share + inner + CostOfWay(way, gap);
+  }
+
+  static float CostOfWay(double way, float gap) {
+    const float usual = UsualWay * (1 + gap);
+    return std::min(MaxWayCost, WayCost * std::log2(1 + static_cast<float>(way) / usual));
   }
 
   // Whether the depth goes off by more than a step and comes back by the same.
-  static bool IsOffset(float in, float out, float noise) {
-    const float height = (std::abs(in) + std::abs(out)) / 2;
-    return height > StepHeight + std::max(0.5F, 2.3F * noise) &&
-           std::abs(in + out) <= OffsetTolerance * height + 2 * noise;
+  static bool IsOffset(const Jump& in, const Jump& out, float fallen, float noise) {
+    const float height = (std::abs(in.least) + std::abs(out.least)) / 2;
+    const float apart = std::max(in.low + out.low, -in.high - out.high);
+    return height > fallen + StepHeight + std::max(0.5F, 2.3F * noise) &&
+           apart <= OffsetTolerance * height + 2 * noise;
   }
 
   // Whether the depth is halved and doubled again, or doubled and halved; not if steps would look the same.
   static bool IsEcho(const PieceEnd& before, const PieceEnd& first, const PieceEnd& last,
                      const PieceEnd& behind, float noise) {
-    const float in = std::abs(JumpBetween(before, first, noise));
-    const float out = std::abs(JumpBetween(last, behind, noise));
-    const float likeness = std::max(StepLikeness, 2 * noise);
+    const float in = std::abs(JumpBetween(before, first, noise).least);
+    const float out = std::abs(JumpBetween(last, behind, noise).least);
+    const float likeness = std::max(StepLikeness, 3 * noise);
     if (std::abs(in - StepHeight) <= likeness && std::abs(out - StepHeight) <= likeness) return false;
     const bool isDoubled = first.level > before.level;
     const float factor = isDoubled ? 2 : 0.5F;
@@ -147,7 +177,7 @@ void FindLost(TrackSection& section, Stretches& stretches) {
     const std::uint32_t first = points[pieces[p].first].at, last = points[pieces[p].last].at;
     stretches.push_back({section.index[first], section.index[last], section.line, !kept[p]});
     if (kept[p]) continue;
-    for (std::size_t i = first; i <= last; ++i) section.fate[i] = Fate::Lost;
+    for (std::uint32_t k = pieces[p].first; k <= pieces[p].last; ++k) section.fate[points[k].at] = Fate::Lost;
   }
 }
 

@@ -8,15 +8,20 @@ namespace sondrix {
 // Marks as lost the pieces of a section that no bed explains together with the rest, and adds its pieces to
 // the stretches if it has more than one.
 //
-// Kept is the chain of pieces that costs least (dynamic programming, R. Bellman, 1957, up to 64 pieces back):
-//   - that two kept pieces lie across a jump costs 1 up to 5 m, what a bed's step may have, and up to 6 where
-//     it is larger by two of its standard deviations and by a metre at least; across a gap the bed may also
-//     fall a metre a metre;
-//   - that pieces between two kept ones are lost costs 3, and up to 6 more by their share of the section;
-//   less where they
-//     are shorter than 8 m of way, down to 1 below 2 m, and 0.8 where both jumps halve the depth or both
-//     double it (an echo that came twice, or the half of it), unless a step of 5 m would look the same.
-// So a stretch that begins and ends with a jump of more than a step is lost unless it is most of the track,
+// Kept is the chain of pieces that costs least (dynamic programming, R. Bellman, Dynamic Programming, 1957,
+// up to 64 pieces back):
+//   - Two kept pieces across a jump cost 1 up to 5 m, the step that a bed may have, and up to 6 where the
+//   jump is
+//     larger by three times the noise and by 1.5 m at least. A bed may fall as well, by twice the slope that
+//     it has beside the jump, up to a metre a metre where that isn't known, 15 m at most.
+//   - Losing the pieces between two kept ones costs 3; 0.65 where both jumps halve the depth or both double
+//   it (the
+//     echo of an echo, or half of one), unless both could be steps of 5 m, or where the depth goes off by
+//     more than a step and comes back by the same; down to 1 where they are shorter than 8 m of way; up
+//     to 3.5 more where a step or a slope explains one of the jumps. The jumps between them count up to 2
+//     each. Longer pieces cost up to 1 more by their way, and 20 times the square of their share of the
+//     section.
+// So a stretch that begins and ends with a jump of more than a step is lost unless it is much of the track,
 // one between two steps isn't, and a single jump leaves both sides.
 void FindLost(TrackSection& section, Stretches& stretches);
 

@@ -19,6 +19,8 @@ struct PieceEnd {
   float level = 0;  // metres, the depth there
   float slope = 0;  // metres a metre
   float depth = 0;  // metres, of that sounding
+  float fall =
+      0;  // metres a metre that the bed may fall beyond: twice the slope, and 0.1; 1 where too few tell
 };
 
 // Soundings without a jump between them.
@@ -34,16 +36,22 @@ std::vector<TrackPoint> PointsOf(const TrackSection& section);
 // (H. Theil, 1950; P. K. Sen, 1968).
 PieceEnd EndOf(std::span<const TrackPoint> points, bool atFirst);
 
-// By how many metres the piece behind a gap lies deeper than what explains it best: going on with the slope
-// of either end, with both halfway, or level; from the levels, or from the two soundings beside the gap,
-// which may be one and a half times the noise further apart.
-float JumpBetween(const PieceEnd& end, const PieceEnd& begin, float noise);
+// By how many metres the piece behind a gap lies deeper than what may be expected of the one before it: going
+// on level, with the slope of either end or with one halfway; from the levels, or from the two soundings
+// beside the gap.
+struct Jump {
+  float least =
+      0;  // metres, signed: as the bed explains it best; 1.5 times the noise more by two soundings alone
+  float low = 0, high = 0;  // metres: the range of all of them
+};
+Jump JumpBetween(const PieceEnd& end, const PieceEnd& begin, float noise);
 
 // A jump below it is no jump: four times the noise, a quarter of the depth or 3 m, whichever of these two is
 // less.
 float LeastJump(float noise, float depth);
 
-// Cuts a section at its jumps.
+// Cuts a section at its jumps, and where more than five soundings in a row told nothing, since a sounder may
+// come back with a wrong bottom.
 std::vector<TrackPiece> PiecesOf(const TrackSection& section, std::span<const TrackPoint> points);
 
 }  // namespace sondrix

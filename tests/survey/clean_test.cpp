@@ -1,0 +1,200 @@
+#include "survey/clean.h"
+
+#include "survey/made_bed.h"
+
+#include <functional>
+#include <gtest/gtest.h>
+#include <string>
+
+namespace sondrix {
+namespace {
+
+using made::SoundingAt;
+
+// A letter each: used, no-position, blind, lost, spike, repeat; upper case where it begins a line.
+std::string FatesOf(const SoundingList& soundings) {
+  std::string fates;
+  for (std::size_t i = 0; i < soundings.size(); ++i) {
+    const char letter = "unblsr"[static_cast<std::size_t>(soundings[i].fate)];
+    fates += soundings[i].beginsLine ? static_cast<char>(letter - 'a' + 'A') : letter;
+  }
+  return fates;
+}
+
+struct Place {
+  double north = 0, time = Unknown, depth = 5;
+};
+
+Trip TripOf(const std::vector<Place>& places) {
+  Trip trip;
+  for (const Place& place : places) {
+    trip.soundings.Add(SoundingAt(place.north, 0, place.depth, place.time));
+  }
+  return trip;
+}
+
+TEST(Clean, FixesThatNoBoatComesToAreFoundAndLinesBegin) {
+  struct Case {
+    const char* name;
+    std::vector<Place> places;
+    const char* fates;
+  };
+  const Case cases[] = {
+      {"a lone outlier", {{0, 0}, {2, 1}, {5000, 2}, {6, 3}, {8, 4}}, "uunuu"},
+      {"two that agree", {{0, 0}, {2, 1}, {5000, 2}, {5001, 3}, {8, 4}, {9, 30}}, "uunnuu"},
+      {"a wrong fix at first", {{9000, 0}, {9000, 1}, {4, 2}, {6, 3}, {8, 60}}, "nnuuu"},
+      {"no time: a line begins", {{0}, {2}, {5000}, {5002}, {5004}}, "uuUuu"},
+      {"the clock was set back", {{0, 100}, {2, 101}, {4, 50}, {6, 51}}, "uuuu"},
+      {"a fix that was held while the boat ran",
+       {{0, 0}, {4, 1}, {4, 2}, {4, 9.9}, {44, 10}, {48, 11}},
+       "uuuuuu"},
+      {"an hour later elsewhere", {{0, 0}, {2, 1}, {4, 2}, {9000, 3600}, {9002, 3601}}, "uuuUu"},
+      {"a pause at a place", {{0, 0}, {2, 1}, {2, 1000}, {4, 1001}}, "uuUu"},
+  };
+  for (const Case& test : cases) {
+    Trip trip = TripOf(test.places);
+    CleanTrip(trip);
+    EXPECT_EQ(FatesOf(trip.soundings), test.fates) << test.name;
+  }
+}
+
+TEST(Clean, ATrackThatGoesOnElsewhereIsKept) {
+  std::vector<Place> places;
+  for (int i = 0; i < 400; ++i) places.push_back({(i < 200 ? 0.0 : 9000.0) + i, static_cast<double>(i)});
+  Trip trip = TripOf(places);
+  CleanTrip(trip);
+  EXPECT_EQ(CountFates(trip.soundings)[0], 400u);
+  EXPECT_TRUE(trip.soundings[200].beginsLine);
+}
+
+TEST(Clean, WithoutPositionOrDepth) {
+  const auto make = [] {
+    Trip trip;
+    for (const double depth : {5.0, 0.0, double{Unknown}, -3.0, 5.1}) {
+      trip.soundings.Add(SoundingAt(0, 0, depth));
+    }
+    for (int i = 0; i < 4; ++i) trip.soundings.Add(SoundingAt(1, 0, 5));
+    trip.soundings[5].latitude = Unknown;
+    trip.soundings[6].latitude = trip.soundings[6].longitude = 0;
+    trip.soundings[7].latitude = 95;
+    return trip;
+  };
+  Trip cleaned = make(), off = make();
+  CleanTrip(cleaned);
+  CleanOff(off);
+  EXPECT_EQ(FatesOf(cleaned.soundings), "ubbbunnnu");
+  EXPECT_EQ(FatesOf(off.soundings), "ubbbunnnu");
+}
+
+TEST(Clean, TheSmallestDepthIsBlindWhereItIsHeld) {
+  struct Case {
+    const char* name;
+    std::function<double(int)> depth;
+    std::uint64_t blind;
+  };
+  const Case cases[] = {
+      {"held between 9 m", [](int i) { return i % 100 < 30 ? 0.4 : 9 + i % 3 * 0.1; }, 150},
+      {"a shallow come to by degrees", [](int i) { return std::max(0.4, std::abs(i % 100 - 50) * 0.1 - 1); },
+       0},
+      {"2 m held is a bed", [](int i) { return i % 100 < 30 ? 2.0 : 9.0; }, 0},
+      {"single ones", [](int i) { return i % 100 == 30 ? 0.4 : 9.0; }, 0},
+  };
+  for (const Case& test : cases) {
+    Trip trip;
+    for (int i = 0; i < 500; ++i) trip.soundings.Add(SoundingAt(0.2 * i, 0, test.depth(i)));
+    CleanTrip(trip);
+    EXPECT_EQ(CountFates(trip.soundings)[static_cast<std::size_t>(Fate::Blind)], test.blind) << test.name;
+  }
+}
+
+TEST(Clean, OnlyKnownTimesRepeat) {
+  const std::vector<Place> twice{{0, 1}, {0, 1}, {1, 2, 5.1}, {1, 2, 5.2}, {2, 3}, {2, 4}, {2, 4}};
+  Trip trip = TripOf(twice);
+  CleanTrip(trip);
+  EXPECT_EQ(FatesOf(trip.soundings), "uruuuur");
+  Trip unordered = TripOf({{0, 5}, {1, 6}, {2, 1}, {0, 5}, {1, 6}, {2, 1}});
+  CleanTrip(unordered);
+  EXPECT_EQ(FatesOf(unordered.soundings), "uuurrr");
+  Trip timeless = TripOf({{0}, {0}, {0}});
+  CleanTrip(timeless);
+  EXPECT_EQ(FatesOf(timeless.soundings), "uuu");
+}
+
+// One bed under all, with a track's depth over 200 m, half a metre apart.
+Trip TrackOf(const std::function<double(double)>& depth, bool isEast = false) {
+  Trip trip;
+  for (int i = 0; i < 400; ++i) {
+    const double way = 0.5 * i;
+    trip.soundings.Add(isEast ? SoundingAt(100, way - 100, depth(way)) : SoundingAt(way, 0, depth(way)));
+  }
+  return trip;
+}
+
+std::uint64_t LostOf(const Trip& trip) {
+  return CountFates(trip.soundings)[static_cast<std::size_t>(Fate::Lost)];
+}
+
+TEST(Clean, WhatABedExplainsStaysAndWhatNoneExplainsIsLost) {
+  const auto within = [](double way) { return way >= 80 && way < 120; };
+  struct Case {
+    const char* name;
+    std::function<double(double)> depth;
+    std::uint64_t lost;
+  };
+  const Case cases[] = {
+      {"a wall of 15 m", [&](double way) { return way < 100 ? 6.0 : 21.0; }, 0},
+      {"a trench of 5 m", [&](double way) { return within(way) ? 17.0 : 12.0; }, 0},
+      {"a ridge of 5 m with its foot at 10 m", [&](double way) { return within(way) ? 5.0 : 10.0; }, 0},
+      {"45 degrees down and up", [&](double way) { return 30 - 0.2 * std::abs(way - 100) * 5; }, 0},
+      {"8 m off", [&](double way) { return within(way) ? 20.0 : 12.0; }, 80},
+      {"half", [&](double way) { return (within(way) ? 0.5 : 1.0) * (6 + way / 60); }, 80},
+      {"double", [&](double way) { return (within(way) ? 2.0 : 1.0) * (6 + way / 60); }, 80},
+      {"another bottom", [&](double way) { return within(way) ? 38.0 + way / 100 : 12.0; }, 80},
+  };
+  for (const Case& test : cases) {
+    Trip trip = TrackOf(test.depth);
+    for (std::size_t i = 0; i < trip.soundings.size(); ++i) {
+      // Shallow of the 45 degrees: no depth below 0.
+      trip.soundings[i].recorded = std::max(trip.soundings[i].recorded, 1.0F);
+    }
+    CleanTrip(trip);
+    EXPECT_EQ(LostOf(trip), test.lost) << test.name;
+  }
+}
+
+TEST(Clean, CrossingTripsDecide) {
+  const auto ridge = [](double way) { return way >= 80 && way < 120 ? 5.0 : 10.0; };
+  const auto trench = [](double way) { return way >= 80 && way < 120 ? 20.0 : 10.0; };
+  const auto even = [](double depth) { return [depth](double) { return depth; }; };
+  struct Case {
+    const char* name;
+    std::vector<Trip> trips;
+    std::vector<std::uint64_t> lost;
+  };
+  Case cases[4];
+  const auto add = [](Case& test, const char* name, std::vector<std::uint64_t> lost, auto&&... trips) {
+    test.name = name;
+    test.lost = std::move(lost);
+    (test.trips.push_back(std::forward<decltype(trips)>(trips)), ...);
+  };
+  add(cases[0], "what looks like a ridge isn't there", {80, 0}, TrackOf(ridge), TrackOf(even(10), true));
+  add(cases[1], "the ridge is there", {0, 0}, TrackOf(ridge), TrackOf(even(5.2), true));
+  add(cases[2], "what looks like an echo is a trench", {0, 0}, TrackOf(trench), TrackOf(even(20.1), true));
+  add(cases[3], "two against one", {0, 80, 0}, TrackOf(even(10), true), TrackOf(ridge),
+      TrackOf(even(10.3), true));
+  for (Case& test : cases) {
+    Survey survey;
+    std::vector<Stretches> stretches;
+    for (Trip& trip : test.trips) {
+      survey.trips.push_back(std::move(trip));
+      stretches.push_back(CleanTrip(survey.trips.back()));
+    }
+    CleanByCrossings(survey, stretches);
+    for (std::size_t t = 0; t < test.lost.size(); ++t) {
+      EXPECT_EQ(LostOf(survey.trips[t]), test.lost[t]) << test.name << ", trip " << t;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace sondrix
