@@ -141,9 +141,9 @@ int main(int count, char** arguments) {
   }
   const auto clean = EchogramBytes(2, std::vector<SampleFrame>(16, Frame(2, 10, 4'105'000, 7'533'000, 96)));
   for (const Damage& damage : Damages()) {
-    const std::string damaged = Text(damage.Apply(clean));
-    seeds.AddRun("job_sl", damaged, 0, 0);
-    seeds.Add("sl_sounder", std::string(1, '\0') + damaged);
+    seeds.AddRun("job_sl", Text(damage.Apply(clean)), 0, 0);
+    const auto small = EchogramBytes(damage.FormatWord, std::vector<SampleFrame>(16, Frame(2, 10, 1, 1, 96)));
+    seeds.Add("sl_sounder", std::string(1, '\0') + Text(damage.Apply(small)));
   }
   for (const int formatWord : {2, 3}) {
     for (const char channel : {0, 1, 2}) {

@@ -1,8 +1,11 @@
-#include "made_track.h"
+#include "samples/echogram.h"
+#include "samples/made_track.h"
 #include "sounders/sl_reader.h"
 #include "temporary_folder.h"
 
 #include <algorithm>
+#include <cmath>
+#include <numbers>
 
 namespace sondrix {
 namespace {
