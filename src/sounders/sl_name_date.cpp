@@ -9,8 +9,6 @@ namespace {
 // Digits stand for themselves, all else for one character that is no digit.
 constexpr std::string_view Form = "0000-00-00_00.00.00";
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-
 int NumberAt(std::string_view text, std::size_t at, std::size_t digits) {
   int number = 0;
   for (const char c : text.substr(at, digits)) number = 10 * number + (c - '0');
@@ -18,8 +16,9 @@ int NumberAt(std::string_view text, std::size_t at, std::size_t digits) {
 }
 
 bool HasForm(std::string_view text) {
+  const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
   for (std::size_t i = 0; i < Form.size(); ++i) {
-    if (IsDigit(text[i]) != IsDigit(Form[i])) return false;
+    if (isDigit(text[i]) != isDigit(Form[i])) return false;
   }
   return true;
 }
