@@ -1,6 +1,7 @@
 #include "samples/chart_trip.h"
 
 #include "samples/chart_lake.h"
+#include "samples/sounder_faults.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -15,111 +16,48 @@ namespace {
 constexpr double Pi = std::numbers::pi;
 constexpr double Nan = std::numeric_limits<double>::quiet_NaN();
 
+struct Receiver {
+  double FixSeconds = 1;  // from fix to fix
+  double NoFixEvery = 0;  // seconds from one lost fix to the next; 0: the start alone
+  double JumpEvery = 0;   // seconds from one false fix to the next; 0: none
+};
+
+struct Water {
+  double Level = 0;  // metres above 0, in the middle of the tide
+  double Tide = 0;   // metres from the middle to the highest
+};
+
 struct TripPlan {
   const char* File;
   TripForm Form;
   std::int64_t Start;  // seconds since 1970 UTC
   WayPlan Way;
-  double FixSeconds;   // from fix to fix
-  double Level;        // metres above 0, in the middle of the tide
-  double Tide;         // metres from the middle to the highest
-  double Smallest;     // metres, what a blind sounder tells
-  int SpikesPerMille;  // of the soundings
-  double LostEvery;    // metres of way from one lost stretch to the next; 0: none
-  double NoFixEvery;   // seconds from one lost fix to the next; 0: the start alone
-  double JumpEvery;    // seconds from one false fix to the next; 0: none
+  Receiver Fixes;
+  Water Level;
+  SounderFaults Sounder;
 };
 
-constexpr double Hour = 3600;
-constexpr double TidePeriod = 6.2 * Hour;
+constexpr double TidePeriod = 6.2 * 3600;  // seconds
 
+// Ways: angle, spacing, off the shore, length, speed, radius of turns, seconds between soundings, shift.
+// clang-format off
 constexpr TripPlan Plans[] = {
-    // File, form, start, way {angle, spacing, off, length, speed, radius, seconds, shift}, ...
-    {"skiff-20210612",
-     TripForm::Sl2,
-     1'623'488'400,
-     {90, 70, 25, 1e9, 3.5, 9, 0.25, 30},
-     1,
-     0.00,
-     0,
-     0,
-     6,
-     1500,
-     0,
-     0},
-    {"punt-20210703.sl3",
-     TripForm::Sl3,
-     1'625'301'000,
-     {0, 110, 20, 6000, 1.3, 5, 0.25, 0},
-     1,
-     0.22,
-     0,
-     0,
-     8,
-     700,
-     0,
-     0},
-    {"yacht-20210815.log",
-     TripForm::NmeaLog,
-     1'629'014'400,
-     {50, 120, 30, 1e9, 2.4, 10, 0.5, 0},
-     1,
-     0.05,
-     0.3,
-     0,
-     8,
-     1200,
-     1500,
-     2100},
-    {"float-20210904.csv",
-     TripForm::AppTable,
-     1'630'746'000,
-     {8, 130, 15, 3500, 1.1, 4, 0.125, 55},
-     2.5,
-     -0.18,
-     0,
-     0.5,
-     8,
-     600,
-     0,
-     0},
-    {"launch-20220521.csv",
-     TripForm::FeetTable,
-     1'653'117'300,
-     {135, 100, 25, 1e9, 2.8, 9, 1, 50},
-     1,
-     0.41,
-     0,
-     0,
-     6,
-     1500,
-     0,
-     1700},
-    {"kayak-20220618.gpx",
-     TripForm::Gpx,
-     1'655'540'100,
-     {0, 0, 22, 1e9, 1.5, 5, 2, 0},
-     2,
-     0.12,
-     0,
-     0.4,
-     8,
-     1500,
-     0,
-     0},
-    {"dory-20200919.csv",
-     TripForm::ConverterTable,
-     1'600'509'600,
-     {20, 140, 25, 7000, 2.0, 7, 0.25, 20},
-     1,
-     -0.34,
-     0,
-     0,
-     5,
-     1800,
-     0,
-     0},
+    {"skiff-20210612", TripForm::Sl2, 1'623'488'400,
+     {90, 70, 25, 1e9, 3.5, 9, 0.25, 30}, {1}, {0, 0}, {0, 6, 1500}},
+    {"punt-20210703.sl3", TripForm::Sl3, 1'625'301'000,
+     {0, 110, 20, 6000, 1.3, 5, 0.25, 0}, {1}, {0.22, 0}, {0, 8, 700}},
+    {"yacht-20210815.log", TripForm::NmeaLog, 1'629'014'400,
+     {50, 120, 30, 1e9, 2.4, 10, 0.5, 0}, {1, 1500, 2100}, {0.05, 0.3}, {0, 8, 1200}},
+    {"float-20210904.csv", TripForm::AppTable, 1'630'746'000,
+     {8, 130, 15, 3500, 1.1, 4, 0.125, 55}, {2.5}, {-0.18, 0}, {0.5, 8, 600}},
+    {"launch-20220521.csv", TripForm::FeetTable, 1'653'117'300,
+     {135, 100, 25, 1e9, 2.8, 9, 1, 50}, {1, 0, 1700}, {0.41, 0}, {0, 6, 1500}},
+    {"kayak-20220618.gpx", TripForm::Gpx, 1'655'540'100,
+     {0, 0, 22, 1e9, 1.5, 5, 2, 0}, {2}, {0.12, 0}, {0.4, 8, 1500}},
+    {"dory-20200919.csv", TripForm::ConverterTable, 1'600'509'600,
+     {20, 140, 25, 7000, 2.0, 7, 0.25, 20}, {1}, {-0.34, 0}, {0, 5, 1800}},
 };
+// clang-format on
 
 // About a standard normal number.
 double Normal(XorShift& random) { return random.Signed() + random.Signed() + random.Signed(); }
@@ -140,8 +78,8 @@ class FixError {
   double x_ = 0, y_ = 0;
 };
 
-double LevelAt(const TripPlan& plan, double time) {
-  return plan.Level + plan.Tide * std::sin(2 * Pi * (time / TidePeriod - 0.1));
+double LevelAt(const Water& water, double time) {
+  return water.Level + water.Tide * std::sin(2 * Pi * (time / TidePeriod - 0.1));
 }
 
 // What the sounder takes for the bottom when nothing fails but that weed may hide it.
@@ -149,7 +87,7 @@ void Sound(const TripPlan& plan, TrueSounding& sounding, XorShift& random) {
   const double x = sounding.At.X;
   const double y = sounding.At.Y;
   sounding.Bed = ChartLakeDepth(x, y);
-  sounding.Level = LevelAt(plan, sounding.At.Time);
+  sounding.Level = LevelAt(plan.Level, sounding.At.Time);
   double depth = sounding.Depth();
   const double weed = ChartLakeWeed(x, y);
   if (weed > 0.3 && std::sin(x / 19 + y / 13) > 0) {
@@ -160,16 +98,17 @@ void Sound(const TripPlan& plan, TrueSounding& sounding, XorShift& random) {
 }
 
 // Fixes at their own pace, held in between.
-void PlaceFixes(const TripPlan& plan, std::vector<TrueSounding>& soundings, XorShift& random) {
+void PlaceFixes(const Receiver& receiver, std::vector<TrueSounding>& soundings, XorShift& random) {
   constexpr double cold = 3, lostSeconds = 14, jumpSeconds = 4;
   FixError error;
   double fixTime = -1, fixX = Nan, fixY = Nan;
   for (TrueSounding& sounding : soundings) {
     const double time = sounding.At.Time;
-    const bool isNew = std::floor(time / plan.FixSeconds) > std::floor(fixTime / plan.FixSeconds);
+    const bool isNew = std::floor(time / receiver.FixSeconds) > std::floor(fixTime / receiver.FixSeconds);
     const bool isLost =
-        plan.NoFixEvery > 0 && std::fmod(time, plan.NoFixEvery) > plan.NoFixEvery - lostSeconds;
-    const bool isOff = plan.JumpEvery > 0 && std::fmod(time, plan.JumpEvery) > plan.JumpEvery - jumpSeconds;
+        receiver.NoFixEvery > 0 && std::fmod(time, receiver.NoFixEvery) > receiver.NoFixEvery - lostSeconds;
+    const bool isOff =
+        receiver.JumpEvery > 0 && std::fmod(time, receiver.JumpEvery) > receiver.JumpEvery - jumpSeconds;
     if (isNew) {
       error.Step(time - fixTime, random);
       fixTime = time;
@@ -184,61 +123,15 @@ void PlaceFixes(const TripPlan& plan, std::vector<TrueSounding>& soundings, XorS
   }
 }
 
-// A stretch of soundings that fail together.
-struct Stretch {
-  Trouble What = Trouble::None;
-  int Left = 0;
-  double Factor = 1, Add = 0;  // of the depth
-};
-
-Stretch BeginLost(double depth, XorShift& random) {
-  Stretch stretch;
-  stretch.What = Trouble::Lost;
-  // 5 to 300 soundings, short ones as often as long ones.
-  stretch.Left = static_cast<int>(5 * std::pow(60, (random.Signed() + 1) / 2));
-  switch (random.Below(3)) {
-    case 0:
-      stretch.Factor = 0.5;
-      break;
-    case 1:
-      stretch.Factor = 2;
-      break;
-    default:
-      stretch.Add = depth > 9 && random.Below(2) == 0 ? -8 : 8;
-  }
-  return stretch;
-}
-
-double SpikeOf(double depth, XorShift& random) {
-  const double off = std::max(1.0, 0.3 * depth) * (1 + (random.Signed() + 1) / 2);
-  return random.Below(2) == 0 && depth > off + 0.3 ? depth - off : depth + off;
-}
-
-void Fail(const TripPlan& plan, std::vector<TrueSounding>& soundings, XorShift& random) {
-  constexpr int soundBetween = 40;  // soundings after a stretch
-  Stretch stretch;
-  int sound = 0;
-  for (TrueSounding& sounding : soundings) {
-    ++sound;
-    if (sounding.What != Trouble::None && stretch.Left == 0) continue;
-    const double way = sounding.At.Speed * plan.Way.SecondsBetween;
-    if (stretch.Left == 0 && sound > soundBetween && plan.LostEvery > 0 &&
-        random.Signed() + 1 < 2 * way / plan.LostEvery) {
-      stretch = BeginLost(sounding.Depth(), random);
-      if (random.Below(3) == 0) {
-        stretch = {Trouble::Blind, 8 + static_cast<int>(random.Below(60)), 0, plan.Smallest};
-      }
-    }
-    if (stretch.Left > 0) {
-      sounding.Told = sounding.Told * stretch.Factor + stretch.Add;
-      if (sounding.What == Trouble::None || sounding.What == Trouble::Weed) sounding.What = stretch.What;
-      --stretch.Left;
-      sound = 0;
-    } else if (sound > 3 && random.Below(1000) < static_cast<std::uint32_t>(plan.SpikesPerMille)) {
-      sounding.Told = SpikeOf(sounding.Told, random);
-      sounding.What = Trouble::Spike;
-      sound = 0;
-    }
+// A log's depths lie between two fixes of the same line and are as bad as the worse of them.
+void SpoilBetweenFixes(std::vector<TrueSounding>& soundings) {
+  Trouble next = Trouble::NoFix;  // of the fix behind
+  for (std::size_t i = soundings.size(); i > 0; --i) {
+    TrueSounding& sounding = soundings[i - 1];
+    const bool isFix = std::fmod(sounding.At.Time, 1) == 0;
+    const Trouble own = sounding.What;
+    if (own != Trouble::NoFix && (next == Trouble::NoFix || next == Trouble::Jump)) sounding.What = next;
+    if (isFix) next = sounding.At.BeginsLine ? Trouble::NoFix : own;
   }
 }
 
@@ -290,8 +183,9 @@ ChartTrip TripOf(const TripPlan& plan, std::uint32_t seed) {
     trip.Soundings.push_back({.At = at});
     Sound(plan, trip.Soundings.back(), random);
   }
-  PlaceFixes(plan, trip.Soundings, random);
-  Fail(plan, trip.Soundings, random);
+  PlaceFixes(plan.Fixes, trip.Soundings, random);
+  if (plan.Form == TripForm::NmeaLog) SpoilBetweenFixes(trip.Soundings);
+  FailSounder(plan.Sounder, plan.Way.SecondsBetween, trip.Soundings, random);
   // A track has no points without a place.
   if (plan.Form == TripForm::Gpx) {
     std::erase_if(trip.Soundings, [](const TrueSounding& s) { return std::isnan(s.FixX); });

@@ -211,7 +211,7 @@ void SlTrack::MendWindow() {
       const double intervals = fixes_[1].isHeld ? std::ceil((behind - fix.time) / interval_ - 0.2) : 1;
       moment.time = std::min(fix.time, behind - std::max(intervals, 1.0) * interval_);
     }
-    if (fix.isHeld) AddHeld(fixes_[i - 1], moments_.back().time, fix.time, false);
+    if (i > 0 && fix.isHeld) AddHeld(fixes_[i - 1], moments_.back().time, fix.time, false);
     moments_.push_back(moment);
   }
   if (end_ != End::Open && end_ != End::Lost && flags_ != FixFlags::NewFix) {

@@ -1,7 +1,7 @@
 #include "survey/offset.h"
 
 #include "samples/xorshift.h"
-#include "tests/survey/survey_trips.h"
+#include "survey/survey_trips.h"
 
 #include <cmath>
 #include <functional>

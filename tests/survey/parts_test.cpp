@@ -1,6 +1,6 @@
 #include "survey/parts.h"
 
-#include "tests/survey/survey_trips.h"
+#include "survey/survey_trips.h"
 
 #include <gtest/gtest.h>
 #include <string>
