@@ -75,7 +75,8 @@ void SlChannels::Add(const SlFrame& frame) {
   SlFix fix = {.frame = static_cast<std::uint32_t>(channel.depths.size()),
                .x = frame.MercX,
                .y = frame.MercY,
-               .isFlagged = channel.seenFixes != fixes_,
+               .isFlagged = isFixFlagged,
+               .isFresh = channel.seenFixes != fixes_,
                .isChange = true,
                .isBehindBreak = true};
   channel.seenFixes = fixes_;
@@ -85,9 +86,9 @@ void SlChannels::Add(const SlFrame& frame) {
     const std::int64_t step = std::int64_t{frame.TimeOffset} - channel.depths.Last().time;
     fix.isBehindBreak = step > MostStep || step < -MostBack;
     fix.isChange = fix.x != channel.fixes.Last().x || fix.y != channel.fixes.Last().y;
-    if (fix.isChange) ++(fix.isFlagged ? channel.flaggedChanges : channel.otherChanges);
+    if (fix.isChange) ++(fix.isFresh ? channel.flaggedChanges : channel.otherChanges);
     // A flag is a fix of its own where it isn't set in all frames.
-    const bool isFix = fix.isFlagged && flaggedFixFrames_ < frames_;
+    const bool isFix = fix.isFresh && flaggedFixFrames_ < frames_;
     if (fix.isChange || fix.isBehindBreak || isFix) channel.fixes.Add(fix);
   }
   channel.depths.Add({frame.TimeOffset, frame.WaterDepth, isDepthFlagged});

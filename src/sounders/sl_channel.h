@@ -23,7 +23,8 @@ struct SlDepth {
 struct SlFix {
   std::uint32_t frame;
   std::int32_t x, y;   // metres on the Mercator sphere
-  bool isFlagged;      // a frame of any channel said since the frame before that it holds a position
+  bool isFlagged;      // the frame says that it holds a position
+  bool isFresh;        // a frame of any channel said so since the frame before
   bool isChange;       // other numbers than before
   bool isBehindBreak;  // the time before it is missing, or another one
 };

@@ -79,7 +79,7 @@ SlTrack::SlTrack(SlChannel& channel, FixFlags flags)
 bool SlTrack::IsFix(const SlFix& fix) const {
   if (fix.isBehindBreak) return true;
   if (flags_ == FixFlags::None) return fix.isChange;
-  return fix.isFlagged && (fix.isChange || flags_ == FixFlags::NewFix);
+  return flags_ == FixFlags::NewFix ? fix.isFresh : fix.isFlagged && fix.isChange;
 }
 
 // A slow boat's fixes often repeat the numbers, and no change shows then: the changes come at multiples of

@@ -253,20 +253,26 @@ TEST_F(SlReader, PlacesOfAllTheSphere) {
 }
 
 TEST_F(SlReader, FlagsTellWhichPositionsAreFixes) {
-  // 30 pings at 10 a second, 2 m a second; the numbers run ahead of the fixes, which are flagged.
-  std::vector<SampleFrame> frames;
-  for (int ping = 0; ping < 60; ++ping) {
-    frames.push_back(Frame(0, 5, 4'105'000 + ping / 10 * 2 + (ping % 10 == 5 ? 40 : 0), 7'533'000, 16));
-    frames.back().TimeOffset = 100 * ping;
-  }
-  Bytes bytes = EchogramBytes(2, frames);
-  for (std::size_t frame = 0; frame < frames.size(); ++frame) {
-    SetFlags(bytes, frame, frame % 10 == 0 ? 0x021E : 0x000C);
-  }
-  Read(bytes);
-  constexpr double metres = 6356752.3142 * std::numbers::pi / 180;
-  for (std::size_t i = 0; i < 50; ++i) {
-    EXPECT_NEAR(Soundings()[i].longitude * metres, 4'105'000 + 0.2 * static_cast<double>(i), 0.3) << i;
+  // 60 pings, 10 a second, 2 m a second. Either the frames of the fixes are flagged, one a second, and wrong
+  // numbers stand in others; or all are but for a second without a fix.
+  for (const bool areFixesFlagged : {true, false}) {
+    std::vector<SampleFrame> frames;
+    std::vector<std::uint16_t> flags;
+    for (int ping = 0; ping < 60; ++ping) {
+      const bool isWrong = areFixesFlagged ? ping % 10 == 5 : ping / 10 == 3;
+      const bool isFlagged = areFixesFlagged ? ping % 10 == 0 : !isWrong;
+      frames.push_back(Frame(0, 5, isWrong ? 0 : 4'105'000 + ping / 10 * 2, isWrong ? 0 : 7'533'000, 16));
+      frames.back().TimeOffset = 100 * ping;
+      flags.push_back(isFlagged ? 0x021E : 0x000C);
+    }
+    Bytes bytes = EchogramBytes(2, frames);
+    for (std::size_t frame = 0; frame < frames.size(); ++frame) SetFlags(bytes, frame, flags[frame]);
+    Read(bytes);
+    constexpr double metres = 6356752.3142 * std::numbers::pi / 180;
+    for (std::size_t i = 0; i < 50; ++i) {
+      const double off = Soundings()[i].longitude * metres - 4'105'000;
+      EXPECT_NEAR(off, 0.2 * static_cast<double>(i), 0.3) << i << areFixesFlagged;
+    }
   }
 }
 
