@@ -1,5 +1,5 @@
 # Fails where something that a user sees names another version than VERSION. SOURCE: the project's folder; MADE: the
-# folder of what was made for the packages; BATCH: the batch program, left out where it can't run.
+# folder of what was made for the packages; BATCH and CHART: the programs, left out where they can't run.
 set(faults 0)
 
 # Compares the version in the first line of a file that matches.
@@ -25,10 +25,16 @@ else()
   expect_version(${MADE}/sondrix-batch.1 "^[.]TH")
   expect_version(${MADE}/changelog.Debian "^sondrix ")
 endif()
-if(BATCH)
-  execute_process(COMMAND ${BATCH} --version OUTPUT_FILE ${MADE}/answer.txt)
-  expect_version(${MADE}/answer.txt "^sondrix-batch ")
+if(CHART)
+  expect_version(${MADE}/sondrix-chart.1 "^[.]TH")
 endif()
+foreach(program BATCH CHART)
+  if(${program})
+    execute_process(COMMAND ${${program}} --version OUTPUT_FILE ${MADE}/answer.txt)
+    string(TOLOWER ${program} name)
+    expect_version(${MADE}/answer.txt "^sondrix-${name} ")
+  endif()
+endforeach()
 
 file(STRINGS ${SOURCE}/CHANGELOG.md heading REGEX "^## \\[${VERSION}\\] - 20[0-9][0-9]-[01][0-9]-[0-3][0-9]$")
 if(NOT heading)

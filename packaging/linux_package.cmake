@@ -13,7 +13,9 @@ function(packed file copy)
   execute_process(COMMAND gzip -9n INPUT_FILE ${file} OUTPUT_FILE ${made}/${copy} COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
 
-install(TARGETS ${programs} RUNTIME)
+# Who only converts installs nothing of the charts: a package of its own.
+set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME sondrix)
+install(TARGETS ${converters} RUNTIME)
 set(pages sondrix-batch.1)
 configure_file(${linux}/sondrix-batch.1.in ${made}/sondrix-batch.1 @ONLY)
 configure_file(${linux}/sondrix.1.in ${made}/sondrix.1 @ONLY)
@@ -21,12 +23,20 @@ configure_file(${linux}/sondrix.metainfo.xml.in ${made}/sondrix.metainfo.xml @ON
 configure_file(${linux}/sondrix.desktop.in ${made}/sondrix.desktop @ONLY)
 configure_file(${linux}/sondrix-mime.xml.in ${made}/sondrix-mime.xml @ONLY)
 configure_file(${linux}/changelog.Debian.in ${made}/changelog.Debian @ONLY)
-configure_file(${linux}/completion.bash.in ${made}/completion.bash @ONLY)
-configure_file(${linux}/completion.zsh.in ${made}/completion.zsh @ONLY)
-install(FILES ${made}/completion.bash DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/bash-completion/completions
-        RENAME sondrix-batch)
-install(FILES ${made}/completion.zsh DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/zsh/vendor-completions
-        RENAME _sondrix-batch)
+
+# add_completion(COMMAND COMPONENT PATTERNS ALTERNATIVES): the sources that are offered, as patterns of bash and as
+# endings for zsh.
+function(add_completion SONDRIX_COMMAND component SONDRIX_PATTERNS SONDRIX_ALTERNATIVES)
+  string(REPLACE - _ SONDRIX_FUNCTION ${SONDRIX_COMMAND})
+  foreach(shell bash zsh)
+    configure_file(${linux}/completion.${shell}.in ${made}/${SONDRIX_COMMAND}.${shell} @ONLY)
+  endforeach()
+  install(FILES ${made}/${SONDRIX_COMMAND}.bash RENAME ${SONDRIX_COMMAND} COMPONENT ${component}
+          DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/bash-completion/completions)
+  install(FILES ${made}/${SONDRIX_COMMAND}.zsh RENAME _${SONDRIX_COMMAND} COMPONENT ${component}
+          DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/zsh/vendor-completions)
+endfunction()
+add_completion(sondrix-batch sondrix "${SONDRIX_PATTERNS}" "${SONDRIX_ALTERNATIVES}")
 
 if(TARGET sondrix)
   list(APPEND pages sondrix.1)
@@ -60,7 +70,25 @@ install(FILES ${linux}/copyright ${made}/changelog.gz ${made}/changelog.Debian.g
         DESTINATION ${doc})
 install(FILES ${PROJECT_SOURCE_DIR}/docs/formats.md DESTINATION ${doc}/docs)
 
+if(TARGET sondrix-chart)
+  install(TARGETS sondrix-chart RUNTIME COMPONENT chart)
+  install(TARGETS sondrix-gis LIBRARY DESTINATION lib/sondrix COMPONENT chart)
+  configure_file(${linux}/sondrix-chart.1.in ${made}/sondrix-chart.1 @ONLY)
+  packed(${made}/sondrix-chart.1 sondrix-chart.1.gz)
+  install(FILES ${made}/sondrix-chart.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT chart)
+  install(FILES ${linux}/copyright ${made}/changelog.gz ${made}/changelog.Debian.gz DESTINATION ${doc}-chart
+          COMPONENT chart)
+  add_completion(sondrix-chart chart "*" "*")
+endif()
+
 set(CPACK_GENERATOR DEB)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_COMPONENTS_ALL sondrix)
+set(CPACK_DEBIAN_SONDRIX_PACKAGE_NAME sondrix)
+if(TARGET sondrix-chart)
+  list(APPEND CPACK_COMPONENTS_ALL chart)
+  set(CPACK_DEBIAN_CHART_PACKAGE_NAME sondrix-chart)
+endif()
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE
                                                 WORLD_READ WORLD_EXECUTE)
@@ -70,9 +98,11 @@ set(CPACK_DEBIAN_PACKAGE_MAINTAINER "${SONDRIX_MAINTAINER}")
 set(CPACK_DEBIAN_PACKAGE_SECTION science)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # Nothing links these: letters to write with, the way to a Wayland screen, the toolkit's words in other languages.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-dejavu-core, qt6-wayland, qt6-translations-l10n")
-set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
-    "Sondrix converts what a fish-finder recorded (SL2, SL3) into depth points
+set(CPACK_DEBIAN_SONDRIX_PACKAGE_RECOMMENDS "fonts-dejavu-core, qt6-wayland, qt6-translations-l10n")
+# One summary for both would be wrong for one of them: each description begins with its own.
+set(CPACK_DEBIAN_SONDRIX_DESCRIPTION
+    "${CPACK_PACKAGE_DESCRIPTION_SUMMARY}
+Sondrix converts what a fish-finder recorded (SL2, SL3) into depth points
 and tracks for mapping tools: it reads an echogram frame by frame, works out
 where the transducer was, and writes one line for each sounding. It looks for
 the bottom a second time in the echo, crops recordings, and thins tables of
@@ -80,3 +110,12 @@ soundings and NMEA logs down to the points that a chart needs.
 .
 It comes with a window (sondrix) and with a program for the command line
 (sondrix-batch).")
+set(CPACK_DEBIAN_CHART_PACKAGE_RECOMMENDS tzdata)
+set(CPACK_DEBIAN_CHART_DESCRIPTION
+    "soundings of many trips, cleaned and put together
+Sondrix-chart reads what fish-finders, loggers and apps recorded on any
+number of trips (SL2, SL3, NMEA 0183, GPX, tables of soundings), marks what a
+sounder told wrongly, as lost bottom, spikes and missing fixes, and hands the
+soundings on to other programs: as a table, as tracks, as plain coordinates in
+a projection, or as a GeoPackage.")
+unset(CPACK_PACKAGE_DESCRIPTION_SUMMARY)

@@ -4,7 +4,7 @@ set(SONDRIX_SHIP ${CMAKE_BINARY_DIR}/ship CACHE PATH "Where the libraries of the
 math(EXPR width "${CMAKE_SIZEOF_VOID_P} * 8")
 set(texts ${CMAKE_CURRENT_BINARY_DIR}/texts)
 
-install(TARGETS ${programs} RUNTIME DESTINATION .)
+install(TARGETS ${converters} RUNTIME DESTINATION .)
 if(TARGET sondrix)
   install(DIRECTORY ${SONDRIX_SHIP}/ DESTINATION . FILES_MATCHING PATTERN "*.dll")
 endif()

@@ -162,7 +162,7 @@ ParsedChartOptions ParseChartOptions(std::span<const std::string> arguments) {
   add("--draft", texts.draft, "CM", "added to every depth");
   choice("--clean", texts.clean, "on|off", {"on", "off"}, "look for lost bottom and spikes (on)");
   add("--level", texts.level, "none", "water level (none)");
-  add("--crs", texts.crs, "auto|EPSG:n", "projection of the outputs (the UTM zone of the\nsoundings)");
+  add("--crs", texts.crs, "EPSG:n", "projection of the outputs, or auto (the UTM zone of the\nsoundings)");
   add("--report", options.report, "FILE", "the report as JSON");
   add("-j,--threads", options.threads, "N", "how much to do at a time (all cores)")
       ->check(CLI::Range(1, MaxThreads).description(""));
