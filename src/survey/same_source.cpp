@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
+#include <span>
 #include <string_view>
 #include <tuple>
 
@@ -88,6 +90,33 @@ std::string WordsOf(const Candidate& part, const Candidate& whole, const Survey&
   return (isSame ? "the same soundings as " : "its soundings stand in ") + name;
 }
 
+// A table or track into which several trips were put: of the others, the one that has the most soundings and
+// how many more have some. None where it isn't.
+struct Collected {
+  std::size_t trip = 0, more = 0;
+};
+std::optional<Collected> CollectedFrom(SoundingProbe& probe, const Candidate& whole,
+                                       std::span<const Candidate> others, const Survey& survey) {
+  constexpr double mostOfWhole = 0.9;  // else it is the same trip once more
+  if (whole.rank < Rank::Table || !whole.span.HasTimes()) return std::nullopt;
+  std::vector<const SoundingList*> lists;
+  std::vector<std::size_t> trips;
+  for (const Candidate& other : others) {
+    const bool isSmaller =
+        static_cast<double>(other.span.count) < mostOfWhole * static_cast<double>(whole.span.count);
+    if (other.trip == whole.trip || !isSmaller || !other.span.HasTimes()) continue;
+    if (other.span.to < whole.span.from || other.span.from > whole.span.to) continue;
+    lists.push_back(&survey.trips[other.trip].soundings);
+    trips.push_back(other.trip);
+  }
+  const std::vector<std::size_t> answering = probe.StandsAmong(lists);
+  if (answering.size() < 2) return std::nullopt;
+  const auto fullest =
+      std::max_element(answering.begin(), answering.end(),
+                       [&](std::size_t a, std::size_t b) { return lists[a]->size() < lists[b]->size(); });
+  return Collected{trips[*fullest], answering.size() - 1};
+}
+
 }  // namespace
 
 std::vector<RepeatedTrip> FindRepeatedTrips(const Survey& survey) {
@@ -108,10 +137,14 @@ std::vector<RepeatedTrip> FindRepeatedTrips(const Survey& survey) {
     const auto whole = std::find_if(kept.begin(), kept.end(), [&](const Candidate& other) {
       return Repeats(probe, part, other, survey.trips[other.trip]);
     });
-    if (whole == kept.end()) {
-      kept.push_back(part);
-    } else {
+    if (whole != kept.end()) {
       repeated.push_back({part.trip, whole->trip, WordsOf(part, *whole, survey)});
+    } else if (const auto from = CollectedFrom(probe, part, candidates, survey)) {
+      const std::string more = std::to_string(from->more) + (from->more == 1 ? " other" : " others");
+      repeated.push_back({part.trip, from->trip,
+                          "its soundings stand in " + survey.trips[from->trip].name + " and " + more});
+    } else {
+      kept.push_back(part);
     }
   }
   std::sort(repeated.begin(), repeated.end(),

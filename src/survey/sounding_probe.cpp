@@ -146,18 +146,22 @@ void SoundingProbe::Index(const ProbeReach& reach, std::size_t every) {
   }
 }
 
-void SoundingProbe::Meet(Row& row, const Sounding& sounding, const ProbeReach& reach,
+bool SoundingProbe::Meet(Row& row, const Sounding& sounding, const ProbeReach& reach,
                          double tolerance) const {
   const double late = sounding.time - reach.shift - row.time;
-  if (reach.usesTime && !(std::abs(late) <= TimeReach)) return;
+  if (reach.usesTime && !(std::abs(late) <= TimeReach)) return false;
   const double east = sounding.longitude - row.longitude;
   const double north = sounding.latitude - row.latitude;
-  if (std::hypot(east * metresEast_, north * MetresNorth) > reach.metres) return;
+  if (std::hypot(east * metresEast_, north * MetresNorth) > reach.metres) return false;
   const double below = static_cast<double>(sounding.recorded) - row.depth;
   row.near |= StepsOf(below, tolerance);
-  row.isHit = row.isHit || std::abs(below) <= tolerance;
-  row.isExact = row.isExact || (std::abs(late) <= ExactTime && std::abs(east) <= ExactDegrees &&
-                                std::abs(north) <= ExactDegrees);
+  const bool isHit = std::abs(below) <= tolerance;
+  const bool isExact =
+      std::abs(late) <= ExactTime && std::abs(east) <= ExactDegrees && std::abs(north) <= ExactDegrees;
+  row.isHit = row.isHit || isHit;
+  const bool isNew = isExact && !row.isExact;
+  row.isExact = row.isExact || isExact;
+  return isNew;
 }
 
 bool SoundingProbe::IsLikely() const {
@@ -170,24 +174,31 @@ bool SoundingProbe::IsLikely() const {
   return missing <= MostMissingFirst * rows;
 }
 
+bool SoundingProbe::IsExact() const {
+  double rows = 0, exact = 0;
+  for (const Row& row : rows_) {
+    if (!row.isIndexed) continue;
+    ++rows;
+    if (row.isExact) ++exact;
+  }
+  return rows >= LeastSurprise && rows - exact <= MostMissing * rows;
+}
+
 bool SoundingProbe::IsAnswered(double tolerance) const {
-  double rows = 0, missing = 0, exact = 0, strange = 0;
+  double rows = 0, missing = 0, strange = 0;
   for (const Row& row : rows_) {
     if (!row.isIndexed) continue;
     ++rows;
     if (!row.isHit) ++missing;
-    if (row.isExact) ++exact;
     strange += 1 - std::popcount(row.near | StepsOf(0, tolerance)) / 64.0;
   }
-  if (rows >= LeastSurprise && rows - exact <= MostMissing * rows) return true;
   return strange >= LeastSurprise && missing <= MostMissing * rows && missing <= MostOfStranger * strange;
 }
 
-void SoundingProbe::Look(const SoundingList& other, const ProbeReach& reach, double tolerance,
-                         std::size_t every) {
-  Index(reach, every);
+std::size_t SoundingProbe::Look(const SoundingList& other, const ProbeReach& reach, double tolerance) {
   const double eastReach = reach.metres / metresEast_;
   const double northReach = reach.metres / MetresNorth;
+  std::size_t exact = 0;
   for (std::size_t b = 0; b < other.BlockCount(); ++b) {
     for (const Sounding& sounding : other.Block(b)) {
       if (!(sounding.longitude >= span_.west - eastReach && sounding.longitude <= span_.east + eastReach &&
@@ -199,21 +210,36 @@ void SoundingProbe::Look(const SoundingList& other, const ProbeReach& reach, dou
       if (reach.usesTime && !(time >= span_.from - TimeReach && time <= span_.to + TimeReach)) continue;
       const std::int64_t key = KeyOf(reach, sounding.longitude, sounding.latitude, time);
       for (std::uint32_t e = heads_[HeadOf(key)]; e != None; e = entries_[e].next) {
-        if (entries_[e].key == key) Meet(rows_[entries_[e].row], sounding, reach, tolerance);
+        if (entries_[e].key != key) continue;
+        if (Meet(rows_[entries_[e].row], sounding, reach, tolerance)) ++exact;
       }
     }
   }
+  return exact;
 }
 
 bool SoundingProbe::StandsIn(const SoundingList& other, const SoundingSpan& otherSpan,
                              const ProbeReach& reach) {
   const double tolerance = ToleranceOf(std::max(span_.depthUnit, otherSpan.depthUnit));
   if (rows_.size() > 2 * FirstRows) {
-    Look(other, reach, tolerance, rows_.size() / FirstRows);
+    Index(reach, rows_.size() / FirstRows);
+    Look(other, reach, tolerance);
     if (!IsLikely()) return false;
   }
-  Look(other, reach, tolerance, 1);
-  return IsAnswered(tolerance);
+  Index(reach, 1);
+  Look(other, reach, tolerance);
+  return IsExact() || IsAnswered(tolerance);
+}
+
+std::vector<std::size_t> SoundingProbe::StandsAmong(std::span<const SoundingList* const> others) {
+  const ProbeReach reach = {.usesTime = true, .shift = 0, .metres = 1};
+  Index(reach, 1);
+  std::vector<std::size_t> answering;
+  for (std::size_t i = 0; i < others.size(); ++i) {
+    if (Look(*others[i], reach, RoundingOfBoth) > 0) answering.push_back(i);
+  }
+  if (!IsExact()) answering.clear();
+  return answering;
 }
 
 }  // namespace sondrix

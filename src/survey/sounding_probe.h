@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 namespace sondrix {
@@ -37,6 +38,10 @@ class SoundingProbe {
   // is as likely as any other; or nearly all stand there to the millisecond and the last digit of the place.
   bool StandsIn(const SoundingList& other, const SoundingSpan& otherSpan, const ProbeReach& reach);
 
+  // Where nearly all stand in others together to the millisecond and the last digit: the indices of those
+  // that have some. Else none.
+  std::vector<std::size_t> StandsAmong(std::span<const SoundingList* const> others);
+
  private:
   struct Row {
     double longitude, latitude, time;
@@ -49,14 +54,16 @@ class SoundingProbe {
     std::uint32_t row, next;
   };
 
-  // Looks for each so many-th row.
-  void Look(const SoundingList& other, const ProbeReach& reach, double tolerance, std::size_t every);
+  // How many of the indexed rows another list has exactly. What it has within reach stands in them then.
+  std::size_t Look(const SoundingList& other, const ProbeReach& reach, double tolerance);
   void Index(const ProbeReach& reach, std::size_t every);
   void Insert(std::int64_t key, std::uint32_t row);
   bool IsFull(std::int64_t key) const;
   std::int64_t KeyOf(const ProbeReach& reach, double longitude, double latitude, double time) const;
-  void Meet(Row& row, const Sounding& sounding, const ProbeReach& reach, double tolerance) const;
+  // Whether the row wasn't found exactly before.
+  bool Meet(Row& row, const Sounding& sounding, const ProbeReach& reach, double tolerance) const;
   bool IsLikely() const;
+  bool IsExact() const;
   bool IsAnswered(double tolerance) const;
 
   SoundingSpan span_;

@@ -96,6 +96,19 @@ TEST(SameSource, TheFullerStaysAndThenTheOneThatIsNotRetold) {
       "0 of 2;1 of 2;");
 }
 
+TEST(SameSource, ATrackOfSeveralTripsLoses) {
+  std::vector<Trip> trips = ListOf(RecordedTrip(Lake().trips[0]), RecordedTrip(Lake().trips[1]),
+                                   Copy(Lake().table, AWeekLater, "a.csv", "table"));
+  Trip all = Copy(trips[0], AsItIs, "all.gpx", "GPX");
+  for (std::size_t t = 1; t < trips.size(); ++t) {
+    for (std::size_t i = 0; i < trips[t].soundings.size(); ++i) all.soundings.Add(trips[t].soundings[i]);
+  }
+  trips.insert(trips.begin(), Copy(all, AsItIs, "all.gpx", "GPX"));
+  // Twice: neither holds the other's soundings alone.
+  trips.push_back(Copy(all, AsItIs, "again.gpx", "GPX"));
+  EXPECT_EQ(RepeatedOf(std::move(trips)), "0 of 1;4 of 1;");
+}
+
 TEST(SameSource, TellsWhatIsRepeated) {
   Survey survey;
   survey.trips = ListOf(Copy(Lake().recording, AsItIs, "x/a.sl2"), Copy(Lake().recording, AsItIs, "y/a.sl2"),
