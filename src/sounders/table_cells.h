@@ -30,11 +30,11 @@ bool IsMissing(std::string_view cell);
 // kind is the decimal mark and the other parts thousands. An exponent may follow.
 std::optional<double> CellNumber(std::string_view cell);
 
-// Reads a plain decimal with a point, of at most 15 digits or a mantissa below 2^53: digits as a whole number
-// divided by a power of ten that is exact, so that the one rounding gives the nearest number (W. D. Clinger,
-// "How to read floating point numbers accurately", 1990). Returns where it ends; null where it is none of
-// these.
-inline const char* ReadDecimal(const char* at, const char* end, double& value) {
+// Reads a plain decimal whose digits make a whole number up to 2^53, with a point or that mark: its digits as
+// a whole number divided by a power of ten that is exact, so that the one rounding gives the nearest number
+// (W. D. Clinger, "How to read floating point numbers accurately", 1990). Returns where it ends; null where
+// it is none of these.
+inline const char* ReadDecimal(const char* at, const char* end, double& value, char mark = '.') {
   static constexpr double Powers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8, 1e9,
                                       1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18};
   const bool isNegative = at != end && *at == '-';
@@ -44,7 +44,7 @@ inline const char* ReadDecimal(const char* at, const char* end, double& value) {
   while (at != end && static_cast<unsigned char>(*at - '0') < 10)
     mantissa = mantissa * 10 + static_cast<unsigned char>(*at++ - '0');
   std::ptrdiff_t digits = at - first, decimals = 0;
-  if (at != end && *at == '.') {
+  if (at != end && (*at == '.' || *at == mark)) {
     const char* const behind = ++at;
     while (at != end && static_cast<unsigned char>(*at - '0') < 10)
       mantissa = mantissa * 10 + static_cast<unsigned char>(*at++ - '0');

@@ -5,6 +5,7 @@
 #include "sounders/table_names.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstring>
 #include <optional>
 
@@ -28,6 +29,14 @@ bool IsNumber(Slot slot, const TableLayout& layout) {
     default:
       return false;
   }
+}
+
+// A decimal with a point of any number of digits; null where there is none.
+const char* ReadLong(const char* at, const char* end, double& number) {
+  const char* const digit = at != end && *at == '-' ? at + 1 : at;
+  if (digit == end || *digit < '0' || *digit > '9') return nullptr;
+  const auto [behind, error] = std::from_chars(at, end, number, std::chars_format::fixed);
+  return error == std::errc{} ? behind : nullptr;
 }
 
 // Metres of a number with a unit of length behind it, as "4.5 m" or "15ft".
@@ -80,7 +89,7 @@ bool TableRows::ReadPlain(std::string_view line, TableRow& row) const {
   const char* at = line.data();
   const char* const end = at + line.size();
   const char separator = shape_.separator;
-  const bool isBlanks = separator == Blanks;
+  const char mark = separator == ',' ? '.' : ',';
   bool isFirst = true;
   for (const Column column : columns_) {
     if (!isFirst) {
@@ -88,12 +97,13 @@ bool TableRows::ReadPlain(std::string_view line, TableRow& row) const {
       ++at;
     }
     isFirst = false;
-    if (isBlanks)
-      while (at != end && *at == ' ') ++at;
+    while (at != end && *at == ' ') ++at;
     if (column.reading == Reading::Number) {
       double& number = row.numbers[column.slot];
-      if (const char* const behind = ReadDecimal(at, end, number)) {
+      if (const char* const behind = ReadDecimal(at, end, number, mark)) {
         at = behind;
+      } else if (const char* const behindLong = ReadLong(at, end, number)) {
+        at = behindLong;
       } else if (at != end && *at == separator) {
         number = Unknown;
       } else {
