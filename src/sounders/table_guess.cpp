@@ -8,6 +8,7 @@ namespace sondrix {
 namespace {
 
 constexpr double EpochMilliseconds = 1e11;
+constexpr double SmallestPlane = 1e4;  // metres; projections put their zero far from where they are used
 
 bool IsFree(const std::vector<ColumnName>& names, std::size_t column) {
   return column >= names.size() || names[column].meaning == Meaning::Unknown;
@@ -98,11 +99,13 @@ void GuessPlace(TableLayout& layout, const std::vector<ColumnName>& names,
   if (!IsFree(names, 0) || !IsFree(names, 1)) return;
   // No fix yet as far as was looked.
   if (stats[0].IsZero() && stats[1].IsZero()) return take(0, 1);
-  const bool areNumbers =
-      stats[0].values > 0 && stats[1].values > 0 && stats[0].texts == 0 && stats[1].texts == 0;
-  if (areNumbers && (options.toDegrees || stats[0].beyond180 + stats[1].beyond180 > 0) &&
-      stats[0].largest < EpochMilliseconds && stats[1].largest < EpochMilliseconds)
-    take(1, 0);  // easting first
+  // Metres of a projection, easting first: a reader says so, or is told of which.
+  const auto isPlane = [&](const ColumnStats& column) {
+    const bool isLarge = column.largest > SmallestPlane && column.beyond180 * 2 > column.values;
+    return column.values > 0 && column.texts == 0 && (isLarge || options.toDegrees) &&
+           column.largest < EpochMilliseconds;
+  };
+  if (isPlane(stats[0]) && isPlane(stats[1])) take(1, 0);
 }
 
 void GuessColumns(TableLayout& layout, const TableShape& shape, const std::vector<ColumnStats>& stats,

@@ -107,7 +107,7 @@ void CheckColumns(const TableLayout& layout, const TableShape& shape, bool isNam
   if (!layout.Has(Slot::First)) missing = "no columns are a latitude and a longitude";
   if (!layout.Has(Slot::Depth)) missing += missing.empty() ? "no column is a depth" : ", and none is a depth";
   if (missing.empty()) return;
-  if (isNamed && !shape.head.empty()) missing += " (" + ListOf(shape.head) + ")";
+  if (!shape.head.empty()) missing += " (" + ListOf(shape.head) + ")";
   throw CantRead(missing + std::string(Hint));
 }
 
@@ -245,7 +245,9 @@ std::string ColumnsText(const TableLayout& layout, const TableShape& shape, bool
                     {Slot::Trip, "trip"}};
   std::sort(std::begin(pieces), std::end(pieces),
             [&](const Piece& a, const Piece& b) { return layout.Of(a.slot) < layout.Of(b.slot); });
-  std::string text = isGuess ? "no head, columns: " : "columns: ";
+  std::string text = !isGuess             ? "columns: "
+                     : shape.head.empty() ? "no head, columns: "
+                                          : "no known names, columns: ";
   bool isFirst = true;
   for (const Piece& piece : pieces) {
     if (!layout.Has(piece.slot)) break;
