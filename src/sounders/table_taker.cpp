@@ -13,6 +13,7 @@ namespace sondrix {
 namespace {
 
 constexpr double DeepestWater = 12000;       // metres; a larger number stands for a missing one
+constexpr double LargestDepth = 1e9;         // metres, in a table of our own, which keeps what was read
 constexpr double SounderReach = 20'037'508;  // metres from the equator and the zero meridian
 constexpr int KeptDigits = 8;
 constexpr std::size_t OpenTrips = 16;
@@ -96,6 +97,7 @@ void TableTaker::TakeDepth(const TableRow& row, Sounding& sounding) {
     if (std::fabs(depth) > DeepestWater) depth = Unknown;
     if (layout_.isHeight && depth != 0) depth = -depth;
   }
+  if (std::fabs(depth) > LargestDepth) depth = Unknown;
   if (depth < 0) ++negative_;
   if (depth > 0) ++positive_;
   sounding.recorded = sounding.depth = KeptMetres(depth);

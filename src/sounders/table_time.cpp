@@ -133,10 +133,11 @@ std::optional<double> TakeClock(Pieces& pieces) {
 
 // 24 hours of any number of digits, from the right.
 std::optional<double> ClockOfDigits(double value) {
+  if (!(value >= 0 && value < 1e6)) return std::nullopt;
   const double whole = std::floor(value);
   const auto digits = static_cast<std::int64_t>(whole);
   const auto hours = digits / 10000, minutes = digits / 100 % 100, seconds = digits % 100;
-  if (value < 0 || hours > 24 || minutes > 59 || seconds > 60) return std::nullopt;
+  if (hours > 24 || minutes > 59 || seconds > 60) return std::nullopt;
   return static_cast<double>(hours * 3600 + minutes * 60 + seconds) + (value - whole);
 }
 

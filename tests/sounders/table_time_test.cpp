@@ -69,6 +69,12 @@ TEST(TableTime, WhatTellsNoMomentIsUnknown) {
   EXPECT_EQ(bad.remarks, "1 times can't be understood|");
 }
 
+TEST(TableTime, NumbersBeyondAllTimes) {
+  for (const TimeForm form : {TimeForm::ExcelDays, TimeForm::YearFirst, TimeForm::DayFirst, TimeForm::Clock})
+    for (const double value : {1e40, 1e18, 250000.0 + 1e9, -1.0})
+      EXPECT_FALSE(MomentOfNumber(value, form)) << value;
+}
+
 TEST(TableTime, AZoneOfTheOptionsHoldsForTimesWithoutOne) {
   ReadOptions options;
   options.toUtc = *ZoneOf("Europe/Berlin");
