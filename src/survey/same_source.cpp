@@ -120,6 +120,7 @@ std::optional<Collected> CollectedFrom(SoundingProbe& probe, const Candidate& wh
 }  // namespace
 
 std::vector<RepeatedTrip> FindRepeatedTrips(const Survey& survey) {
+  if (survey.trips.size() < 2) return {};
   std::vector<Candidate> candidates;
   for (std::size_t t = 0; t < survey.trips.size(); ++t) {
     const Trip& trip = survey.trips[t];

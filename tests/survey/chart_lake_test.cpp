@@ -1,9 +1,7 @@
 #include "samples/chart_lake.h"
 
 #include "geo/utm.h"
-#include "samples/trip_files.h"
 
-#include <array>
 #include <cmath>
 #include <cstddef>
 #include <gtest/gtest.h>
@@ -46,26 +44,6 @@ TEST(ChartLake, ShoreLiesWhereTheDepthEnds) {
   }
   EXPECT_TRUE(std::isnan(ChartLakeDepth(-430, 130)));  // on an island
   EXPECT_TRUE(std::isnan(ChartLakeDepth(1200, 0)));
-}
-
-TEST(ChartLake, TripsStayInTheWaterAndTellItsDepthButForTheirTroubles) {
-  const std::vector<ChartTrip> trips = ChartTrips();
-  std::array<std::size_t, 8> troubles{};
-  for (const ChartTrip& trip : trips) {
-    SCOPED_TRACE(trip.File);
-    std::size_t wrong = 0;
-    for (const TrueSounding& sounding : trip.Soundings) {
-      ++troubles[static_cast<std::size_t>(sounding.What)];
-      if (std::isnan(sounding.Bed)) ++wrong;
-      if (sounding.What == Trouble::None && std::abs(sounding.Told - sounding.Depth()) > 0.25) ++wrong;
-      if (sounding.What == Trouble::Spike && std::abs(sounding.Told - sounding.Depth()) < 0.7) ++wrong;
-    }
-    EXPECT_EQ(wrong, 0U);
-    EXPECT_GT(trip.Soundings.size(), 1500U);
-  }
-  for (const std::size_t count : troubles) EXPECT_GT(count, 0U);
-  EXPECT_EQ(TripBytes(ChartTrips(1)[0]), TripBytes(trips[0]));
-  EXPECT_NE(TripBytes(ChartTrips(2)[0]), TripBytes(trips[0]));
 }
 
 }  // namespace

@@ -55,6 +55,8 @@ TEST(MadeLake, IsReadAsItWasMade) {
     for (std::size_t i = 0; i < soundings.size(); ++i) {
       const Sounding& sounding = soundings[i];
       const TrueSounding& truth = made.Soundings[i];
+      // A sound depth tells the bed but for noise.
+      if (truth.What == Trouble::None && !(std::abs(truth.Told - truth.Depth()) < 0.25)) ++wrong;
       // Rounded to tenths of a foot at worst, and to seconds.
       if (truth.Told > 0 && std::abs(sounding.recorded - truth.Told) > 0.017) ++wrong;
       if (truth.What == Trouble::NoFix) continue;
