@@ -161,7 +161,7 @@ std::vector<CrossingVotes> VotesOf(std::span<const CellPass> passes,
     if (a.owner == b.owner) return;
     const bool isSameTrip = TripOf(a.owner, stretches) == TripOf(b.owner, stretches);
     if (isSameTrip && std::abs(a.way - b.way) < OtherTimeWay) return;
-    Vote(a, b, votes[std::minmax(a.owner, b.owner)]);
+    Vote(a, b, votes[std::minmax({a.owner, b.owner})]);
   };
   // Each pass with those behind it in its own cell, and with those of the four touching cells that aren't
   // compared from their side.
@@ -203,7 +203,7 @@ void JudgeByVotes(std::span<CrossingStretch> stretches, std::span<const Crossing
     return vote.agree > vote.disagree ? 1 : vote.agree < vote.disagree ? -1 : 0;
   };
   const auto tripsOf = [&](const CrossingVotes& vote) {
-    return std::minmax(TripOf(vote.one, stretches), TripOf(vote.other, stretches));
+    return std::minmax({TripOf(vote.one, stretches), TripOf(vote.other, stretches)});
   };
   for (const CrossingVotes& vote : votes) {
     if (isKept(vote.one) && isKept(vote.other)) trips[tripsOf(vote)] += verdict(vote);
@@ -212,7 +212,7 @@ void JudgeByVotes(std::span<CrossingStretch> stretches, std::span<const Crossing
     if (verdict(vote) > 0) return 1;
     if (verdict(vote) == 0) return 0;
     const auto [one, other] = tripsOf(vote);
-    return one == other || vote.isFar || trips[{one, other}] > 0 ? -1 : 0;
+    return one == other || vote.isFar || trips[{one, other}] - verdict(vote) >= 0 ? -1 : 0;
   };
   for (int round = 0; round < MaxRounds; ++round) {
     // How many kept owners agree with each, less those that disagree.

@@ -42,8 +42,8 @@ std::vector<CrossingVotes> VotesOf(std::span<const CellPass> passes,
 
 // Sets isLost anew by majority, in rounds, so that the order of the trips doesn't matter: a lost stretch with
 // which more kept ones agree than disagree is used again; a kept one gets lost if more kept ones disagree
-// with it than agree, and each of those stands better itself. A trip's disagreement counts if the two trips
-// agree elsewhere more often than not, since the water may have stood otherwise, or where it is far.
+// with it than agree, and each of those stands better itself. Two trips that disagree elsewhere too, more
+// often than they agree, count only where the disagreement is far, since the water may have stood otherwise.
 void JudgeByVotes(std::span<CrossingStretch> stretches, std::span<const CrossingVotes> votes);
 
 }  // namespace sondrix

@@ -12,10 +12,11 @@ constexpr float StepHeight = 5;    // metres
 constexpr float LargestFall = 15;  // metres, that a bed may fall where nothing is told
 constexpr float FallCost = 0.45F, StepCost = 1;
 constexpr float WallCost = 6;
-constexpr float LostCost = 3, ShortLostCost = 1, StepLostCost = 3.5F, LikelyLostCost = 0.65F,
+constexpr float LostCost = 4, ShortLostCost = 1, StepLostCost = 3.5F, LikelyLostCost = 0.65F,
                 NeverCost = 1e9F;
-constexpr float WayCost = 0.25F, MaxWayCost = 1, UsualWay = 20;  // for each doubling of so many metres
-constexpr float ShareCost = 20, InnerCost = 0.25F, MaxInnerCost = 2;
+constexpr float WayCost = 0.5F, MaxWayCost = 3, UsualWay = 20;  // for each doubling of so many metres
+constexpr float ShareCost = 15, InnerCost = 0.25F, MaxInnerCost = 3;
+constexpr float OneBedCost = 2.5F, MaxOneBedCost = 5;
 constexpr double ShortWay = 2, LongWay = 8;                       // metres
 constexpr float EchoTolerance = 0.05F, MaxEchoTolerance = 0.15F;  // of the logarithm of a ratio
 constexpr float OffsetTolerance = 0.2F;
@@ -32,7 +33,12 @@ struct Link {
 class Chain {
  public:
   Chain(const TrackSection& section, std::span<const TrackPoint> points, std::span<const TrackPiece> pieces)
-      : section_(section), points_(points), pieces_(pieces), links_(pieces.size()), inner_(pieces.size()) {}
+      : section_(section),
+        points_(points),
+        pieces_(pieces),
+        links_(pieces.size()),
+        goesOn_(pieces.size()),
+        inner_(pieces.size()) {}
 
   // For each piece, whether it is kept.
   std::vector<bool> Kept() {
@@ -45,10 +51,17 @@ class Chain {
       if (pieces_[i].first < FewSoundings && EndLostCost < links_[i].cost) {
         links_[i] = {EndLostCost, static_cast<std::uint32_t>(i)};
       }
+      float sound = 0;
       for (std::size_t back = 2; back <= std::min(i, MaxPiecesBack); ++back) {
         const std::size_t j = i - back;
+        // Of what lies between the two, what goes on with the bed of either.
+        if (back > 2) {
+          sound += IsOneBed(pieces_[j + 1].end, pieces_[i].begin, NoiseAt(pieces_[i])) ? OneBedCost : 0;
+          if (IsOneBed(pieces_[j].end, pieces_[i - 1].begin, NoiseAt(pieces_[j]))) goesOn_[j] += OneBedCost;
+        }
         if (links_[j].cost >= links_[i].cost) continue;
-        const double cost = links_[j].cost + CostOfLosing(j, i);
+        const double cost =
+            links_[j].cost + CostOfLosing(j, i) + std::min(std::max(sound, goesOn_[j]), MaxOneBedCost);
         if (cost < links_[i].cost) links_[i] = {cost, static_cast<std::uint32_t>(j)};
       }
     }
@@ -66,6 +79,10 @@ class Chain {
 
  private:
   float NoiseAt(const TrackPiece& piece) const { return section_.NoiseAt(points_[piece.first].at); }
+
+  static bool IsOneBed(const PieceEnd& end, const PieceEnd& begin, float noise) {
+    return std::abs(begin.level - end.level) <= LeastJump(noise, std::min(begin.level, end.level));
+  }
 
   // What keeping both sides of a jump costs; the bed may have fallen evenly across the gap instead.
   static float CostOfJump(float jump, float fall, float noise, float depth) {
@@ -163,6 +180,7 @@ class Chain {
   std::span<const TrackPoint> points_;
   std::span<const TrackPiece> pieces_;
   std::vector<Link> links_;
+  std::vector<float> goesOn_;  // what losing the later pieces that go on with its bed costs
   std::vector<double> inner_;  // what losing the jumps up to a piece costs
 };
 

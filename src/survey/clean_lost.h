@@ -14,13 +14,13 @@ namespace sondrix {
 //   jump is
 //     larger by three times the noise and by 1.5 m at least. A bed may fall as well, by twice the slope that
 //     it has beside the jump, up to a metre a metre where that isn't known, 15 m at most.
-//   - Losing the pieces between two kept ones costs 3; 0.65 where both jumps halve the depth or both double
+//   - Losing the pieces between two kept ones costs 4; 0.65 where both jumps halve the depth or both double
 //   it (the
 //     echo of an echo, or half of one), unless both could be steps of 5 m, or where the depth goes off by
 //     more than a step and comes back by the same; down to 1 where they are shorter than 8 m of way; up
-//     to 3.5 more where a step or a slope explains one of the jumps. The jumps between them count up to 2
-//     each. Longer pieces cost up to 1 more by their way, and 20 times the square of their share of the
-//     section.
+//     to 3.5 more where a step or a slope explains one of the jumps. The jumps between them count up to 3
+//     each, and 2.5 each piece among them that goes on with the bed before or behind. Longer pieces cost up
+//     to 3 more by their way, and 15 times the square of their share of the section.
 // So a stretch that begins and ends with a jump of more than a step is lost unless it is much of the track,
 // one between two steps isn't, and a single jump leaves both sides.
 void FindLost(TrackSection& section, Stretches& stretches);

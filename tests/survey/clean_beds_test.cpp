@@ -26,16 +26,16 @@ struct BedCase {
   BedKind bed;
   Sounder sounder;
   double minStretches = 90, minSpikes = 99;  // percent found
-  double maxLost = 2;                        // percent of sound soundings, beside wrong ones
+  double maxLost = 1;                        // percent of sound soundings, beside wrong ones
 };
 
 const BedCase Cases[] = {
-    {"even, 5 cm", Even, {.spacing = 0.05}, 95, 99, 0.5},
+    {"even, 5 cm", Even, {.spacing = 0.05}, 95, 99, 0.1},
     {"even, 5 m", Even, {.spacing = 5}, 90, 99, 0.1},
     {"slopes, 0.3 m", Slopes, {.spacing = 0.3}, 95, 99, 0.1},
-    {"slopes, 1 m", Slopes, {.spacing = 1}, 90, 99, 0.5},
-    {"steps, 0.3 m", Steps, {.spacing = 0.3}},
-    {"steps, 1 m", Steps, {.spacing = 1}, 90, 99, 2},
+    {"slopes, 1 m", Slopes, {.spacing = 1}, 90, 99, 0.1},
+    {"steps, 0.3 m", Steps, {.spacing = 0.3}, 90, 99, 1.5},
+    {"steps, 1 m", Steps, {.spacing = 1}},
     {"slopes and steps, 5 cm", Both, {.spacing = 0.05}, 95, 99, 0.1},
     {"slopes and steps, 0.3 m", Both, {.spacing = 0.3}, 95, 99, 0.5},
     {"slopes and steps, 1 m", Both, {.spacing = 1}},

@@ -121,11 +121,13 @@ TEST(Clean, OnlyKnownTimesRepeat) {
 }
 
 // One bed under all, with a track's depth over 200 m, half a metre apart.
-Trip TrackOf(const std::function<double(double)>& depth, bool isEast = false) {
+// Crosses that of the others at so many metres where it is given.
+Trip TrackOf(const std::function<double(double)>& depth, double crossing = Unknown) {
   Trip trip;
   for (int i = 0; i < 400; ++i) {
     const double way = 0.5 * i;
-    trip.soundings.Add(isEast ? SoundingAt(100, way - 100, depth(way)) : SoundingAt(way, 0, depth(way)));
+    trip.soundings.Add(std::isnan(crossing) ? SoundingAt(way, 0, depth(way))
+                                            : SoundingAt(crossing, way - 100, depth(way)));
   }
   return trip;
 }
@@ -171,17 +173,23 @@ TEST(Clean, CrossingTripsDecide) {
     std::vector<Trip> trips;
     std::vector<std::uint64_t> lost;
   };
-  Case cases[4];
+  Case cases[5];
   const auto add = [](Case& test, const char* name, std::vector<std::uint64_t> lost, auto&&... trips) {
     test.name = name;
     test.lost = std::move(lost);
     (test.trips.push_back(std::forward<decltype(trips)>(trips)), ...);
   };
-  add(cases[0], "what looks like a ridge isn't there", {80, 0}, TrackOf(ridge), TrackOf(even(10), true));
-  add(cases[1], "the ridge is there", {0, 0}, TrackOf(ridge), TrackOf(even(5.2), true));
-  add(cases[2], "what looks like an echo is a trench", {0, 0}, TrackOf(trench), TrackOf(even(20.1), true));
-  add(cases[3], "two against one", {0, 80, 0}, TrackOf(even(10), true), TrackOf(ridge),
-      TrackOf(even(10.3), true));
+  add(cases[0], "what looks like a ridge isn't there", {80, 0}, TrackOf(ridge), TrackOf(even(10), 100));
+  add(cases[1], "the ridge is there", {0, 0}, TrackOf(ridge), TrackOf(even(5.2), 100));
+  add(cases[2], "what looks like an echo is a trench", {0, 0}, TrackOf(trench), TrackOf(even(20.1), 100));
+  add(cases[3], "two against one", {0, 80, 0}, TrackOf(even(10), 100), TrackOf(ridge),
+      TrackOf(even(10.3), 100));
+  add(cases[4], "the water stood 8 m higher", {0, 0}, TrackOf(ridge), [&] {
+    Trip high = TrackOf(even(18), 30);
+    const Trip more = TrackOf(even(13), 100);
+    for (std::size_t i = 0; i < more.soundings.size(); ++i) high.soundings.Add(more.soundings[i]);
+    return high;
+  }());
   for (Case& test : cases) {
     Survey survey;
     std::vector<Stretches> stretches;
