@@ -11,7 +11,8 @@ void UtmZoneCount::Add(std::span<const Sounding> soundings) {
     if (sounding.fate != Fate::Used || !sounding.HasPosition()) continue;
     const double zone = std::floor((sounding.longitude + 180) / zoneWidth);
     const auto index = static_cast<std::size_t>(std::clamp(zone, 0.0, static_cast<double>(Zones - 1)));
-    ++(sounding.latitude < 0 ? south_ : north_)[index];
+    std::uint64_t& count = sounding.latitude < 0 ? south_[index] : north_[index];
+    ++count;
   }
 }
 

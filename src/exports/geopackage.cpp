@@ -121,7 +121,7 @@ class Geopackage {
     return layer;
   }
 
-  void Add(OGRLayerH layer, const Feature& feature) {
+  void Add(OGRLayerH layer, const Feature& feature) const {
     OGR_F_SetFID(feature.get(), OGRNullFID);
     if (OGR_L_CreateFeature(layer, feature.get()) != OGRERR_NONE) messages_.Throw();
   }
@@ -238,7 +238,8 @@ void AddTracks(Geopackage& file, const Survey& survey, const ExportRun& run) {
 void WriteGeopackage(const Survey& survey, const ExportRun& run, double date, const std::string& path) {
   const GdalMessages messages;
   // The file has no earlier state to go back to, and no name of its own before it is whole.
-  const GdalOption options[] = {{"OGR_SQLITE_JOURNAL", "OFF"}, {"OGR_SQLITE_SYNCHRONOUS", "OFF"}};
+  const GdalOption journal("OGR_SQLITE_JOURNAL", "OFF");
+  const GdalOption synchronous("OGR_SQLITE_SYNCHRONOUS", "OFF");
   const std::string dateText = DateText(date);
   const GdalOption dated("OGR_CURRENT_DATE", dateText.c_str());
   Geopackage file(path, messages);

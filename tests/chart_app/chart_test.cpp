@@ -170,7 +170,7 @@ TEST_F(Chart, ThreadsDontShow) {
 TEST_F(Chart, ItsOwnTableIsReadBack) {
   ASSERT_EQ(Call("-o x.csv a.gpx trips").status, 0);
   const Called called = Call("x.csv -o y.csv --report r.json");
-  EXPECT_NE(called.out.find("90 soundings, 90 used"), std::string::npos) << called.out;
+  EXPECT_NE(called.out.find("90 soundings of 3 trips, 90 used"), std::string::npos) << called.out;
   EXPECT_TRUE(folder_.Read("y.csv") == folder_.Read("x.csv"));
   EXPECT_EQ(nlohmann::json::parse(folder_.Read("r.json"))["trips"].size(), 3u);
   // Beside what it was made of it is one too many.

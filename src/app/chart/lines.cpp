@@ -57,6 +57,7 @@ std::string PartsText(const SourceAccount& account, const ChartRun& run) {
 std::string LineOf(const SourceAccount& account, const ChartRun& run) {
   const TripAccount sum = AccountOf(account, run);
   std::string line = account.kind + ", " + Counted(account.soundings, "soundings");
+  if (account.tripCount > 1) line += " of " + Counted(account.tripCount, "trips");
   if (account.tripCount > 0) {
     line += ", " + (run.options.verbose ? FatesText(sum.fates) : Counted(sum.fates[0], NameOf(Fate::Used))) +
             ", " + RangeText(sum.times);

@@ -39,7 +39,7 @@ std::string CrsOf(const ChartRun& run) {
   for (const Trip& trip : run.survey.trips) {
     for (std::size_t b = 0; b < trip.soundings.BlockCount(); ++b) zones.Add(trip.soundings.Block(b));
   }
-  const std::string crs = zones.Crs();
+  std::string crs = zones.Crs();
   if (crs.empty()) throw CantExport("no sounding is used");
   return crs;
 }
