@@ -22,9 +22,9 @@ using Stretches = std::vector<Stretch>;
 //   blind         clean_blind.h
 //   repeat        clean_repeats.h
 //   spike, lost   clean_spikes.h and clean_lost.h, line by line
-// Judged is the recorded depth. Trips don't know of each other, so they may be cleaned in parallel. Needs 16
-// MiB beside the soundings at most, whatever the trip's length, unless its times aren't in order (4 bytes a
-// sounding more) or its positions jump everywhere (24 bytes).
+// Judged is the recorded depth. Trips don't know of each other, so they may be cleaned in parallel. Needs 40
+// MiB beside the soundings at most, whatever the trip's length, and 16 bytes a stretch; where its times
+// aren't in order 4 bytes a sounding more, where its positions jump everywhere 24.
 Stretches CleanTrip(Trip& trip);
 
 // Judges the stretches of all trips once more by the soundings of other trips, or of the same trip at another

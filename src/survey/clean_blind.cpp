@@ -1,5 +1,6 @@
 #include "survey/clean_blind.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 

@@ -8,6 +8,7 @@
 #include <array>
 #include <bitset>
 #include <cmath>
+#include <limits>
 #include <map>
 #include <memory>
 #include <numbers>

@@ -1,6 +1,7 @@
 #include "survey/clean_repeats.h"
 
 #include <algorithm>
+#include <limits>
 #include <vector>
 
 namespace sondrix {
