@@ -29,6 +29,7 @@ class TemporaryFolder {
   TemporaryFolder(const TemporaryFolder&) = delete;
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
+  const std::filesystem::path& Root() const { return path_; }
   std::string Path(std::string_view name) const { return (path_ / name).string(); }
   // Writes a file and gives its path.
   std::string Write(std::string_view name, std::string_view bytes) const {

@@ -13,7 +13,7 @@
 #include "echo/views.h"
 #include "jobs/clicks.h"
 #include "ozi/ozi_link.h"
-#include "recordings.h"
+#include "temporary_folder.h"
 #include "test_window.h"
 
 #include <algorithm>
@@ -30,13 +30,7 @@ namespace sondrix {
 class TestRun {
  public:
   TestRun() {
-    const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-    static int count = 0;
-    folder = std::filesystem::temp_directory_path() /
-             ("sondrix." + std::string(test->name()) + "." + std::to_string(++count) + "." +
-              std::to_string(reinterpret_cast<std::uintptr_t>(this)));
-    std::filesystem::remove_all(folder);
-    std::filesystem::create_directories(folder / "out");
+    std::filesystem::create_directory(folder / "out");
     settings.TargetPath = (folder / "out").string() + PathSeparator;
     settings.UseDcm = false;
     settings.DistDiff = "0";
@@ -44,14 +38,6 @@ class TestRun {
     settings.UseHead = false;
     messages = *MessagesOf(LangEnglish);
   }
-  ~TestRun() {
-    std::error_code ignored;
-    std::filesystem::permissions(folder / "out", std::filesystem::perms::owner_all, ignored);
-    std::filesystem::remove_all(folder, ignored);
-  }
-  TestRun(const TestRun&) = delete;
-  TestRun& operator=(const TestRun&) = delete;
-
   // Writes a source of that name and chooses it.
   TestRun& Source(const std::string& name, std::span<const std::uint8_t> bytes) {
     settings.Source = (folder / name).string();
@@ -149,7 +135,8 @@ class TestRun {
     return lines;
   }
 
-  std::filesystem::path folder;
+  TemporaryFolder place;
+  std::filesystem::path folder = place.Root();
   Settings settings;
   RunLimits limits;
   RunState state;

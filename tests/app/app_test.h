@@ -4,9 +4,9 @@
 #include "app/session.h"
 #include "app/settings_store.h"
 #include "core/files.h"
+#include "temporary_folder.h"
 #include "test_window.h"
 
-#include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
 #include <utility>
@@ -19,12 +19,6 @@ using Texts = std::vector<std::pair<std::string, std::string>>;  // by the name 
 // A session with a folder of its own for the settings file.
 class AppTest : public testing::Test {
  protected:
-  AppTest() {
-    std::filesystem::remove_all(PathOf(folder));
-    std::filesystem::create_directories(PathOf(folder));
-  }
-  ~AppTest() override { std::filesystem::remove_all(PathOf(folder)); }
-
   // A whole file as a closing writes it, with some other values.
   void Store(const Texts& values) const {
     TestWindow otherWindow;
@@ -33,9 +27,9 @@ class AppTest : public testing::Test {
     for (const auto& [key, value] : values) ASSERT_TRUE(IWrite(file, IniSection, key, value));
   }
 
-  std::string folder =
-      testing::TempDir() + "sondrix_" + testing::UnitTest::GetInstance()->current_test_info()->name();
-  std::string file = folder + PathSeparator + "sondrix.ini";
+  TemporaryFolder place;
+  std::string folder = place.Root().string();
+  std::string file = place.Path("sondrix.ini");
   TestWindow window;
   Session session{window};
 };

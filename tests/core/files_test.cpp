@@ -13,10 +13,6 @@
 #include <map>
 #include <vector>
 
-#ifdef _WIN32
-#include <windows.h>
-#endif
-
 namespace sondrix {
 namespace {
 
@@ -44,13 +40,6 @@ TEST_F(FilesIn, RefusalsHaveTheirNumbersAndLengthsHaveNoLimit) {
   EXPECT_EQ(FaultIn([&] { DeleteIfThere(Path("dir")); }), 75);
   const int tooLong = PathSeparator == '\\' ? 53 : 52;  // Windows finds no such file
   EXPECT_EQ(FaultIn([&] { InputFile input(file + std::string(300, 'n')); }), tooLong);
-#ifdef _WIN32
-  const HANDLE busy = CreateFileW(PathOf(file).c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-  EXPECT_EQ(FaultIn([&] { InputFile input(file); }), 70);
-  EXPECT_EQ(FaultIn([&] { OutputFile output(file); }), 70);
-  EXPECT_EQ(FaultIn([&] { DeleteIfThere(file); }), 70);
-  CloseHandle(busy);
-#endif
   std::error_code full;
   fs::resize_file(file, 5'000'000'000, full);
   std::array<std::uint8_t, 8> target{};
@@ -60,22 +49,13 @@ TEST_F(FilesIn, RefusalsHaveTheirNumbersAndLengthsHaveNoLimit) {
 }
 
 TEST_F(FilesIn, AnIdMeansTheFileWhateverItsName) {
-  Write("one", "x");
-  Write("other", "x");
+  for (const char* name : {"one", "other"}) Write(name, "x");
   fs::create_hard_link(Path("one"), Path("hard"));
-  const bool hasLinks = Link("soft", "one");
-  const InputFile input(Path("one"));
-  for (const auto& [name, isSame] : std::map<std::string, bool>{{"one", true},
-                                                                {"hard", true},
-                                                                {"soft", hasLinks},
-                                                                {"./one", true},
-                                                                {"other", false},
-                                                                {"none", false}}) {
-    EXPECT_EQ(IdOf(Path(name)) == input.Id(), isSame) << name;
-    EXPECT_EQ(IdOf(Path("one")) == IdOf(Path(name)), isSame) << name;
-  }
+  const std::optional<FileId> id = InputFile(Path("one")).Id();
+  EXPECT_TRUE(IdOf(Path("hard")) == id && IdOf(Path("other")) && IdOf(Path("other")) != id);
   EXPECT_FALSE(IdOf(Path("none/x")) || IdOf(Path("one/x")));
-  if (!Link("loop", "loop")) GTEST_SKIP() << "no links here";
+  if (!Link("soft", "one") || !Link("loop", "loop")) GTEST_SKIP() << "no links here";
+  EXPECT_EQ(IdOf(Path("soft")), id);
   EXPECT_EQ(FaultIn([&] { InputFile loop(Path("loop")); }), 52);
 }
 

@@ -86,14 +86,9 @@ TEST_F(WindowTest, FileDialogsAskForWhatTheyAreToldTo) {
       QMetaObject::invokeMethod(dialog, *name ? "accept" : "reject");
     });
   };
-  const auto askFile = [&] {
-    return files.askFile(folder.string(), {{"All", "*.A;*.b;"}, {"B", "*.b"}}, "File?");
-  };
   answer("a.sl2");
-  EXPECT_EQ(askFile(), Path("a.sl2"));
+  EXPECT_EQ(files.askFile(folder.string(), {{"All", "*.A;*.b;"}, {"B", "*.b"}}, "File?"), Path("a.sl2"));
   EXPECT_EQ(asked, "File?|All (*.a *.A *.b)|B (*.b)|00");
-  answer("");
-  EXPECT_EQ(askFile(), "");
   answer("out");
   std::filesystem::create_directories(folder / "out");
   EXPECT_EQ(files.askFolder(folder.string(), "Folder?"), Path("out"));
@@ -143,20 +138,6 @@ TEST_F(WindowTest, AChosenSourceTellsWhatItHolds) {
   EXPECT_EQ(Find("UseTyp5")->toolTip(), "");
   window->SetSource("");
   EXPECT_TRUE(QTest::qWaitFor([&] { return text().empty(); }));
-}
-
-TEST_F(WindowTest, NotesStandOverThePicturesUntilARun) {
-  const auto* notes = Find<QLabel>("Notes");
-  window->ShowNotes({"lake.sl3: 318 frames", "<b> as it is"});
-  EXPECT_TRUE(notes->isVisible());
-  EXPECT_TRUE(Find("ECHO")->geometry().united(Find("SMPL")->geometry()).contains(notes->geometry()));
-  EXPECT_EQ(notes->text(), "lake.sl3: 318 frames\n<b> as it is");
-  window->MarkChannels({Channel::Primary, Channel::Scan3D});
-  EXPECT_TRUE(Find("UseTyp0")->isEnabled() && Find("UseTyp9")->toolTip() == "Not in this source");
-  RunWith({[&] { EXPECT_FALSE(notes->isVisible()); }});
-  window->ShowNotes({"again"});
-  window->ShowNotes({});
-  EXPECT_FALSE(notes->isVisible());
 }
 
 }  // namespace

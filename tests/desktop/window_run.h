@@ -4,6 +4,7 @@
 #include "app/desktop/qt_text.h"
 #include "core/files.h"
 #include "samples/echogram.h"
+#include "temporary_folder.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -25,15 +26,7 @@ namespace sondrix {
 // A shown window over a folder of its own, with dialogs that answer at once and keep what they were asked.
 class WindowTest : public testing::Test {
  protected:
-  WindowTest() {
-    std::filesystem::remove_all(folder);
-    std::filesystem::create_directories(folder);
-    Open();
-  }
-  ~WindowTest() override {
-    window.reset();
-    std::filesystem::remove_all(folder);
-  }
+  WindowTest() { Open(); }
 
   // A new start of the program.
   void Open() {
@@ -104,10 +97,8 @@ class WindowTest : public testing::Test {
     EXPECT_EQ(done, steps.size());
   }
 
-  std::filesystem::path folder =
-      std::filesystem::path(testing::TempDir()) /
-      ("sondrix_desktop_" + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()) +
-       std::to_string(QCoreApplication::applicationPid()));
+  TemporaryFolder place;
+  std::filesystem::path folder = place.Root();
   std::unique_ptr<DesktopWindow> window;
   std::string chosenFile, opened;
   int beeps = 0;

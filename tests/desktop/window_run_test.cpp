@@ -3,29 +3,21 @@
 #include "app/batch/batch.h"
 #include "app/desktop/log_line.h"
 
-#include <QScrollBar>
-
 namespace sondrix {
 namespace {
 
 TEST_F(WindowTest, PausesResumesAndWritesWhatTheBatchProgramDoes) {
   for (const char* box : {"MakeCut", "HideCut", "UseDcm"}) Click(box);
   RunWith({[&] {
-             EXPECT_FALSE(Find("btnGO")->isEnabled() || Find("Source")->isEnabled());
-             EXPECT_FALSE(Find("UseTyp9")->isEnabled());
-             EXPECT_TRUE(Find("WPT")->isEnabled());
+             EXPECT_FALSE(Find("btnGO")->isEnabled() || Find("UseTyp9")->isEnabled());
              Click("RunSet");
            },
            [&] {
              EXPECT_TRUE(window->TheSession().state.PauseFlag);
-             EXPECT_EQ(Find<QAbstractButton>("RunSet")->text(), ">>");
              QTest::keyClick(window.get(), Qt::Key_Space);
            },
            [&] { EXPECT_FALSE(window->TheSession().state.PauseFlag); }});
   EXPECT_TRUE(window->Att().ends_with(" * done")) << window->Att();
-  EXPECT_EQ(Text("Att"), window->Att());
-  EXPECT_TRUE(Find("btnGO")->isEnabled() && Find("Source")->isEnabled());
-  EXPECT_FALSE(Find("RunSet")->isEnabled() || Find("RunEnd")->isEnabled());
   EXPECT_EQ(static_cast<LogLine*>(Find("Att"))->Percent(), -1);
   const std::vector<std::string> arguments = {"-o",          Path("batch"), "-sMakeCut=1",
                                               "-sHideCut=1", "-sUseDcm=0",  Path("trip.sl2")};
@@ -37,26 +29,18 @@ TEST_F(WindowTest, PausesResumesAndWritesWhatTheBatchProgramDoes) {
   }
 }
 
-TEST_F(WindowTest, StopsAtOnceAlsoInAPause) {
+// A notice is in the language that was chosen in the pause before.
+TEST_F(WindowTest, StopsAtOnceAlsoInAPauseAndByClosing) {
   std::chrono::steady_clock::time_point stopped;
-  RunWith({[&] { Click("RunSet"); },
+  RunWith({[&] { Click("RunSet"); }, [&] { ChooseLanguage(2); },
            [&] {
              stopped = std::chrono::steady_clock::now();
              QTest::keyClick(window.get(), Qt::Key_Escape);
            }});
   EXPECT_LT(std::chrono::steady_clock::now() - stopped, std::chrono::milliseconds(100));
-  EXPECT_TRUE(window->Att().starts_with(" * proc")) << window->Att();
-}
-
-TEST_F(WindowTest, ANoticeIsInTheLanguageChosenInThePauseBefore) {
-  RunWith({[&] { Click("RunSet"); }, [&] { ChooseLanguage(2); }, [&] { Click("RunEnd"); }});
   EXPECT_EQ(window->Att(), MessagesOf(LangGerman)->MsgAborted);
-}
-
-TEST_F(WindowTest, ClosingDuringARunStopsItAndKeepsTheWindow) {
   RunWith({[&] { EXPECT_FALSE(window->close()); }});
-  EXPECT_TRUE(window->isVisible());
-  EXPECT_FALSE(window->Att().ends_with(" * done"));
+  EXPECT_TRUE(window->isVisible() && !window->Att().ends_with(" * done"));
   EXPECT_FALSE(std::filesystem::exists(Path("sondrix.ini")));
   EXPECT_TRUE(window->close());
   EXPECT_TRUE(std::filesystem::exists(Path("sondrix.ini")));
@@ -66,7 +50,7 @@ TEST_F(WindowTest, ClosingDuringARunStopsItAndKeepsTheWindow) {
 TEST_F(WindowTest, AClosingOrAKeyInTheFirstWaitStopsTheRun) {
   window->SetSource(WriteEchogram());
   for (const bool closes : {true, false}) {
-    window->TheSession().state.DefectPause = 200;
+    window->TheSession().state.DefectPause = 5000;
     QTimer::singleShot(50, window.get(), [&] {
       EXPECT_FALSE(Find("btnGO")->isEnabled() || Find("RunSet")->isEnabled());
       if (closes) {
@@ -82,20 +66,6 @@ TEST_F(WindowTest, AClosingOrAKeyInTheFirstWaitStopsTheRun) {
   }
 }
 
-TEST_F(WindowTest, ContrastLanguageAndWidthChangeDuringARun) {
-  RunWith({[&] { Click("RunSet"); }, [&] { Find<QScrollBar>("EhoSens")->setValue(-60); },
-           [&] { ChooseLanguage(2); }, [&] { Click("FrmSize"); },
-           [&] { EXPECT_EQ(window->TheSession().pictures.ECHO.Width(), 2 * 227); }, [&] { Click("FrmSize"); },
-           [&] { Click("RunSet"); }});
-  EXPECT_EQ(Fields().EhoSens, -60);
-  EXPECT_TRUE(window->Att().ends_with(" * Ausgeführt")) << window->Att();
-  // An echo of 200 is black at this contrast.
-  const Picture& echo = window->TheSession().pictures.ECHO;
-  int dark = 0;
-  for (int y = 0; y < echo.Height(); ++y) dark += echo.At(echo.Width() - 4, y) == 0;
-  EXPECT_GT(dark, 0);
-}
-
 }  // namespace
 }  // namespace sondrix
 
@@ -104,5 +74,6 @@ int main(int argc, char** argv) {
   qputenv("QT_SCALE_FACTOR", "2");  // so that places and the pictures' device pixels differ
   testing::InitGoogleTest(&argc, argv);
   QApplication application(argc, argv);
+  QApplication::setFont(QFont("DejaVu Sans"));  // whatever this machine prefers
   return RUN_ALL_TESTS();
 }

@@ -17,16 +17,15 @@ Samples Echoes(std::initializer_list<std::pair<int, int>> echoes, std::size_t co
 }
 
 TEST(DepthSearch, TakesTheDeepestOfTheStrongestBelowItsTop) {
-  for (const auto& [sounderRow, top] : std::map<int, int>{{199, 169}, {200, 200}, {61, 31}, {-5, 30}})
-    EXPECT_EQ(SearchTopOf(sounderRow), top) << sounderRow;
   const std::tuple<Samples, int, int> rows[] = {{Echoes({{400, 255}, {700, 255}}), 30, 700},
                                                 {Echoes({{1820, 255}, {1819, 200}}), 30, 1819},
-                                                {Echoes({{169, 200}, {300, 7}}), 169, 300},
-                                                {Echoes({{170, 200}, {300, 7}}), 169, 170},
-                                                {Echoes({}), 30, 0},
-                                                {Echoes({{31, 9}}, 131), 30, 0},
-                                                {Echoes({{31, 9}}, 132), 30, 31}};
-  for (const auto& [samples, top, row] : rows) EXPECT_EQ(StrongestRow(samples, top), row) << top;
+                                                {Echoes({{169, 200}, {300, 7}}), 199, 300},
+                                                {Echoes({{170, 200}, {300, 7}}), 199, 170},
+                                                {Echoes({{200, 200}, {300, 7}}), 200, 300},
+                                                {Echoes({{31, 9}}, 131), -5, 0},
+                                                {Echoes({{31, 9}}, 132), -5, 31}};
+  for (const auto& [samples, sounderRow, row] : rows)
+    EXPECT_EQ(StrongestRow(samples, SearchTopOf(sounderRow)), row) << sounderRow;
 }
 
 TEST(DepthCheck, ReportsAndLogs) {

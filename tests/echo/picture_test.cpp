@@ -1,7 +1,6 @@
 #include "echo/picture.h"
 
 #include "digest.h"
-#include "echo/face.h"
 #include "samples/xorshift.h"
 
 #include <cmath>
@@ -75,23 +74,6 @@ TEST(Picture, ClipsWithoutBendingLines) {
   near.Clear();
   near.DrawLine(3, 0, 3, 7, Black);
   EXPECT_EQ(PixelsOf(far), PixelsOf(near));
-}
-
-TEST(Picture, ScrollsBeyondItsBuffer) {
-  Picture picture(5, 2);
-  for (Colour step = 0; step < 47; ++step) {
-    picture.ScrollLeft();
-    picture.DrawDot(4, 0, step);
-    for (Colour x = 0; x < 5 && step > 4; ++x) ASSERT_EQ(picture.At(static_cast<int>(x), 0), step + x - 4);
-    ASSERT_EQ(picture.At(4, 1), White);
-  }
-}
-
-TEST(Face, PaintsInsideThePicture) {
-  Picture target(16, 8);
-  const TextFrame all = {0, 0, 16, 8};
-  EXPECT_EQ(PaintText(target, all, 0, 0, "Датчик", Black, 1), 32);
-  EXPECT_EQ(PaintText(target, all, -9, -3, "GPS\xD0", Black, 2), 36);
 }
 
 }  // namespace

@@ -9,38 +9,28 @@ namespace {
 
 // Paths are below the run's folder, with | for the separator.
 TEST(GoClick, SourcesTargetsAndNames) {
-  struct Row {
-    std::string source, target, name, end;
-    int beeps;
-    std::string csv;
-  };
-  for (const Row& row : std::vector<Row>{
-           {"", "out|", "", " * select source file...", 1, ""},
-           {"|folder|", "out|", "", " begin processing...", 0, ""},
-           {"|nopoint", "out|", "", " ! error GO: 5. Invalid procedure call or argument", 1, ""},
-           {"|lake.v1.sl2", "out|", "", " * done", 0, "out|lake.v1.csv"},
-           {"|lake.v1.sl2", "new|deep|", "mine", " * done", 0, "new|deep|mine.csv"},
-           // The last part without a separator isn't made, only completed.
-           {"|lake.v1.sl2", "other", "", " ! error JobSl: 76. Path not found", 1, ""},
-           {"|lake.v1.sl2", "lake.v1.sl2|below|", "", " ! target folder access denied", 1, ""}}) {
-    SCOPED_TRACE(row.source + " to " + row.target);
+  // The source, the target, the end of the last line, the beeps and the table.
+  const std::tuple<std::string, std::string, const char*, int, std::string> rows[] = {
+      {"", "|out|", " * select source file...", 1, ""},
+      {"|folder|", "|out|", " begin processing...", 0, ""},
+      {"|nopoint", "|out|", " ! error GO: 5. Invalid procedure call or argument", 1, ""},
+      {"|lake.v1.sl2", "|new|deep|", " * done", 0, "|new|deep|lake.v1.csv"},
+      // The last part without a separator isn't made, only completed.
+      {"|lake.v1.sl2", "|other", " ! error JobSl: 76. Path not found", 1, ""},
+      {"|lake.v1.sl2", "|lake.v1.sl2|below|", " ! target folder access denied", 1, ""}};
+  for (const auto& [source, target, end, beeps, csv] : rows) {
     TestRun test;
     const auto path = [&](std::string below) {
-      std::replace(below.begin(), below.end(), '|', PathSeparator);
-      return test.folder.string() + below;
+      std::ranges::replace(below, '|', PathSeparator);
+      return below.empty() ? below : test.folder.string() + below;
     };
     test.Source("lake.v1.sl2", EchogramBytes(2, {Frame(2, 10)}));
-    test.settings.Source = row.source.empty() ? "" : path(row.source);
-    test.settings.TargetPath = path("|" + row.target);
-    test.settings.TargetName = row.name;
-    EXPECT_TRUE(test.Click().ends_with(row.end)) << test.window.att;
-    EXPECT_TRUE(test.window.IsEnabled("btnGO") && !test.window.busy);
-    EXPECT_EQ(test.window.beeps, row.beeps);
-    EXPECT_TRUE(row.source.empty() || test.settings.TargetPath.back() == PathSeparator);
-    if (row.csv.empty()) continue;
-    EXPECT_TRUE(std::filesystem::exists(path("|" + row.csv)));
-    EXPECT_EQ(test.settings.TargetName, row.name);
-    EXPECT_EQ(test.settings.DepthMP, "0x1000");
+    test.settings.Source = path(source);
+    test.settings.TargetPath = path(target);
+    EXPECT_TRUE(test.Click().ends_with(end)) << test.window.att;
+    EXPECT_TRUE(test.window.IsEnabled("btnGO") && !test.window.busy && test.window.beeps == beeps) << end;
+    EXPECT_TRUE(source.empty() || test.settings.TargetPath.back() == PathSeparator);
+    EXPECT_TRUE(csv.empty() || std::filesystem::exists(path(csv)));
   }
 }
 
@@ -91,6 +81,33 @@ TEST(GoClick, ASourceThatWasReplacedIsNotOverwritten) {
   };
   EXPECT_TRUE(test.Click().ends_with("55: File already open")) << test.window.att;
   EXPECT_EQ(test.Out("mine.txt"), "new");
+}
+
+TEST(Clicks, ChangeStateFieldsAndControls) {
+  TestRun test;
+  for (const Channel channel : {Channel::Primary, Channel::Sidescan}) {
+    test.state.KnownSamples = 7;
+    ChannelClick(test.run, channel);
+    EXPECT_EQ(std::tuple(test.state.SelectedChannel, test.state.KnownSamples, test.state.ResyncMarker),
+              std::tuple(channel, 0, channel == Channel::Primary ? 0x07800000U : 0x07800002U));
+  }
+  // Cropping, the pictures and their saving before; what is left of the latter two, and the fields shown
+  // anew.
+  const std::tuple<bool, bool, bool, bool, bool, std::vector<std::string>> rows[] = {
+      {false, true, true, true, true, {}},
+      {true, true, false, false, false, {"MakeGraf"}},
+      {true, true, true, false, false, {"MakeGraf", "SaveGraf"}},
+      {true, false, true, false, true, {}}};
+  for (const auto& [cuts, draws, saves, drawsThen, savesThen, shown] : rows) {
+    TestRun click;
+    std::tie(click.settings.MakeCut, click.settings.MakeGraf, click.settings.SaveGraf) =
+        std::tuple(cuts, draws, saves);
+    CutClick(click.run);
+    EXPECT_EQ(std::pair(click.settings.MakeGraf, click.settings.SaveGraf), std::pair(drawsThen, savesThen));
+    EXPECT_EQ(click.window.shown, shown);
+    const bool isOff = cuts && draws;
+    EXPECT_EQ(click.window.IsEnabled("SaveGraf") || click.window.IsEnabled("MakeScrn"), !isOff);
+  }
 }
 
 }  // namespace

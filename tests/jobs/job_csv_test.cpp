@@ -98,33 +98,25 @@ TEST(JobCsv, Refusals) {
              {Head + "55.1,x,3\n", mismatch}});
 }
 
-TEST(JobCsv, TimesAreTheClockPlusTheRowsTime) {
-  TextRun test;
-  const DateSeconds before = ClockNow();
-  test.ClickOn("a.csv", Head + Row("4105000", "30", "86400500"));
-  const DateSeconds after = ClockNow();
-  const std::string line = test.OutLines("a.plt").at(6);
-  DateSeconds now = before + 86400;
-  while (!line.ends_with(",," + TrackDate(now) + "," + ClockTime(now)) && now <= after + 86400) ++now;
-  EXPECT_LE(now, after + 86400) << line << ": half a second goes to the even one";
-}
-
-TEST(JobCsv, PauseStopAndProgress) {
+// The clock's time and the row's are added; half a second goes to the even one.
+TEST(JobCsv, PauseStopProgressAndTimes) {
   std::string text = Head;
-  for (int i = 1; i <= 350; ++i) text += Row(std::to_string(4105000 + i));
+  for (int i = 1; i <= 350; ++i) text += Row(std::to_string(4105000 + i), "30", "86400500");
   TextRun test;
   test.state.DefectPause = 7;
   test.window.onPump = [&](int pump) {
     if (pump == 2 || pump == 4) PauseClick(test.run);
     if (pump == 5) StopClick(test.run);
   };
-  EXPECT_EQ(test.ClickOn("a.csv", text), Report(201, 201))
-      << "the line reached, and what was selected so far";
+  const DateSeconds before = ClockNow() + 86400;
+  EXPECT_EQ(test.ClickOn("a.csv", text), Report(201, 201)) << "what was selected so far";
   EXPECT_EQ(test.window.waited, 7 + 2 * 70) << "the click waits too; a stop ends a pause";
   EXPECT_EQ(test.window.CountLines(" 56% line 200/351 dot 200"), 1);
-  EXPECT_EQ(test.window.CountLines(" * processing aborted by user"), 1);
-  EXPECT_EQ(test.OutLines("a.txt").size(), 201U);
   EXPECT_EQ(test.Summary(), "stopped 201 201 201 201 2:201/201 a.txt a.plt a.mp");
+  const std::string line = test.OutLines("a.plt").at(6);
+  DateSeconds time = before;
+  while (!line.ends_with(",," + TrackDate(time) + "," + ClockTime(time)) && time < before + 60) ++time;
+  EXPECT_LT(time, before + 60) << line;
 }
 
 TEST(JobCsv, NoWaitForALineThatNobodyCanRead) {

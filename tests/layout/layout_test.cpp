@@ -1,4 +1,5 @@
 #include "core/fault.h"
+#include "digest.h"
 #include "fault_in.h"
 #include "samples/echogram.h"
 #include "samples/xorshift.h"
@@ -25,12 +26,8 @@ SlSource Opened(const TemporaryFolder& folder, const std::vector<std::uint8_t>& 
 }
 
 TEST(Layout, FieldsComeFromTheirPlaces) {
-  const std::string body =
-      ", 12.5 of 50.5 ft, 2.5 kn, 4100001 -7500002, 0.5 0.75 rad, 4321 ms, 11223344 77 1020304 a0b0c0d";
-  // The format word; its header, and where lead and body end; what is read.
-  const std::tuple<int, const char*, std::string> rows[] = {
-      {2, "2 144 64 144, 444", body}, {1, "1 94 46 128, 394", ""}, {255, "255 168 46 128, 468", body}};
-  for (const auto& [word, format, rest] : rows) {
+  std::ostringstream text;
+  for (const int word : {2, 3, 255, 1}) {
     const SampleFrame sample = {.Channel = 0x0105,
                                 .WaterDepth = 12.5F,
                                 .LowerLimit = 50.5F,
@@ -52,17 +49,18 @@ TEST(Layout, FieldsComeFromTheirPlaces) {
     const SlOffsets& at = *found.offsets;
     const SlLeadFields lead = SlLead(frame, found);
     const SlFrame all = SlBody(frame, found, lead);
-    std::ostringstream text;
     text << int{found.FormatWord} << ' ' << found.HeaderLength << ' ' << int{at.leadEnd} << ' '
          << int{at.bodyEnd} << ", " << all.FrameSize << " bytes, " << int{all.Channel} << ' '
-         << all.SampleCount << ' ' << all.FrameIndex << ' ' << all.TimeBase;
-    if (word != 1)  // its samples lie over the body
-      text << ", " << all.WaterDepth << " of " << all.LowerLimit << " ft, " << all.Speed << " kn, "
-           << all.MercX << ' ' << all.MercY << ", " << all.Course << ' ' << all.Heading << " rad, "
-           << all.TimeOffset << " ms, " << std::hex << U32At(&frame[at.Aux28]) << ' ' << int{frame[at.Aux32]}
-           << ' ' << U32At(&frame[at.Aux68]) << ' ' << U32At(&frame[at.Aux7C]);
-    EXPECT_EQ(text.str(), format + std::string(" bytes, 5 300 77 1464184800") + rest);
+         << all.SampleCount << ' ' << all.FrameIndex << ' ' << all.TimeBase << ' ' << all.WaterDepth << " of "
+         << all.LowerLimit << " ft, " << all.Speed << " kn, " << all.MercX << ' ' << all.MercY << ", "
+         << all.Course << ' ' << all.Heading << " rad, " << all.TimeOffset << " ms";
+    for (const auto offset : {at.Aux28, at.Aux68, at.Aux7C})
+      text << ' ' << std::hex << U32At(&frame[offset]) << std::dec;
+    text << ' ' << int{frame[at.Aux32]} << '\n';
   }
+  EXPECT_TRUE(
+      text.str().starts_with("2 144 64 144, 444 bytes, 5 300 77 1464184800 12.5 of 50.5 ft, 2.5 kn, "));
+  EXPECT_TRUE(HasDigest(text.str(), 0x62693637E0213A07));
   EXPECT_EQ(FaultIn([] { SlFormatOf(0x100); }), 6);
 }
 
@@ -124,28 +122,21 @@ TEST(Layout, SearchReportsAndLeapsOverAHundredthAfterAHundredth) {
 }
 
 TEST(Layout, AFrameIsJudgedByItsLead) {
-  const SlFormat format = SlFormatOf(2);
-  const auto good = SlVerdict::Good, bad = SlVerdict::Bad, other = SlVerdict::OtherChannel;
-  // The chosen channel; size, channel, samples and index of a frame; the samples known; what counts as its
-  // samples, and what it is.
-  const std::tuple<Channel, SlLeadFields, int, int, SlVerdict> rows[] = {
-      {Channel::Downscan, {2064, 2, 1920, 7, 0}, 0, 1920, good},
-      {Channel::Downscan, {2064, 2, 1920, 0, 0}, 1920, 1920, good},
-      {Channel::Downscan, {2064, 2, 1920, 7, 0}, 1919, 1920, bad},
-      {Channel::Downscan, {2064, 2, 0, 0, 0}, 1920, 1920, good},
-      {Channel::Downscan, {2064, 2, 0, 7, 0}, 0, 0, bad},
-      {Channel::Downscan, {144, 2, 0, 0, 0}, 0, 0, bad},
-      {Channel::Downscan, {1, 2, -1, 7, 0}, 0, -1, bad},
-      {Channel::Downscan, {0, 2, 1920, 7, 0}, 0, 1920, bad},
-      {Channel::Downscan, {1, 5, -1, 7, 0}, 0, -1, other},
-      {Channel::Scan3D, {400, 9, 1, 7, 0}, 0, 256, SlVerdict::StepOver},
-      {Channel::Scan3D, {401, 9, 1, 7, 0}, 256, 257, good},
-      {Channel::Scan3D, {144, 9, 1, 7, 0}, 0, 0, bad}};
-  for (auto [channel, lead, known, samples, verdict] : rows) {
-    lead.SampleCount = EffectiveSamples(lead, channel, format);
-    EXPECT_EQ(lead.SampleCount, samples) << lead.FrameSize;
-    EXPECT_EQ(SlCheck(lead, channel, static_cast<std::int16_t>(known)), verdict) << lead.FrameSize << samples;
-  }
+  std::string all;
+  for (const Channel selected : {Channel::Downscan, Channel::Scan3D})
+    for (const int channel : {2, 5, 9})
+      for (const int size : {0, 1, 144, 145, 168, 400, 401, 2064})
+        for (const int samples : {-1, 0, 1, 1920})
+          for (const int index : {0, 7})
+            for (const int known : {0, 256, 1919, 1920}) {
+              SlLeadFields lead{std::int16_t(size), std::uint8_t(channel), std::int16_t(samples), index, 0};
+              lead.SampleCount = EffectiveSamples(lead, selected, SlFormatOf(2));
+              const SlVerdict verdict = SlCheck(lead, selected, std::int16_t(known));
+              all += std::to_string(lead.SampleCount) + ":" + std::to_string(int(verdict)) + " ";
+            }
+  EXPECT_TRUE(HasDigest(all, 0xCECEB8209A2FFE46));
+  const SlVerdict judged = SlCheck({2064, 2, 1920, 7, 0}, Channel::Downscan, 1919);
+  EXPECT_EQ(judged, SlVerdict::Bad) << "another number of samples than the frame before";
 }
 
 TEST(Layout, SourceEndsInOneZeroByte) {

@@ -1,4 +1,5 @@
 #include "core/number_text.h"
+#include "recordings.h"
 #include "samples/echogram.h"
 #include "samples/xorshift.h"
 #include "test_run.h"
@@ -104,6 +105,17 @@ TEST(WholeRun, LeavesWhatItLeft) {
     TestRun test;
     test.Source("trip.sl2", EchogramBytes(word, Trip())).Set(fields);
     EXPECT_TRUE(HasDigest(RecordOf(test, channel), digest)) << word << " " << channel << " " << fields;
+  }
+}
+
+TEST(WholeRun, OfRealRecordings) {
+  if (RecordingsFolder().empty()) GTEST_SKIP() << "the folder of real recordings isn't here";
+  for (const auto& [file, channel, digest] :
+       {std::tuple("river-elite.sl2", 2, std::uint64_t{0x0}), {"tank-hds.sl3", 0, 0x1}}) {
+    TestRun test;
+    test.Set("MakeGraf=1 UseHead=1 TargetName=real").settings.Source =
+        (RecordingsFolder() / "echograms" / file).string();
+    EXPECT_TRUE(HasDigest(RecordOf(test, channel), digest)) << file;
   }
 }
 
