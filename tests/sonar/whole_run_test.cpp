@@ -111,7 +111,8 @@ TEST(WholeRun, LeavesWhatItLeft) {
 TEST(WholeRun, OfRealRecordings) {
   if (RecordingsFolder().empty()) GTEST_SKIP() << "the folder of real recordings isn't here";
   for (const auto& [file, channel, digest] :
-       {std::tuple("river-elite.sl2", 2, std::uint64_t{0x0}), {"tank-hds.sl3", 0, 0x1}}) {
+       {std::tuple("river-elite.sl2", 2, std::uint64_t{0x6E58BB7808950A84}),
+        {"tank-hds.sl3", 0, 0xF03E90FA95C7D5F3}}) {
     TestRun test;
     test.Set("MakeGraf=1 UseHead=1 TargetName=real").settings.Source =
         (RecordingsFolder() / "echograms" / file).string();
