@@ -72,6 +72,7 @@ TEST_F(WindowTest, AClosingOrAKeyInTheFirstWaitStopsTheRun) {
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   qputenv("QT_SCALE_FACTOR", "2");  // so that places and the pictures' device pixels differ
+  qunsetenv("QT_FONT_DPI");         // which is another scale
   testing::InitGoogleTest(&argc, argv);
   QApplication application(argc, argv);
   QApplication::setFont(QFont("DejaVu Sans"));  // whatever this machine prefers
