@@ -15,16 +15,6 @@ std::string Counted(std::uint64_t count, std::string_view what) {
   return std::to_string(count) + " " + std::string(what);
 }
 
-std::string PassedOverText(const PassedOverCounts& counts) {
-  std::string text;
-  for (std::size_t i = 0; i < counts.size(); ++i) {
-    if (counts[i] == 0) continue;
-    text +=
-        (text.empty() ? "passed over: " : ", ") + Counted(counts[i], NameOf(static_cast<PassedOver>(i)).text);
-  }
-  return text;
-}
-
 std::string FatesText(const FateCounts& fates) {
   std::string text;
   for (std::size_t i = 0; i < fates.size(); ++i) {
@@ -70,7 +60,8 @@ std::string LineOf(const SourceAccount& account, const ChartRun& run) {
   if (const std::string parts = PartsText(account, run); !parts.empty()) Join(line, parts);
   for (const std::string& sentence : account.takenFor) Join(line, sentence);
   for (const std::string& sentence : account.remarks) Join(line, sentence);
-  Join(line, PassedOverText(account.passedOver));
+  const std::string passedOver = CountsText(account.passedOver);
+  if (!passedOver.empty()) Join(line, "passed over: " + passedOver);
   return line;
 }
 
@@ -90,6 +81,15 @@ void AddFolderLines(const ChartRun& run, std::vector<ChartLine>& lines) {
 }
 
 }  // namespace
+
+std::string CountsText(const PassedOverCounts& counts) {
+  std::string text;
+  for (std::size_t i = 0; i < counts.size(); ++i) {
+    if (counts[i] == 0) continue;
+    text += (text.empty() ? "" : ", ") + Counted(counts[i], NameOf(static_cast<PassedOver>(i)).text);
+  }
+  return text;
+}
 
 std::string TimeText(double seconds) {
   if (!(std::abs(seconds) <= LatestTime)) return "?";

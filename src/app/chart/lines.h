@@ -1,5 +1,7 @@
 #pragma once
 
+#include "sounders/reading.h"
+
 #include <string>
 #include <vector>
 
@@ -15,6 +17,9 @@ struct ChartLine {
 
 // One for each source in their order, one for the fates in total, one for each file made or not made.
 std::vector<ChartLine> ChartLines(const ChartRun& run);
+
+// "3 bad rows, 1 cut at the end"; empty where nothing was passed over.
+std::string CountsText(const PassedOverCounts& counts);
 
 // "2021-05-15 07:29:00", UTC, from seconds since 1970.
 std::string TimeText(double seconds);

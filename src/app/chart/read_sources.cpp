@@ -1,5 +1,6 @@
 #include "app/chart/read_sources.h"
 
+#include "app/chart/lines.h"
 #include "app/chart/parallel.h"
 #include "app/chart/progress.h"
 #include "app/interrupt.h"
@@ -27,16 +28,6 @@ std::string ProblemNow(const ChartSource& source) {
   }
 }
 
-std::string CountsText(const PassedOverCounts& counts) {
-  std::string text;
-  for (std::size_t i = 0; i < counts.size(); ++i) {
-    if (counts[i] == 0) continue;
-    text += (text.empty() ? ": " : ", ") + std::to_string(counts[i]) + " " +
-            std::string(NameOf(static_cast<PassedOver>(i)).text);
-  }
-  return text;
-}
-
 // Throws EndAsked, and what is no fault of the source.
 void ReadOne(const ChartSource& source, const ReadOptions& options, const ReadWatch& watch,
              SourceReading& result) {
@@ -58,7 +49,9 @@ void ReadOne(const ChartSource& source, const ReadOptions& options, const ReadWa
   }
   std::erase_if(result.reading.trips, [](const TripReading& trip) { return trip.soundings.empty(); });
   for (TripReading& trip : result.reading.trips) trip.soundings.Finish();
-  if (result.reading.trips.empty()) result.problem = "no soundings" + CountsText(result.reading.passedOver);
+  if (!result.reading.trips.empty()) return;
+  const std::string passedOver = CountsText(result.reading.passedOver);
+  result.problem = "no soundings" + (passedOver.empty() ? "" : ": " + passedOver);
 }
 
 }  // namespace

@@ -99,6 +99,7 @@ std::string ReportText(const ChartRun& run) {
   }
   Json total = {{"read", read}, {"left_out", leftOut}};
   AddAccount(sum, total);
+  total["remarks"] = run.remarks;
   const Json report = {
       {"program", "sondrix-chart"}, {"version", SONDRIX_VERSION},    {"options", OptionsObject(run.options)},
       {"total", std::move(total)},  {"sources", std::move(sources)}, {"unknown_files", std::move(unknown)},
