@@ -32,6 +32,7 @@ Stretches CleanTrip(Trip& trip) {
 
 void CleanOff(Trip& trip) {
   MarkWithoutPosition(trip.soundings);
+  BeginLines(trip.soundings);
   MarkWithoutDepth(trip.soundings);
 }
 

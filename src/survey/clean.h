@@ -33,6 +33,7 @@ Stretches CleanTrip(Trip& trip);
 void CleanByCrossings(Survey& survey, std::span<const Stretches> stretches);
 
 // What --clean off does: all with a position and a depth above 0 is used, the rest is no-position or blind.
+// Lines begin as in CleanTrip.
 void CleanOff(Trip& trip);
 
 }  // namespace sondrix

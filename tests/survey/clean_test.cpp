@@ -84,6 +84,9 @@ TEST(Clean, WithoutPositionOrDepth) {
   CleanOff(off);
   EXPECT_EQ(FatesOf(cleaned.soundings), "ubbbunnnu");
   EXPECT_EQ(FatesOf(off.soundings), "ubbbunnnu");
+  off.soundings.Add(SoundingAt(100, 0, 5));
+  CleanOff(off);
+  EXPECT_TRUE(off.soundings[9].beginsLine && !off.soundings[8].beginsLine);
 }
 
 TEST(Clean, TheSmallestDepthIsBlindWhereItIsHeld) {
