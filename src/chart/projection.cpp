@@ -76,7 +76,9 @@ Transform ToPlane(const std::string& crs) {
 
 Transform ToDegrees(const std::string& crs) {
   Context context = MakeContext();
-  SystemOf(context, crs);
+  // What has a height alone would take the numbers for degrees.
+  if (proj_get_type(SystemOf(context, crs).get()) == PJ_TYPE_VERTICAL_CRS)
+    throw CantProject(crs + " holds no longitude and latitude, only heights");
   return MakeTransform(std::move(context), crs, PJ_INV);
 }
 

@@ -4,15 +4,20 @@
 #include "core/files.h"
 
 #include <array>
+#include <chrono>
 #include <cmath>
+#include <condition_variable>
 #include <cpl_conv.h>
 #include <cpl_error.h>
 #include <gdal.h>
 #include <iterator>
 #include <memory>
+#include <mutex>
 #include <ogr_api.h>
 #include <ogr_srs_api.h>
+#include <stop_token>
 #include <string_view>
+#include <thread>
 
 namespace sondrix {
 namespace {
@@ -95,6 +100,24 @@ std::string DateText(double date) {
 // The 64-bit float nearest to the millimetre that a 32-bit one holds.
 double Millimetres(float metres) { return std::round(static_cast<double>(metres) * 1000) / 1000; }
 
+// While it lives, a statement of the data set fails when the run is to end: one of SQL takes seconds.
+class SqlWatch {
+ public:
+  SqlWatch(GDALDatasetH dataset, const ExportRun& run)
+      : thread_([this, dataset, &run](const std::stop_token& stop) {
+          constexpr std::chrono::milliseconds pause(50);
+          std::unique_lock lock(mutex_);
+          while (!isStopped_.wait_for(lock, stop, pause, [&stop] { return stop.stop_requested(); })) {
+            if (run.isToEnd && run.isToEnd()) GDALDatasetAbortSQL(dataset);
+          }
+        }) {}
+
+ private:
+  std::mutex mutex_;
+  std::condition_variable_any isStopped_;
+  std::jthread thread_;
+};
+
 class Geopackage {
  public:
   Geopackage(const std::string& path, const GdalMessages& messages) : messages_(messages) {
@@ -109,8 +132,12 @@ class Geopackage {
     if (GDALDatasetStartTransaction(dataset_.get(), 0) != OGRERR_NONE) messages_.Throw();
   }
 
+  // Its index of places is made by Close alone: GDAL would make it of a file that is given up too, which
+  // takes longer than the features.
   OGRLayerH AddLayer(const char* name, OGRwkbGeometryType geometry, std::span<const Column> columns) {
-    const OGRLayerH layer = GDALDatasetCreateLayer(dataset_.get(), name, reference_.get(), geometry, nullptr);
+    const char* const layerOptions[] = {"SPATIAL_INDEX=NO", nullptr};
+    const OGRLayerH layer =
+        GDALDatasetCreateLayer(dataset_.get(), name, reference_.get(), geometry, layerOptions);
     if (layer == nullptr) messages_.Throw();
     for (const Column& column : columns) {
       const OGRFieldDefnH field = OGR_Fld_Create(column.name, column.type);
@@ -127,7 +154,18 @@ class Geopackage {
   }
 
   // All is in the file.
-  void Close() {
+  void Close(const ExportRun& run) {
+    for (int i = 0; i < GDALDatasetGetLayerCount(dataset_.get()); ++i) {
+      const OGRLayerH layer = GDALDatasetGetLayer(dataset_.get(), i);
+      const std::string sql = std::string("SELECT CreateSpatialIndex('") + OGR_L_GetName(layer) + "', '" +
+                              OGR_L_GetGeometryColumn(layer) + "')";
+      const SqlWatch watch(dataset_.get(), run);
+      const OGRLayerH result = GDALDatasetExecuteSQL(dataset_.get(), sql.c_str(), nullptr, nullptr);
+      if (result != nullptr) GDALDatasetReleaseResultSet(dataset_.get(), result);
+      run.EndIfAsked();
+      messages_.ThrowIfFailed();
+    }
+    run.EndIfAsked();
     if (GDALDatasetCommitTransaction(dataset_.get()) != OGRERR_NONE) messages_.Throw();
     dataset_.reset();
     messages_.ThrowIfFailed();
@@ -245,7 +283,7 @@ void WriteGeopackage(const Survey& survey, const ExportRun& run, double date, co
   Geopackage file(path, messages);
   AddSoundings(file, survey, run);
   AddTracks(file, survey, run);
-  file.Close();
+  file.Close(run);
 }
 
 }  // namespace sondrix

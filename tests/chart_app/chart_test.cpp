@@ -122,9 +122,12 @@ TEST_F(Chart, LinesAndStatusOfACall) {
       {"--source-units yd a.gpx", 2, "", "yd"},
       {"--source-crs 4326 a.gpx", 2, "", "--source-crs takes EPSG:n, not \"4326\""},
       {"--source-crs EPSG:1 a.gpx", 2, "", "EPSG:1 is no coordinate system that is known\n"},
+      {"--source-crs EPSG:5773 a.gpx", 2, "", "only heights\n"},
       {"--crs EPSG:4326 a.gpx", 2, "", "EPSG:4326 is no projection in metres\n"},
       {"--zone Atlantis a.gpx", 2, "", "--zone takes a name"},
       {"-j 0 a.gpx", 2, "", "0"},
+      {"--zone \"\" a.gpx", 2, "", "--zone: nothing is given\n"},
+      {"--report \"\" a.gpx", 2, "", "--report: nothing is given\n"},
       {"-o a.gpx a.gpx", 2, "", "a.gpx: is a source and an output\n"},
       {"-o b.csv -o ./b.csv a.gpx", 2, "", "./b.csv: two outputs would take the same place\n"},
       {"-o b.csv --report b.csv.part a.gpx", 2, "", "two outputs"},
@@ -176,6 +179,9 @@ TEST_F(Chart, ItsOwnTableIsReadBack) {
   // Beside what it was made of it is one too many.
   const Called both = Call("x.csv trips a.gpx");
   EXPECT_NE(both.out.find("\n90 soundings: 90 used\n"), std::string::npos) << both.out;
+  // What is left out leaves no trace in the names of the others.
+  Call("a.gpx trips x.csv -o z.csv");
+  EXPECT_TRUE(folder_.Read("z.csv") == folder_.Read("x.csv"));
 }
 
 TEST_F(Chart, CoordinatesAndTimesAsTheUserSays) {

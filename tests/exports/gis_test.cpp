@@ -5,6 +5,7 @@
 #include "exports/made_survey.h"
 #include "temporary_folder.h"
 
+#include <atomic>
 #include <cpl_conv.h>
 #include <gdal.h>
 #include <gtest/gtest.h>
@@ -107,6 +108,13 @@ TEST(Geopackage, HoldsSoundingsAndTracks) {
             "-34 179.99999999 0 - south 0 used POINT (179.99999999 -34)\n");
   EXPECT_EQ(LayerText(dataset.get(), "tracks"),
             "south MULTILINESTRING ((-180 -0.00000001,179.99999999 -33,179.99999999 -34))\n");
+  const OGRLayerH indexed =
+      GDALDatasetExecuteSQL(dataset.get(), "SELECT count(*) FROM rtree_soundings_geom", nullptr, nullptr);
+  ASSERT_NE(indexed, nullptr);
+  const OGRFeatureH count = OGR_L_GetNextFeature(indexed);
+  EXPECT_EQ(OGR_F_GetFieldAsInteger(count, 0), 6);
+  OGR_F_Destroy(count);
+  GDALDatasetReleaseResultSet(dataset.get(), indexed);
   // The day of the run leaves no trace, and nothing but the file is left.
   write("b.gpkg");
   EXPECT_TRUE(folder.Read("a.gpkg") == folder.Read("b.gpkg"));
@@ -115,6 +123,12 @@ TEST(Geopackage, HoldsSoundingsAndTracks) {
 
   EXPECT_THROW(WriteGeopackage(survey, {}, 0, folder.Path("none/c.gpkg")), CantExport);
   EXPECT_THROW(WriteGeopackage(survey, {.isToEnd = [] { return true; }}, 0, folder.Path("d.gpkg")), EndAsked);
+  // All soundings and tracks are written, and the index isn't: a file that is given up gets none.
+  std::atomic<int> asked = 0;
+  const int asks = 2 * static_cast<int>(survey.trips.size());
+  EXPECT_THROW(WriteGeopackage(survey, {.isToEnd = [&] { return ++asked > asks; }}, 0, folder.Path("d.gpkg")),
+               EndAsked);
+  EXPECT_EQ(folder.Read("d.gpkg").find("CREATE VIRTUAL TABLE"), std::string::npos);
 }
 
 }  // namespace

@@ -38,8 +38,12 @@ void MakeNamesDiffer(std::vector<Trip>& trips) {
   }
 }
 
+// What is kept gets the name that it has without the rest.
 void LeaveRepeatsOut(ChartRun& run) {
   std::vector<Trip>& trips = run.survey.trips;
+  std::vector<std::string> names;
+  for (const Trip& trip : trips) names.push_back(trip.name);
+  MakeNamesDiffer(trips);
   const std::vector<RepeatedTrip> repeats = FindRepeatedTrips(run.survey);
   std::vector<Trip> kept;
   auto repeat = repeats.begin();
@@ -52,11 +56,13 @@ void LeaveRepeatsOut(ChartRun& run) {
         ++repeat;
       } else {
         kept.push_back(std::move(trips[t]));
+        kept.back().name = std::move(names[t]);
       }
     }
     account.tripCount = kept.size() - account.firstTrip;
   }
   trips = std::move(kept);
+  MakeNamesDiffer(trips);
 }
 
 }  // namespace
@@ -92,7 +98,6 @@ void Assemble(std::span<const ChartSource> sources, std::vector<SourceReading>& 
     }
     run.sources.push_back(std::move(account));
   }
-  MakeNamesDiffer(trips);
   LeaveRepeatsOut(run);
   for (std::size_t t = 0; t < trips.size(); ++t) trips[t].journey = static_cast<std::uint32_t>(t);
 }

@@ -138,7 +138,10 @@ ParsedChartOptions ParseChartOptions(std::span<const std::string> arguments) {
   ChartOptions options;
   Texts texts;
   const auto add = [&](const char* names, auto& value, const char* type, const char* meaning) {
-    return app.add_option(names, value, meaning)->type_name(type);
+    return app.add_option(names, value, meaning)
+        ->type_name(type)
+        ->check(CLI::Validator(
+            [](const std::string& text) { return text.empty() ? "nothing is given" : std::string(); }, ""));
   };
   const auto choice = [&](const char* names, std::string& value, const char* type,
                           std::vector<std::string> values, const char* meaning) {
