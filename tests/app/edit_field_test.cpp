@@ -15,7 +15,8 @@ TEST(EditField, TakesWhatAUserCouldSet) {
       {"UseUTM", "2", bad, "0"},     {"EhoSens", "-100", done, "-100"}, {"EhoSens", "50", done, "50"},
       {"EhoSens", "51", bad, "0"},   {"EhoSens", "-101", bad, "0"},     {"EhoSens", "1x", bad, "0"},
       {"UseTyp", "5", done, "5"},    {"UseTyp", "1", bad, "2"},         {"boxLang", "DEU", done, "DEU"},
-      {"boxLang", "deu", bad, ""},   {"MakeGraf", "0", done, "0"},      {"Source", "a b", done, "a b"}};
+      {"boxLang", "deu", bad, ""},   {"MakeGraf", "0", done, "0"},      {"ViewOzi", "1", done, "0"},
+      {"Source", "a b", done, "a b"}};
   for (const auto& [name, value, result, held] : rows) {
     TestWindow window;
     Session session(window);

@@ -52,6 +52,7 @@ TEST(SourceSummary, TellsChannelsIndicesTimesAndDepths) {
 
 TEST(SourceSummary, DamagesAreSteppedOver) {
   const TemporaryFolder folder;
+  EXPECT_EQ(SummaryOf(folder, EchogramBytes(2, {})), "8 bytes: 0");
   std::string all;
   for (const Damage& damage : Damages()) {
     const std::string text = SummaryOf(folder, damage.Apply(CleanEchogram(damage.FormatWord)));
