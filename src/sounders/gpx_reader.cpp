@@ -122,7 +122,7 @@ void ReadGpx(std::string_view path, const ReadOptions& options, const ReadWatch&
       reading.PassOver(PassedOver::DamagedBytes, static_cast<std::uint64_t>(next - from));
     begin = next;
   }
-  if (blocks.HasChanged()) throw Fault(FaultNumber::DeviceIo);
+  if (blocks.HasChanged()) throw ChangedMeanwhile();
   trip.soundings.Finish();
   points.Finish(firstDamage);
 }

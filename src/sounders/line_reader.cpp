@@ -15,7 +15,7 @@ LineReader::LineReader(std::string_view path, const ReadWatch& watch, std::size_
 
 bool LineReader::Fill() {
   if (offset_ >= file_.Length()) {
-    if (file_.HasChanged()) throw Fault(FaultNumber::DeviceIo);
+    if (file_.HasChanged()) throw ChangedMeanwhile();
     return false;
   }
   if (end_ - begin_ > MaxLine && !isPassing_) {

@@ -24,8 +24,8 @@ class LineReader {
   LineReader(std::string_view path, const ReadWatch& watch, std::size_t blockSize = DefaultBlock);
 
   // The next line without its end, valid until the next call; none behind the last. The last line may have no
-  // end. EndAsked when the watch says so; fault 62 when the file turns out shorter than it was, fault 57 at
-  // its end when it was changed meanwhile.
+  // end. EndAsked when the watch says so; fault 62 when the file turns out shorter than it was,
+  // ChangedMeanwhile at its end.
   std::optional<std::string_view> Next();
 
   std::uint64_t LongLines() const { return longLines_; }

@@ -69,6 +69,12 @@ class CantRead : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+// The file isn't any more what it was when it was opened.
+class ChangedMeanwhile : public CantRead {
+ public:
+  ChangedMeanwhile() : CantRead("it was changed while it was read") {}
+};
+
 // What goes on while sources are read, in any thread.
 struct ReadWatch {
   std::function<bool()> isToEnd;              // asked before each read; then EndAsked is thrown

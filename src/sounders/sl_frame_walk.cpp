@@ -140,7 +140,7 @@ bool SlFrameWalk::Next() {
     if (!found) {
       EndAt(std::min(expected, source_.FileLength()));
       TellProgress(source_.FileLength());
-      if (source_.HasChanged()) throw Fault(FaultNumber::DeviceIo);
+      if (source_.HasChanged()) throw ChangedMeanwhile();
       return false;
     }
     at = *found;

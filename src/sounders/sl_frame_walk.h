@@ -39,7 +39,7 @@ class SlFrameWalk {
   const SlFormat& Format() const { return format_; }
 
   // Goes to the first or next frame; false behind the last. EndAsked when the watch says so; faults of
-  // SlSource, and 57 where the file was changed meanwhile.
+  // SlSource, and ChangedMeanwhile.
   bool Next();
   SlFrame Frame() const { return frame_; }
   std::uint32_t Clock() const { return static_cast<std::uint32_t>(frame_.TimeBase); }

@@ -63,6 +63,8 @@ class Chart : public testing::Test {
     folder_.Write("trips/.hidden.gpx", TrackText(20, 30));
     folder_.Write("trips/notes.bin", std::string("\0\1\2\3", 4));
     folder_.Write("empty.csv", "");
+    fs::create_directory(folder_.Path("trips/d.csv"));
+    fs::create_symlink("ring.gpx", folder_.Path("ring.gpx"));
     folder_.Write("bare.gpx", "<gpx version=\"1.1\"><wpt lat=\"1\" lon=\"1\"></wpt></gpx>");
   }
   ~Chart() override { fs::current_path(before_); }
@@ -91,8 +93,8 @@ TEST_F(Chart, LinesAndStatusOfACall) {
       {"-o x.csv a.gpx", 0, "\nx.csv: "},
       {"-o X.XYZ -o x.gpkg -o x.gpx a.gpx", 0, " bytes, EPSG:32637\nx.gpkg: "},
       {"--crs epsg:25837 -o y.xyz a.gpx", 0, " bytes, EPSG:25837\n"},
-      {"trips", 0, "trips/2021/a.gpx: GPX, 20 soundings", "trips: 1 files left out that no reader knows\n"},
-      {"trips a.gpx trips", 0, "\n90 soundings: 90 used\n", "trips: 1 files left out that no reader knows\n"},
+      {"trips", 0, "trips/2021/a.gpx: GPX, 20 soundings", "trips: 1 file left out that no reader knows\n"},
+      {"trips a.gpx trips", 0, "\n90 soundings: 90 used\n", "trips: 1 file left out that no reader knows\n"},
       {"a.gpx ./a.gpx", 0, "\n40 soundings: 40 used\n", "./a.gpx: left out, it is given twice\n"},
       {"copy.gpx a.gpx", 0,
        "copy.gpx: GPX, 40 soundings, 40 used, 2021-05-15 07:00:00 to 2021-05-15 07:00:39 UTC"},
@@ -104,8 +106,10 @@ TEST_F(Chart, LinesAndStatusOfACall) {
        "sondrix-chart: none.sl2: File not found\nsondrix-chart: empty.csv: it is empty\nsondrix-chart: "
        "bare.gpx: "},
       {"--clean off --offset 30,-100 --draft +20 -o c.csv a.gpx -j 3", 0, "40 used"},
-      {"-o d.csv -o none/e.csv a.gpx", 1, "d.csv: ", "none/e.csv: not made: Path not found\n"},
+      {"-o d.csv -o none/e.csv a.gpx", 1, "d.csv: ", "none/e.csv: not made: its folder is missing\n"},
       {"-o none/e.gpkg a.gpx", 1, "", "none/e.gpkg: not made: "},
+      {"-o trips/d.csv a.gpx", 1, "", "trips/d.csv: not made: a folder stands there\n"},
+      {"a.gpx ring.gpx", 1, "", "ring.gpx: it is no file\n"},
       {"-o f.csv empty.csv", 1, "0 soundings", "f.csv: not made: there are no soundings\n"},
       // Wrong usage: nothing is read.
       {"", 2, "", "no source is given"},
@@ -141,8 +145,9 @@ TEST_F(Chart, LinesAndStatusOfACall) {
   }
   // Moved a metre to the south, some to the east, and deeper.
   EXPECT_EQ(folder_.Read("c.csv").substr(49, 51), "55.49999102,37.20000475,5.2,1621062000,a.gpx,5,used");
-  EXPECT_EQ(Names(""), (std::set<std::string>{"X.XYZ", "a.gpx", "bare.gpx", "c.csv", "copy.gpx", "d.csv",
-                                              "empty.csv", "trips", "x.csv", "x.gpkg", "x.gpx", "y.xyz"}));
+  EXPECT_EQ(Names(""),
+            (std::set<std::string>{"X.XYZ", "a.gpx", "bare.gpx", "c.csv", "copy.gpx", "d.csv", "empty.csv",
+                                   "ring.gpx", "trips", "x.csv", "x.gpkg", "x.gpx", "y.xyz"}));
 }
 
 TEST_F(Chart, TextsThatAreAskedFor) {

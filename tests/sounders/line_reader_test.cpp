@@ -66,7 +66,7 @@ TEST(LineReader, AFileThatChangesAndAnEndThatIsAskedFor) {
   LineReader cut(path, watch, 4), grown(path, watch, 4), ended(path, watch, 4);
   for (LineReader* reader : {&cut, &grown, &ended}) ASSERT_EQ(reader->Next(), "one");
   std::filesystem::resize_file(path, 20);
-  EXPECT_THROW(LinesOf(grown), Fault);
+  EXPECT_THROW(LinesOf(grown), ChangedMeanwhile);
   std::filesystem::resize_file(path, 5);
   EXPECT_THROW(LinesOf(cut), Fault);
   isToEnd = true;

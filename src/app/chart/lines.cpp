@@ -11,8 +11,16 @@ namespace {
 
 constexpr double LatestTime = 253402300799;  // the last second of the year 9999
 
+// "2 bad rows", "1 bad row": one has no "s" at the end of the first word with one.
 std::string Counted(std::uint64_t count, std::string_view what) {
-  return std::to_string(count) + " " + std::string(what);
+  std::string words(what);
+  const auto isEnd = [](char c) { return c < 'a' || c > 'z'; };
+  for (std::size_t i = 0; count == 1 && i < words.size(); ++i) {
+    if (words[i] != 's' || (i + 1 < words.size() && !isEnd(words[i + 1]))) continue;
+    words.erase(i, 1);
+    break;
+  }
+  return std::to_string(count) + " " + words;
 }
 
 std::string FatesText(const FateCounts& fates) {

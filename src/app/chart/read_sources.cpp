@@ -2,6 +2,7 @@
 
 #include "app/chart/lines.h"
 #include "app/chart/parallel.h"
+#include "app/chart/problem_words.h"
 #include "app/chart/progress.h"
 #include "app/interrupt.h"
 #include "app/places.h"
@@ -23,8 +24,7 @@ std::string ProblemNow(const ChartSource& source) {
   } catch (...) {
     const Fault fault = CaughtFault();
     const bool isChange = LengthOfFile(source.path) != source.length;
-    return isChange && source.length > 0 ? "it was changed while it was read"
-                                         : std::string(fault.Description());
+    return isChange && source.length > 0 ? "it was changed while it was read" : SourceProblem(fault);
   }
 }
 

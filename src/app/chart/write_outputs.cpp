@@ -2,6 +2,7 @@
 
 #include "app/chart/chart_run.h"
 #include "app/chart/gis_library.h"
+#include "app/chart/problem_words.h"
 #include "app/chart/progress.h"
 #include "app/chart/report.h"
 #include "app/interrupt.h"
@@ -87,7 +88,7 @@ class Pending {
     } catch (const CantProject& reason) {
       account_.problem = reason.what();
     } catch (...) {
-      account_.problem = CaughtFault().Description();
+      account_.problem = OutputProblem(CaughtFault());
     }
   }
 
