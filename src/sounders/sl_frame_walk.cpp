@@ -1,7 +1,6 @@
 #include "sounders/sl_frame_walk.h"
 
 #include "core/channel.h"
-#include "core/fault.h"
 #include "sonar/layout/words.h"
 #include "sounders/reading.h"
 
