@@ -13,8 +13,11 @@ namespace sondrix {
 std::span<const SounderFormat> SounderFormats() {
   // From what is certain of itself to what any text could be.
   static constexpr SounderFormat formats[] = {
-      {"SL2", IsSl2, ReadSl},  {"SL3", IsSl3, ReadSl},        {"NMEA 0183", IsNmeaLog, ReadNmeaLog},
-      {"GPX", IsGpx, ReadGpx}, {"table", IsTable, ReadTable},
+      {"SL2", IsSl2, ReadSl},
+      {"SL3", IsSl3, ReadSl},
+      {"NMEA 0183", IsNmeaLog, ReadNmeaLog},
+      {"GPX", IsGpx, ReadGpx},
+      {"table", IsTable, ReadTable, true},
   };
   return formats;
 }

@@ -23,6 +23,7 @@ struct SounderFormat {
   bool (*recognises)(const SourceHead& head);
   // Faults as of the operating system; CantRead where nothing of use is in it; EndAsked.
   void (*read)(std::string_view path, const ReadOptions& options, const ReadWatch& watch, Reading& reading);
+  bool isGuess = false;  // other texts look like it too: that it can't be read need not mean a damage
 };
 std::span<const SounderFormat> SounderFormats();
 

@@ -63,6 +63,9 @@ class Chart : public testing::Test {
     folder_.Write("trips/.hidden.gpx", TrackText(20, 30));
     folder_.Write("trips/notes.bin", std::string("\0\1\2\3", 4));
     folder_.Write("empty.csv", "");
+    fs::create_directory(folder_.Path("more"));
+    folder_.Write("more/prices.csv", "bait,hook\n1,2\n3,4\n5,6\n");
+    folder_.Write("more/t.gpx", TrackText(40, 0));
     fs::create_directory(folder_.Path("trips/d.csv"));
     fs::create_symlink("ring.gpx", folder_.Path("ring.gpx"));
     folder_.Write("bare.gpx", "<gpx version=\"1.1\"><wpt lat=\"1\" lon=\"1\"></wpt></gpx>");
@@ -102,6 +105,9 @@ TEST_F(Chart, LinesAndStatusOfACall) {
        "copy.gpx: GPX, 40 soundings; left out: the same soundings as a.gpx\n40 soundings: 40 used\n"},
       {"-v trips", 0, "", "trips/notes.bin: neither a recording nor a log or a table of soundings\n"},
       // One that can't be read doesn't hold up the rest.
+      // Another program's table is no fault in a folder, but one of its own.
+      {"more", 0, "\n40 soundings: 40 used\n", "more/prices.csv: no columns are"},
+      {"more/prices.csv a.gpx", 1, "\n40 soundings: 40 used\n", "more/prices.csv: no columns are"},
       {"a.gpx none.sl2 empty.csv bare.gpx trips/b.gpx", 1, "\n70 soundings: 70 used\n",
        "sondrix-chart: none.sl2: File not found\nsondrix-chart: empty.csv: it is empty\nsondrix-chart: "
        "bare.gpx: "},
@@ -128,6 +134,7 @@ TEST_F(Chart, LinesAndStatusOfACall) {
       {"--source-crs EPSG:1 a.gpx", 2, "", "EPSG:1 is no coordinate system that is known\n"},
       {"--source-crs EPSG:5773 a.gpx", 2, "", "only heights\n"},
       {"--crs EPSG:4326 a.gpx", 2, "", "EPSG:4326 is no projection in metres\n"},
+      {"--columns lat,lon,fish a.gpx", 2, "", "--columns: \"fish\" is no name of a column\n"},
       {"--zone Atlantis a.gpx", 2, "", "--zone takes a name"},
       {"-j 0 a.gpx", 2, "", "0"},
       {"--zone \"\" a.gpx", 2, "", "--zone: nothing is given\n"},
@@ -147,7 +154,7 @@ TEST_F(Chart, LinesAndStatusOfACall) {
   EXPECT_EQ(folder_.Read("c.csv").substr(49, 51), "55.49999102,37.20000475,5.2,1621062000,a.gpx,5,used");
   EXPECT_EQ(Names(""),
             (std::set<std::string>{"X.XYZ", "a.gpx", "bare.gpx", "c.csv", "copy.gpx", "d.csv", "empty.csv",
-                                   "ring.gpx", "trips", "x.csv", "x.gpkg", "x.gpx", "y.xyz"}));
+                                   "more", "ring.gpx", "trips", "x.csv", "x.gpkg", "x.gpx", "y.xyz"}));
 }
 
 TEST_F(Chart, TextsThatAreAskedFor) {

@@ -83,6 +83,7 @@ void Assemble(std::span<const ChartSource> sources, std::vector<SourceReading>& 
     account.source = sources[i];
     account.kind = readings[i].kind;
     account.problem = readings[i].problem;
+    account.isGuess = readings[i].isGuess;
     account.takenFor = std::move(reading.takenFor);
     account.remarks = std::move(reading.remarks);
     account.passedOver = reading.passedOver;

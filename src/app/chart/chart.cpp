@@ -60,9 +60,8 @@ ReadOptions ReadOptionsOf(const ChartRun& run) {
 }
 
 bool IsAllWell(const ChartRun& run) {
-  return std::all_of(
-             run.sources.begin(), run.sources.end(),
-             [](const SourceAccount& source) { return source.problem.empty() || source.IsPassed(); }) &&
+  return std::none_of(run.sources.begin(), run.sources.end(),
+                      [](const SourceAccount& source) { return source.IsFailed(); }) &&
          std::all_of(run.outputs.begin(), run.outputs.end(),
                      [](const OutputAccount& output) { return output.problem.empty(); });
 }
@@ -71,7 +70,7 @@ bool IsAllWell(const ChartRun& run) {
 bool AllFoldersGave(const ChartRun& run) {
   for (std::size_t f = 0; f < run.folders.size(); ++f) {
     const bool gave = std::any_of(run.sources.begin(), run.sources.end(), [f](const SourceAccount& source) {
-      return source.source.folder == f && !source.IsPassed();
+      return source.source.folder == f && !source.IsPassed() && !source.isGuess;
     });
     if (!gave && !run.folders[f].isTakenBefore) return false;
   }

@@ -24,6 +24,7 @@ struct SourceAccount {
   ChartSource source;
   std::string kind;                   // empty: no reader knows it
   std::string problem;                // why it gave nothing; empty: it was read
+  bool isGuess = false;               // of SourceReading
   std::vector<LeftOutTrip> leftOut;   // of its trips
   std::vector<std::string> takenFor;  // of Reading, and so are the next two
   std::vector<std::string> remarks;
@@ -33,6 +34,8 @@ struct SourceAccount {
 
   // A folder's file that no reader knows is no fault of anybody.
   bool IsPassed() const { return kind.empty() && source.folder; }
+  // Nor is another program's text in a folder; it has its line all the same.
+  bool IsFailed() const { return !problem.empty() && !IsPassed() && !(isGuess && source.folder); }
 };
 
 struct TripAccount {

@@ -2,6 +2,7 @@
 
 #include "app/exit_status.h"
 #include "core/text.h"
+#include "sounders/table_names.h"
 #include "sounders/zone.h"
 
 #include <CLI/CLI.hpp>
@@ -91,7 +92,11 @@ std::string Settle(const Texts& texts, ChartOptions& options) {
     options.outputs.push_back({path, *kind});
   }
   if (!texts.columns.empty()) {
-    for (const std::string_view name : SplitAtCommas(texts.columns)) options.columns.emplace_back(name);
+    for (const std::string_view name : SplitAtCommas(texts.columns)) {
+      if (ColumnNameOf(name).meaning == Meaning::Unknown)
+        return "--columns: " + Quoted(name) + " is no name of a column";
+      options.columns.emplace_back(name);
+    }
   }
   for (const auto& [text, code, option] : {std::tuple(&texts.sourceCrs, &options.sourceCrs, "--source-crs"),
                                            std::tuple(&texts.crs, &options.crs, "--crs")}) {

@@ -19,8 +19,6 @@ namespace {
 std::string ProblemNow(const ChartSource& source) {
   try {
     throw;
-  } catch (const CantRead& reason) {
-    return reason.what();
   } catch (...) {
     const Fault fault = CaughtFault();
     const bool isChange = LengthOfFile(source.path) != source.length;
@@ -31,8 +29,9 @@ std::string ProblemNow(const ChartSource& source) {
 // Throws EndAsked, and what is no fault of the source.
 void ReadOne(const ChartSource& source, const ReadOptions& options, const ReadWatch& watch,
              SourceReading& result) {
+  const SounderFormat* format = nullptr;
   try {
-    const SounderFormat* const format = Recognise(source.path);
+    format = Recognise(source.path);
     if (format == nullptr) {
       result.problem =
           source.length == 0 ? "it is empty" : "neither a recording nor a log or a table of soundings";
@@ -42,6 +41,11 @@ void ReadOne(const ChartSource& source, const ReadOptions& options, const ReadWa
     format->read(source.path, options, watch, result.reading);
   } catch (const EndAsked&) {
     throw;
+  } catch (const CantRead& reason) {
+    result.problem = reason.what();
+    result.isGuess = format->isGuess;
+    result.reading.trips.clear();
+    return;
   } catch (...) {
     result.problem = ProblemNow(source);
     result.reading.trips.clear();

@@ -13,8 +13,9 @@ namespace sondrix {
 class Progress;
 
 struct SourceReading {
-  std::string kind;     // empty: no reader knows it
-  std::string problem;  // why it gave no soundings; empty: it has some
+  std::string kind;      // empty: no reader knows it
+  std::string problem;   // why it gave no soundings; empty: it has some
+  bool isGuess = false;  // the kind is the reader's guess, and it found none of it
   Reading reading;
 };
 
