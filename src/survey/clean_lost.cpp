@@ -13,13 +13,15 @@ constexpr float LargestFall = 15;  // metres, that a bed may fall where nothing 
 constexpr float FallCost = 0.45F, StepCost = 1;
 constexpr float WallCost = 6;
 constexpr float LostCost = 4, ShortLostCost = 1, StepLostCost = 3.5F, LikelyLostCost = 0.65F,
-                NeverCost = 1e9F;
+                EchoStepCost = 2, NeverCost = 1e9F;
 constexpr float WayCost = 0.5F, MaxWayCost = 3, UsualWay = 20;  // for each doubling of so many metres
+constexpr float LongWayCost = 1.5F, MaxLongWayCost = 4, LongestUsualWay = 150;  // for each beyond it
 constexpr float ShareCost = 15, InnerCost = 0.25F, MaxInnerCost = 3;
-constexpr float OneBedCost = 2.5F, MaxOneBedCost = 5;
+constexpr float OneBedCost = 2.5F, MaxOneBedCost = 5, AcrossCost = 1.5F;
 constexpr double ShortWay = 2, LongWay = 8;                       // metres
 constexpr float EchoTolerance = 0.05F, MaxEchoTolerance = 0.15F;  // of the logarithm of a ratio
-constexpr float OffsetTolerance = 0.2F;
+constexpr float OffsetTolerance = 0.12F, OffsetNoises = 2.3F;
+constexpr float SideNoises = 1.5F;
 constexpr float StepLikeness = 0.3F;  // metres
 constexpr std::size_t MaxPiecesBack = 64;
 constexpr std::size_t FewSoundings = 5;  // fewer than a stretch
@@ -38,7 +40,8 @@ class Chain {
         pieces_(pieces),
         links_(pieces.size()),
         goesOn_(pieces.size()),
-        inner_(pieces.size()) {}
+        inner_(pieces.size()),
+        halved_(pieces.size()) {}
 
   // For each piece, whether it is kept.
   std::vector<bool> Kept() {
@@ -47,7 +50,9 @@ class Chain {
       const float fall = MostOfFall(pieces_[i - 1].end, pieces_[i].begin);
       const float jump = CostBetween(pieces_[i - 1], pieces_[i], fall);
       inner_[i] = inner_[i - 1] + std::min(jump, MaxInnerCost) + InnerCost;
-      links_[i] = {links_[i - 1].cost + jump, static_cast<std::uint32_t>(i - 1)};
+      const float asHalf = std::max(StepCost, CostBetween(pieces_[i - 1], pieces_[i], fall, 2));
+      halved_[i] = halved_[i - 1] + std::min({jump, asHalf, MaxInnerCost}) + InnerCost;
+      links_[i] = {links_[i - 1].cost + jump + CostOfLostAcross(i), static_cast<std::uint32_t>(i - 1)};
       if (pieces_[i].first < FewSoundings && EndLostCost < links_[i].cost) {
         links_[i] = {EndLostCost, static_cast<std::uint32_t>(i)};
       }
@@ -60,8 +65,8 @@ class Chain {
           if (IsOneBed(pieces_[j].end, pieces_[i - 1].begin, NoiseAt(pieces_[j]))) goesOn_[j] += OneBedCost;
         }
         if (links_[j].cost >= links_[i].cost) continue;
-        const double cost =
-            links_[j].cost + CostOfLosing(j, i) + std::min(std::max(sound, goesOn_[j]), MaxOneBedCost);
+        const double cost = links_[j].cost + CostOfLosing(j, i) + CostOfLosingAcross(j, i) +
+                            std::min(std::max(sound, goesOn_[j]), MaxOneBedCost);
         if (cost < links_[i].cost) links_[i] = {cost, static_cast<std::uint32_t>(j)};
       }
     }
@@ -100,10 +105,30 @@ class Chain {
     return std::min(LargestFall, std::max(end.fall, begin.fall) * static_cast<float>(begin.way - end.way));
   }
 
-  float CostBetween(const TrackPiece& before, const TrackPiece& behind, float fall) const {
+  float CostBetween(const TrackPiece& before, const TrackPiece& behind, float fall, float factor = 1) const {
     const float noise = NoiseAt(behind);
-    return CostOfJump(JumpBetween(before.end, behind.begin, noise).least, fall, noise,
+    return CostOfJump(JumpBetween(before.end, behind.begin, noise).least / factor, fall, noise,
                       std::min(before.end.level, behind.begin.level));
+  }
+
+  double WayOf(std::size_t first, std::size_t last) const {
+    return pieces_[last].end.way - pieces_[first].begin.way;
+  }
+
+  // Of losing what lies behind j up to i and goes on with the bed kept before j, where j is shorter.
+  float CostOfLosingAcross(std::size_t j, std::size_t i) const {
+    const std::size_t k = links_[j].before;
+    const bool goesOn = k + 1 == j && WayOf(j, j) < WayOf(j + 1, i - 1) &&
+                        IsOneBed(pieces_[k].end, pieces_[j + 1].begin, NoiseAt(pieces_[j]));
+    return goesOn ? AcrossCost : 0;
+  }
+
+  // Of having lost what lies before i - 1 and goes on with i, where i - 1 is shorter.
+  float CostOfLostAcross(std::size_t i) const {
+    const std::size_t j = i - 1, k = links_[j].before;
+    const bool goesOn = k + 1 < j && WayOf(j, j) < WayOf(k + 1, j - 1) &&
+                        IsOneBed(pieces_[j - 1].end, pieces_[i].begin, NoiseAt(pieces_[j]));
+    return goesOn ? AcrossCost : 0;
   }
 
   // Of losing all pieces between two that are kept.
@@ -120,9 +145,11 @@ class Chain {
     const auto gap = static_cast<float>(first.begin.way - before.end.way);
     float cost = LostCost;
     const float fallen = (MostOfFall(before.end, first.begin) + MostOfFall(last.end, behind.begin)) / 2;
-    if (IsEcho(before.end, first.begin, last.end, behind.begin, noise) ||
-        IsOffset(jumpIn, jumpOut, fallen, noise)) {
+    const bool isEcho = IsEcho(before.end, first.begin, last.end, behind.begin, noise);
+    if (isEcho || IsOffset(jumpIn, jumpOut, fallen, noise)) {
       cost = LikelyLostCost;
+    } else if (IsEchoBesideStep(before.end, first.begin, last.end, behind.begin, noise)) {
+      cost = LikelyLostCost + EchoStepCost;
     } else {
       const double shortness = std::clamp((LongWay - way) / (LongWay - ShortWay), 0.0, 1.0);
       cost += (ShortLostCost - LostCost) * static_cast<float>(shortness);
@@ -133,21 +160,26 @@ class Chain {
     }
     const float share =
         static_cast<float>(behind.first - before.last - 1) / static_cast<float>(points_.size());
-    const auto inner = static_cast<float>(inner_[i - 1] - inner_[j + 1]);
+    const bool isDoubled = isEcho && first.begin.level > before.end.level;
+    const auto inner =
+        static_cast<float>(isDoubled ? halved_[i - 1] - halved_[j + 1] : inner_[i - 1] - inner_[j + 1]);
     return CostBetween(before, behind, static_cast<float>(behind.begin.way - before.end.way)) + cost +
            ShareCost * share * share + inner + CostOfWay(way, gap);
   }
 
   static float CostOfWay(double way, float gap) {
-    const float usual = UsualWay * (1 + gap);
-    return std::min(MaxWayCost, WayCost * std::log2(1 + static_cast<float>(way) / usual));
+    const float usual = UsualWay * (1 + gap), longest = LongestUsualWay * (1 + gap);
+    return std::min(MaxWayCost, WayCost * std::log2(1 + static_cast<float>(way) / usual)) +
+           std::clamp(LongWayCost * std::log2(static_cast<float>(way) / longest), 0.0F, MaxLongWayCost);
   }
 
   // Whether the depth goes off by more than a step and comes back by the same.
   static bool IsOffset(const Jump& in, const Jump& out, float fallen, float noise) {
     const float height = (std::abs(in.least) + std::abs(out.least)) / 2;
+    const float lower = std::min(std::abs(in.least), std::abs(out.least));
+    if (lower <= StepHeight + std::max(0.5F, OffsetNoises * noise)) return false;
     const float apart = std::max(in.low + out.low, -in.high - out.high);
-    return height > fallen + StepHeight + std::max(0.5F, 2.3F * noise) &&
+    return height > fallen + StepHeight + std::max(0.5F, OffsetNoises * noise) &&
            apart <= OffsetTolerance * height + 2 * noise;
   }
 
@@ -161,6 +193,21 @@ class Chain {
     const bool isDoubled = first.level > before.level;
     const float factor = isDoubled ? 2 : 0.5F;
     return IsTimes(factor, before, first, noise) && IsTimes(1 / factor, last, behind, noise);
+  }
+
+  // Whether one end is that of an echo, and the other that of the same echo with a step of the bed there.
+  static bool IsEchoBesideStep(const PieceEnd& before, const PieceEnd& first, const PieceEnd& last,
+                               const PieceEnd& behind, float noise) {
+    const float in = std::abs(JumpBetween(before, first, noise).least);
+    const float out = std::abs(JumpBetween(last, behind, noise).least);
+    const float factor = first.level > before.level ? 2 : 0.5F;
+    const auto isStep = [noise](float a, float b) {
+      return std::abs(std::abs(a - b) - StepHeight) <= std::max(0.5F, SideNoises * noise);
+    };
+    return (out > MostOfStep(noise) && IsTimes(factor, before, first, noise) &&
+            isStep(last.level / factor, behind.level)) ||
+           (in > MostOfStep(noise) && IsTimes(1 / factor, last, behind, noise) &&
+            isStep(first.level / factor, before.level));
   }
 
   // Whether the depth behind a gap is that many times the depth before it, by the levels half across the gap
@@ -180,8 +227,9 @@ class Chain {
   std::span<const TrackPoint> points_;
   std::span<const TrackPiece> pieces_;
   std::vector<Link> links_;
-  std::vector<float> goesOn_;  // what losing the later pieces that go on with its bed costs
-  std::vector<double> inner_;  // what losing the jumps up to a piece costs
+  std::vector<float> goesOn_;   // what losing the later pieces that go on with its bed costs
+  std::vector<double> inner_;   // what losing the jumps up to a piece costs
+  std::vector<double> halved_;  // the same in a stretch of double depths
 };
 
 }  // namespace

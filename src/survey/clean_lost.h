@@ -17,10 +17,14 @@ namespace sondrix {
 //   - Losing the pieces between two kept ones costs 4; 0.65 where both jumps halve the depth or both double
 //   it (the
 //     echo of an echo, or half of one), unless both could be steps of 5 m, or where the depth goes off by
-//     more than a step and comes back by the same; down to 1 where they are shorter than 8 m of way; up
-//     to 3.5 more where a step or a slope explains one of the jumps. The jumps between them count up to 3
-//     each, and 2.5 each piece among them that goes on with the bed before or behind. Longer pieces cost up
-//     to 3 more by their way, and 15 times the square of their share of the section.
+//     more than a step and comes back by the same; 2.65 where one jump is that of an echo and the other one
+//     of it beside a step of 5 m; down to 1 where they are shorter than 8 m of way; up to 3.5 more where a
+//     step or a slope explains one of the jumps. The jumps between them count up to 3 each (between double
+//     depths as half as high), and 2.5 each piece among them that goes on with the bed before or behind; 1.5
+//     if it does so across a shorter kept piece. Longer pieces cost up to 3 more by their way, up to 4 more
+//     beyond 150 m (a metre more of gap counts as much again), and 15 times the square of their share of the
+//     section. These costs aren't from the literature: they were fitted to made beds and to real lines with
+//     planted stretches.
 // So a stretch that begins and ends with a jump of more than a step is lost unless it is much of the track,
 // one between two steps isn't, and a single jump leaves both sides.
 void FindLost(TrackSection& section, Stretches& stretches);
