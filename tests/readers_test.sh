@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Whether other programs read what a conversion writes.
 # Usage: tests/readers_test.sh gpsbabel|mkgmap|ogr2ogr MAKE_SAMPLE SONDRIX_BATCH WRITE_WPT
+#        tests/readers_test.sh xmllint|gpsbabel|ogrinfo MAKE_SAMPLE --chart SONDRIX_CHART
 # Exit status: 0 all was read, 1 not so, 77 the reader isn't installed.
 set -euo pipefail
 export LC_ALL=C
@@ -20,6 +21,32 @@ fail() {
   echo "failed: $*" >&2
   exit 1
 }
+
+# chart_with_READER: what a chart of the made lake writes; the .csv holds every sounding, the .gpx those used.
+chart_with_xmllint() {
+  xmllint --noout a.gpx
+  [ "$(xmllint --xpath 'count(//*[local-name() = "trkpt"])' a.gpx)" -eq "$used" ] || fail "points of the .gpx"
+}
+chart_with_gpsbabel() {
+  [ "$(gpsbabel -t -i gpx -f a.gpx -o unicsv -F - | tail -n +2 | wc -l)" -eq "$used" ] || fail "points of the .gpx"
+}
+chart_with_ogrinfo() {
+  count_is() { ogrinfo -ro -so "$@" | grep -qx "Feature Count: $wanted" || fail "$*: not $wanted features"; }
+  wanted=$all count_is a.gpkg soundings
+  wanted=$(grep -c '<trk>' a.gpx) count_is a.gpkg tracks
+  wanted=$all count_is a.csv a
+  wanted=$used count_is CSV:a.xyz a -oo HEADERS=NO
+}
+if [ "$sondrix_batch" = --chart ]; then
+  "$make_sample" lake lake
+  "$4" -o a.csv -o a.gpx -o a.gpkg -o a.xyz lake >said
+  all=$(tail -n +2 a.csv | wc -l)
+  used=$(wc -l <a.xyz)
+  [ "$used" -gt 90000 ] && [ "$all" -gt "$used" ] || fail "the lake: $(tail -5 said)"
+  "chart_with_$reader"
+  echo "$all soundings, $used used"
+  exit 0
+fi
 
 "$make_sample" export export.csv --mixed
 "$make_sample" three three.txt --crlf --semicolon
