@@ -73,6 +73,8 @@ constexpr std::string_view Logs[] = {
     "cnav 2010:258:01:05:34.06 $GPGGA,000001,1000.0,N,02000.0,E,1,08\n",
     "$SDODC,12:00:00,16\xB0 07.5000' N,091\xB0 30.0000' W,A,25.40,M,A\n"
     "$SDODC,12:00:00,16\xB0 07.5000' N,091\xB0 30.0000' W,A,0.40,M,V\n",
+    "{\"time\":\"2024-05-01T10:00:00Z\",\"nmea\":\"$GPGLL,1000.0,N,02000.0,E,,A,A*44\\r\\n\"}\n"
+    "{\"raw\":{\"b\":\"\\u0024SDDBT,,f,2.0,M,,F\"},\"t\":1714557601000}\n",
     "1577836800000;I;{\"context\":\"vessels.self\",\"updates\":[{\"timestamp\":\"2020-01-01T00:00:00.250Z\","
     "\"values\":[{\"path\":\"environment.depth.belowTransducer\",\"value\":4.5},{\"path\":\"navigation."
     "position\","
@@ -124,6 +126,33 @@ std::string SmallTrack(int formatWord, bool isEachFlagged) {
   return Text(bytes);
 }
 
+// Of the chart program's readers.
+void AddChartSeeds(Seeds& seeds) {
+  for (const Damage& damage : Damages()) {
+    const auto small = EchogramBytes(damage.FormatWord, std::vector<SampleFrame>(16, Frame(2, 10, 1, 1, 96)));
+    seeds.Add("sl_sounder", std::string(1, '\0') + Text(damage.Apply(small)));
+  }
+  for (const int formatWord : {2, 3}) {
+    for (const char channel : {0, 1, 2}) {
+      seeds.Add("sl_sounder", std::string(1, channel) + SmallEchogram(formatWord));
+      for (const bool isEachFlagged : {false, true})
+        seeds.Add("sl_sounder", std::string(1, channel) + SmallTrack(formatWord, isEachFlagged));
+    }
+  }
+  for (const std::string_view table : TableSeeds) {
+    std::string wide(1, '\0');
+    for (const char c : table) (wide += c) += '\0';
+    seeds.Add("table", wide);
+    for (const char options : {0, 1, 2, 8, 24, 63}) seeds.Add("table", std::string(1, options).append(table));
+  }
+  for (const char separator : {',', ';', '\t'})
+    seeds.Add("table", "\4" + TextExport({true, separator, true}).substr(0, TextLength));
+  const std::string log = NmeaLog();
+  for (std::size_t at = 0; at < 4; ++at) seeds.Add("nmea_log", log.substr(log.size() / 5 * at, TextLength));
+  for (const std::string_view text : Logs) seeds.Add("nmea_log", text);
+  for (const std::string_view text : Tracks) seeds.Add("gpx", text);
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
@@ -142,17 +171,7 @@ int main(int count, char** arguments) {
   const auto clean = EchogramBytes(2, std::vector<SampleFrame>(16, Frame(2, 10, 4'105'000, 7'533'000, 96)));
   for (const Damage& damage : Damages()) {
     seeds.AddRun("job_sl", Text(damage.Apply(clean)), 0, 0);
-    const auto small = EchogramBytes(damage.FormatWord, std::vector<SampleFrame>(16, Frame(2, 10, 1, 1, 96)));
-    seeds.Add("sl_sounder", std::string(1, '\0') + Text(damage.Apply(small)));
   }
-  for (const int formatWord : {2, 3}) {
-    for (const char channel : {0, 1, 2}) {
-      seeds.Add("sl_sounder", std::string(1, channel) + SmallEchogram(formatWord));
-      for (const bool isEachFlagged : {false, true})
-        seeds.Add("sl_sounder", std::string(1, channel) + SmallTrack(formatWord, isEachFlagged));
-    }
-  }
-
   for (const char separator : {',', ';', '\t'}) {
     for (const bool crLf : {false, true}) {
       const TableForm form = {crLf, separator, crLf};
@@ -160,20 +179,10 @@ int main(int count, char** arguments) {
       seeds.AddRun("job_csv", ThreeColumn(form).substr(0, TextLength), 0, 0x0200);
     }
   }
-  for (const std::string_view table : TableSeeds) {
-    std::string wide(1, '\0');
-    for (const char c : table) (wide += c) += '\0';
-    seeds.Add("table", wide);
-    for (const char options : {0, 1, 2, 8, 24, 63}) seeds.Add("table", std::string(1, options).append(table));
-  }
-  for (const char separator : {',', ';', '\t'})
-    seeds.Add("table", "\4" + TextExport({true, separator, true}).substr(0, TextLength));
   const std::string log = NmeaLog();
   for (std::size_t at = 0; at < 4; ++at)
     seeds.AddRun("job_log", log.substr(log.size() / 5 * at, TextLength), 0, 0);
-  for (std::size_t at = 0; at < 4; ++at) seeds.Add("nmea_log", log.substr(log.size() / 5 * at, TextLength));
-  for (const std::string_view text : Logs) seeds.Add("nmea_log", text);
-  for (const std::string_view text : Tracks) seeds.Add("gpx", text);
+  if (HAS_CHART != 0) AddChartSeeds(seeds);
   const std::string map = PolishMap();
   for (std::size_t at = 0; at < 4; ++at)
     seeds.AddRun("job_mp", map.substr(map.size() / 5 * at, TextLength), 0, 0);

@@ -96,20 +96,23 @@ std::string FromCodePage(std::string_view bytes) {
   text.reserve(bytes.size() * 2);
   for (const char c : bytes) {
     const auto byte = static_cast<std::uint8_t>(c);
-    if (byte < 0x80) {
-      text += c;
-      continue;
-    }
-    const unsigned codePoint = Cyrillic[byte - 0x80U];
-    if (codePoint < 0x800) {
-      text += static_cast<char>(0xC0U | (codePoint >> 6U));
-    } else {
-      text += static_cast<char>(0xE0U | (codePoint >> 12U));
-      text += static_cast<char>(0x80U | ((codePoint >> 6U) & 0x3FU));
-    }
-    text += static_cast<char>(0x80U | (codePoint & 0x3FU));
+    AppendUtf8(text, byte < 0x80 ? byte : Cyrillic[byte - 0x80U]);
   }
   return text;
+}
+
+void AppendUtf8(std::string& text, unsigned codePoint) {
+  if (codePoint < 0x80) {
+    text += static_cast<char>(codePoint);
+    return;
+  }
+  if (codePoint < 0x800) {
+    text += static_cast<char>(0xC0U | (codePoint >> 6U));
+  } else {
+    text += static_cast<char>(0xE0U | (codePoint >> 12U & 0x0FU));
+    text += static_cast<char>(0x80U | (codePoint >> 6U & 0x3FU));
+  }
+  text += static_cast<char>(0x80U | (codePoint & 0x3FU));
 }
 
 std::string ValidUtf8(std::string_view text) {

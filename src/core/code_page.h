@@ -12,6 +12,9 @@ std::string ToCodePage(std::string_view utf8);
 // windows-1251 bytes to UTF-8. The one unassigned byte (0x98) becomes U+0098.
 std::string FromCodePage(std::string_view bytes);
 
+// Appends the character of a code point below U+10000.
+void AppendUtf8(std::string& text, unsigned codePoint);
+
 // The text with U+FFFD in the place of each byte that is no UTF-8.
 std::string ValidUtf8(std::string_view text);
 

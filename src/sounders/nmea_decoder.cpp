@@ -1,10 +1,12 @@
 #include "sounders/nmea_decoder.h"
 
 #include "core/text.h"
+#include "sounders/nmea_json.h"
 
 #include <algorithm>
 #include <cmath>
 #include <optional>
+#include <string>
 
 namespace sondrix {
 
@@ -60,26 +62,36 @@ void NmeaDecoder::AddSentence(const NmeaSentence& sentence, const LoggerTime& lo
   ++badRows_;
 }
 
-std::span<const NmeaEvent> NmeaDecoder::Decode(std::string_view line) {
-  events_.clear();
+void NmeaDecoder::AddJson(std::string_view prefix, std::string_view json) {
+  const bool isDelta = json.find("\"updates\"") != std::string_view::npos;
+  const std::vector<std::string> lines = isDelta ? std::vector<std::string>() : JsonLogLines(json);
+  for (const std::string& line : lines) AddLine(std::string(prefix) + " " + line);
+  if (!lines.empty()) return;
+  if (AddDeltaEvents(json, prefix.empty() ? LoggerTime() : TimeOf(prefix), vessel_, events_)) {
+    hasSentences_ = true;
+  } else {
+    ++badRows_;
+  }
+}
+
+void NmeaDecoder::AddLine(std::string_view line) {
   const std::size_t start = line.find_first_of("$!{");
   if (start == std::string_view::npos) {
     // A head and comments stand before the first sentence or behind a "#".
     if (hasSentences_ && line.find_first_not_of(" \t") != std::string_view::npos && line.front() != '#')
       ++badRows_;
-    return {};
+    return;
   }
-  const LoggerTime logged = start == 0 ? LoggerTime() : TimeOf(line.substr(0, start));
-  if (line[start] == '{') {
-    if (AddDeltaEvents(line.substr(start), logged, vessel_, events_)) {
-      hasSentences_ = true;
-    } else {
-      ++badRows_;
-    }
-    return events_;
-  }
+  const std::string_view prefix = line.substr(0, start);
+  if (line[start] == '{') return AddJson(prefix, line.substr(start));
+  const LoggerTime logged = prefix.empty() ? LoggerTime() : TimeOf(prefix);
   SentenceScan scan(line.substr(start));
   while (const std::optional<NmeaSentence> sentence = scan.Next()) AddSentence(*sentence, logged);
+}
+
+std::span<const NmeaEvent> NmeaDecoder::Decode(std::string_view line) {
+  events_.clear();
+  AddLine(line);
   return events_;
 }
 

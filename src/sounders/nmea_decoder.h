@@ -54,6 +54,8 @@ class NmeaDecoder {
 
  private:
   LoggerTime TimeOf(std::string_view prefix);
+  void AddLine(std::string_view line);
+  void AddJson(std::string_view prefix, std::string_view json);
   void AddSentence(const NmeaSentence& sentence, const LoggerTime& logged);
 
   const ReadOptions& options_;

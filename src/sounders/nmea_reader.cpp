@@ -3,6 +3,7 @@
 #include "sounders/line_reader.h"
 #include "sounders/nmea_clock.h"
 #include "sounders/nmea_decoder.h"
+#include "sounders/nmea_json.h"
 #include "sounders/nmea_sources.h"
 #include "sounders/nmea_track.h"
 #include "sounders/sounder_formats.h"
@@ -45,11 +46,12 @@ int FixPreference(const NmeaEvent& event) { return static_cast<int>(event.kind) 
 // Of the lines of a head with anything in them.
 struct LineCounts {
   double lines = 0;
-  double certain = 0;  // a sentence with its checksum, or a JSON line
+  double certain = 0;  // a sentence with its checksum, or a SignalK delta
   double likely = 0;   // without a checksum, known or not
   double known = 0;
 
   void Add(std::string_view line);
+  void AddSentences(std::string_view text);
 };
 // Loggers put other lines among the sentences; without checksums sentences have to be the most.
 constexpr double LeastShare = 0.1, LeastShareUnchecked = 0.5;
@@ -60,10 +62,18 @@ void LineCounts::Add(std::string_view line) {
   const std::size_t start = line.find_first_of("$!{");
   if (start == std::string_view::npos) return;
   if (line[start] == '{') {
-    if (line.find("\"updates\"") != std::string_view::npos) ++certain;
+    if (line.find("\"updates\"") != std::string_view::npos) {
+      ++certain;
+    } else {
+      for (const std::string& text : JsonLogLines(line.substr(start))) AddSentences(text);
+    }
     return;
   }
-  SentenceScan scan(line.substr(start));
+  AddSentences(line.substr(start));
+}
+
+void LineCounts::AddSentences(std::string_view text) {
+  SentenceScan scan(text);
   bool isCertain = false, isLikely = false, isKnown = false;
   while (const std::optional<NmeaSentence> sentence = scan.Next()) {
     isCertain = isCertain || (sentence->checksum == Checksum::Right && sentence->address.size() > 2);

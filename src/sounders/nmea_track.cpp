@@ -1,5 +1,7 @@
 #include "sounders/nmea_track.h"
 
+#include "geo/near_places.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -23,12 +25,6 @@ double LoggedPart(const LoggerTime& from, const LoggerTime& to, const LoggerTime
 }
 
 double Between(double from, double to, double part) { return from + (to - from) * part; }
-
-double LongitudeBetween(double from, double to, double part) {
-  if (std::abs(to - from) > 180) to += to < from ? 360 : -360;
-  const double longitude = Between(from, to, part);
-  return longitude > 180 ? longitude - 360 : longitude < -180 ? longitude + 360 : longitude;
-}
 
 }  // namespace
 

@@ -127,19 +127,6 @@ constexpr std::string_view Latin =
     "ttttttuuuuuuuuuuuuwwyyyzzzzzzs";
 static_assert(Latin.size() == 0x180 - 0xC0);
 
-void AppendUtf8(std::string& text, unsigned code) {
-  if (code < 0x80) {
-    text += static_cast<char>(code);
-  } else if (code < 0x800) {
-    text += static_cast<char>(0xC0 | code >> 6);
-    text += static_cast<char>(0x80 | (code & 0x3F));
-  } else {
-    text += static_cast<char>(0xE0 | (code >> 12 & 0x0F));
-    text += static_cast<char>(0x80 | (code >> 6 & 0x3F));
-    text += static_cast<char>(0x80 | (code & 0x3F));
-  }
-}
-
 // The next character of a UTF-8 text of up to three bytes; 0 for bytes that are none, which it steps over.
 unsigned TakeCode(std::string_view& text) {
   const auto first = static_cast<unsigned char>(text[0]);

@@ -1,7 +1,7 @@
 #include "sounders/table_places.h"
 
-#include <cmath>
-#include <numbers>
+#include "geo/near_places.h"
+
 #include <utility>
 
 namespace sondrix {
@@ -9,14 +9,9 @@ namespace {
 
 constexpr double MaxSeconds = 10, MaxMetres = 30;
 
-// A degree of a meridian on a sphere of the earth's mean radius of 6371 km, metres.
-constexpr double MetresOfDegree = 6371e3 * std::numbers::pi / 180;
-
 bool IsNear(const Sounding& a, const Sounding& b) {
-  const double north = (b.latitude - a.latitude) * MetresOfDegree;
-  const double shrink = std::cos(a.latitude * std::numbers::pi / 180);
-  const double east = std::remainder(b.longitude - a.longitude, 360) * MetresOfDegree * shrink;
-  return b.time >= a.time && b.time - a.time <= MaxSeconds && std::hypot(north, east) <= MaxMetres;
+  return b.time >= a.time && b.time - a.time <= MaxSeconds &&
+         MetresBetween(a.longitude, a.latitude, b.longitude, b.latitude) <= MaxMetres;
 }
 
 void TakePlace(Sounding& sounding, const Sounding& fix) {
@@ -38,11 +33,7 @@ std::uint64_t PlaceBetween(SoundingList& soundings, std::size_t from, std::size_
       TakePlace(sounding, *after);
     } else if (isNear && sounding.time > before->time && sounding.time < after->time) {
       const double part = (sounding.time - before->time) / (after->time - before->time);
-      const double east = std::remainder(after->longitude - before->longitude, 360);
-      double longitude = before->longitude + part * east;
-      if (longitude > 180) longitude -= 360;
-      if (longitude < -180) longitude += 360;
-      sounding.longitude = KeptDegrees(longitude);
+      sounding.longitude = KeptDegrees(LongitudeBetween(before->longitude, after->longitude, part));
       sounding.latitude = KeptDegrees(before->latitude + part * (after->latitude - before->latitude));
     } else {
       continue;

@@ -1,5 +1,6 @@
 #include "sounders/table_shape.h"
 
+#include "core/code_page.h"
 #include "sounders/table_angle.h"
 #include "sounders/table_cells.h"
 #include "sounders/table_names.h"
@@ -174,17 +175,7 @@ void DecodeLine(std::string_view bytes, TableEncoding encoding, std::string& utf
   for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
     const auto low = static_cast<unsigned char>(bytes[isLittle ? i : i + 1]);
     const auto high = static_cast<unsigned char>(bytes[isLittle ? i + 1 : i]);
-    const unsigned code = high * 256U + low;
-    if (code < 0x80) {
-      utf8 += static_cast<char>(code);
-    } else if (code < 0x800) {
-      utf8 += static_cast<char>(0xC0 | code >> 6);
-      utf8 += static_cast<char>(0x80 | (code & 0x3F));
-    } else {
-      utf8 += static_cast<char>(0xE0 | code >> 12);
-      utf8 += static_cast<char>(0x80 | (code >> 6 & 0x3F));
-      utf8 += static_cast<char>(0x80 | (code & 0x3F));
-    }
+    AppendUtf8(utf8, high * 256U + low);
   }
 }
 

@@ -1,7 +1,7 @@
 #include "survey/parts.h"
 
 #include "core/files.h"
-#include "geo/constants.h"
+#include "geo/near_places.h"
 #include "survey/survey.h"
 
 #include <algorithm>
@@ -18,7 +18,6 @@ namespace {
 
 constexpr double LongestPause = 60, MostOverlap = 2;         // seconds
 constexpr double FarthestTimed = 100, FarthestUntimed = 30;  // metres
-constexpr double MetresOfDegree = 111'200;
 
 constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
@@ -69,11 +68,6 @@ Ends EndsOf(const SoundingList& soundings) {
   return ends;
 }
 
-double MetresBetween(const Sounding& a, const Sounding& b) {
-  const double east = std::remainder(b.longitude - a.longitude, 360) * std::cos(a.latitude * Deg2Rad);
-  return std::hypot(east, b.latitude - a.latitude) * MetresOfDegree;
-}
-
 struct Part {
   std::uint32_t trip = 0;
   NumberedName name;
@@ -81,8 +75,9 @@ struct Part {
 };
 
 bool GoesOn(const Part& before, const Part& after) {
-  const double metres = MetresBetween(before.ends.last, after.ends.first);
-  const double pause = after.ends.first.time - before.ends.last.time;
+  const Sounding &from = before.ends.last, &to = after.ends.first;
+  const double metres = MetresBetween(from.longitude, from.latitude, to.longitude, to.latitude);
+  const double pause = to.time - from.time;
   if (std::isnan(pause)) return metres <= FarthestUntimed && IsNext(before.name.numbers, after.name.numbers);
   return metres <= FarthestTimed && pause >= -MostOverlap && pause <= LongestPause;
 }
@@ -94,6 +89,7 @@ void JoinParts(Survey& survey) {
   for (std::uint32_t t = 0; t < survey.trips.size(); ++t) {
     Trip& trip = survey.trips[t];
     trip.journey = t;
+    trip.part = 0;
     Part part = {t, NumberedNameOf(trip.path), EndsOf(trip.soundings)};
     if (part.name.numbers.empty() || !part.ends.first.HasPosition()) continue;
     families[{part.name.stem, trip.kind}].push_back(std::move(part));
@@ -104,7 +100,10 @@ void JoinParts(Survey& survey) {
     });
     for (std::size_t i = 1; i < parts.size(); ++i) {
       if (parts[i].name.numbers == parts[i - 1].name.numbers || !GoesOn(parts[i - 1], parts[i])) continue;
-      survey.trips[parts[i].trip].journey = survey.trips[parts[i - 1].trip].journey;
+      Trip& trip = survey.trips[parts[i].trip];
+      const Trip& before = survey.trips[parts[i - 1].trip];
+      trip.journey = before.journey;
+      trip.part = before.part + 1;
     }
   }
 }

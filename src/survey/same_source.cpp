@@ -2,6 +2,7 @@
 
 #include "core/files.h"
 #include "geo/constants.h"
+#include "geo/near_places.h"
 #include "survey/sounding_probe.h"
 #include "survey/survey.h"
 
@@ -45,7 +46,7 @@ struct Candidate {
 };
 
 bool MayHold(const SoundingSpan& whole, const SoundingSpan& part) {
-  constexpr double metre = 1 / 111'200.0;  // degrees
+  constexpr double metre = 1 / MetresOfDegree;  // degrees
   const double north = 2 * MetresOfFine * metre;
   const double east = north / std::max(0.01, std::cos(part.north * Deg2Rad));
   return part.west >= whole.west - east && part.east <= whole.east + east &&

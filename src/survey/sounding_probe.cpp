@@ -1,6 +1,7 @@
 #include "survey/sounding_probe.h"
 
 #include "geo/constants.h"
+#include "geo/near_places.h"
 
 #include <algorithm>
 #include <bit>
@@ -15,7 +16,6 @@ constexpr std::size_t MaxOfKey = 32;   // rows of one cell or second; more tell 
 constexpr std::uint32_t None = 0xFFFF'FFFF;
 constexpr int HeadBits = 14;
 
-constexpr double MetresNorth = 111'200;  // of a degree, to 1 %
 // Times may be cut to whole seconds or rounded.
 constexpr double TimeReach = 1.001;
 constexpr double ExactTime = 0.0015;       // seconds
@@ -82,7 +82,7 @@ SoundingSpan SpanOf(const SoundingList& soundings) {
 
 SoundingProbe::SoundingProbe(const SoundingList& soundings, const SoundingSpan& span) : span_(span) {
   if (span.count == 0) return;
-  metresEast_ = MetresNorth * std::cos((span.south + span.north) / 2 * Deg2Rad);
+  metresEast_ = MetresOfDegree * std::cos((span.south + span.north) / 2 * Deg2Rad);
   const std::size_t rows = std::min(MaxRows, span.count);
   rows_.reserve(rows);
   std::size_t usable = 0;
@@ -107,7 +107,7 @@ std::int64_t SoundingProbe::KeyOf(const ProbeReach& reach, double longitude, dou
                                   double time) const {
   if (reach.usesTime) return static_cast<std::int64_t>(std::floor(time - span_.from));
   const double x = (longitude - span_.west) * metresEast_ / reach.metres;
-  const double y = (latitude - span_.south) * MetresNorth / reach.metres;
+  const double y = (latitude - span_.south) * MetresOfDegree / reach.metres;
   return static_cast<std::int64_t>(std::floor(y)) * (std::int64_t{1} << 32) +
          static_cast<std::int64_t>(std::floor(x));
 }
@@ -152,7 +152,7 @@ bool SoundingProbe::Meet(Row& row, const Sounding& sounding, const ProbeReach& r
   if (reach.usesTime && !(std::abs(late) <= TimeReach)) return false;
   const double east = sounding.longitude - row.longitude;
   const double north = sounding.latitude - row.latitude;
-  if (std::hypot(east * metresEast_, north * MetresNorth) > reach.metres) return false;
+  if (std::hypot(east * metresEast_, north * MetresOfDegree) > reach.metres) return false;
   const double below = static_cast<double>(sounding.recorded) - row.depth;
   row.near |= StepsOf(below, tolerance);
   const bool isHit = std::abs(below) <= tolerance;
@@ -197,7 +197,7 @@ bool SoundingProbe::IsAnswered(double tolerance) const {
 
 std::size_t SoundingProbe::Look(const SoundingList& other, const ProbeReach& reach, double tolerance) {
   const double eastReach = reach.metres / metresEast_;
-  const double northReach = reach.metres / MetresNorth;
+  const double northReach = reach.metres / MetresOfDegree;
   std::size_t exact = 0;
   for (std::size_t b = 0; b < other.BlockCount(); ++b) {
     for (const Sounding& sounding : other.Block(b)) {

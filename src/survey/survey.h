@@ -17,6 +17,7 @@ struct Trip {
   std::string kind;  // of the source
   SoundingList soundings;
   std::uint32_t journey = 0;  // index of the first trip of which this is a later part; its own where of none
+  std::uint32_t part = 0;     // of the journey, counted from 0
 };
 
 // The trips in the order of the sources.

@@ -237,6 +237,40 @@ TEST_F(Chart, TheReportAddsUp) {
   EXPECT_EQ(report["outputs"][0]["bytes"], folder_.Read("x.csv").size());
 }
 
+TEST_F(Chart, PartsAreOneTripInTheReport) {
+  // Each begins where and when the one before ended.
+  const std::string whole = TrackText(180, 0);
+  const std::string head = whole.substr(0, whole.find("<trkpt")), end = "</trkseg></trk></gpx>";
+  std::vector<std::string> parts(3, head);
+  std::size_t at = head.size();
+  for (int i = 0; i < 180; ++i) {
+    const std::size_t next = whole.find('\n', at) + 1;
+    parts[static_cast<std::size_t>(i / 60)] += whole.substr(at, next - at);
+    at = next;
+  }
+  for (int i = 0; i < 3; ++i) {
+    folder_.Write("p" + std::to_string(i) + ".gpx", parts[static_cast<std::size_t>(i)] + end);
+  }
+  const Called called = Call("--report r.json p2.gpx p1.gpx trips/b.gpx p0.gpx p0.gpx");
+  EXPECT_NE(called.out.find("p2.gpx: GPX, 60 soundings, 60 used, 2021-05-15 07:02:00 to 2021-05-15 07:02:59 "
+                            "UTC; goes on from p0.gpx\n"),
+            std::string::npos)
+      << called.out;
+  const auto report = nlohmann::json::parse(folder_.Read("r.json"));
+  const auto& trips = report["trips"];
+  ASSERT_EQ(trips.size(), 2u);
+  EXPECT_EQ(trips[0]["name"], "p0.gpx");
+  EXPECT_EQ(trips[0]["soundings"], 180);
+  EXPECT_EQ(trips[0]["fates"]["used"], 180);
+  EXPECT_EQ(trips[0]["to"].get<double>() - trips[0]["from"].get<double>(), 179);
+  ASSERT_EQ(trips[0]["parts"].size(), 3u);
+  for (std::size_t i = 0; i < 3; ++i) {
+    EXPECT_EQ(trips[0]["parts"][i]["source"], "p" + std::to_string(i) + ".gpx");
+  }
+  EXPECT_EQ(trips[1]["parts"].size(), 1u);
+  EXPECT_EQ(report["ignored_files"][0]["reason"], "it is given twice");
+}
+
 std::atomic<int> signals = 0;
 
 TEST_F(Chart, ASignalLeavesEarlierFiles) {

@@ -5,6 +5,7 @@
 #include "geo/angles.h"
 #include "geo/constants.h"
 #include "geo/mercator.h"
+#include "geo/near_places.h"
 #include "geo/nmea.h"
 #include "geo/utm.h"
 #include "geo/vincenty.h"
@@ -32,6 +33,19 @@ TEST(Angles, Atan2WrapAndRemainder) {
   EXPECT_EQ(FMod(2.220446049250313e-16, 1, true), 0);
   EXPECT_EQ(FMod(2.220446049250314e-16, 1, true), 2.220446049250314e-16);
   EXPECT_EQ(FaultIn([] { FMod(1, 0, true); }), 11);
+}
+
+TEST(NearPlaces, AlsoAcrossTheDateLine) {
+  for (const auto& [from, to, part, longitude] : {std::tuple(10.0, 12.0, 0.25, 10.5),
+                                                  {179.0, -179.0, 0.25, 179.5},
+                                                  {179.0, -179.0, 0.75, -179.5},
+                                                  {-179.5, 179.5, 1.0, 179.5},
+                                                  {-90.0, 90.0, 0.5, 0.0},
+                                                  {180.0, -180.0, 0.5, 180.0}})
+    EXPECT_EQ(LongitudeBetween(from, to, part), longitude) << from << ' ' << to << ' ' << part;
+  // A ten-thousandth of a degree: of a meridian, and of the parallel that is half as long as the equator.
+  EXPECT_NEAR(MetresBetween(20, 10, 20, 10.0001), 11.1195, 1e-4);
+  EXPECT_NEAR(MetresBetween(-179.99995, 60, 179.99995, 60), 5.5598, 1e-4);
 }
 
 // All over the globe, as an independent model has it.

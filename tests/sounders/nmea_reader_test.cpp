@@ -226,6 +226,26 @@ TEST(NmeaReader, JsonLines) {
       "20.2500 10.0000 1577836800.25 4.500; 20.5000 10.0000 1577836800.50 - | 2 bad rows");
 }
 
+TEST(NmeaReader, SentencesInJsonLines) {
+  const std::string first = "$GPGLL,1000.0,N,02000.0,E,,A,A*44", last = "$GPGLL,1000.0,N,02000.6,E,,A,A*42";
+  const auto log = [&](const std::string& before, const std::string& behind, const std::string& depth) {
+    std::string text;
+    const std::string sentences[] = {first, depth, last};
+    for (int i = 0; i < 3; ++i)
+      text += before + std::to_string(i) + behind + sentences[static_cast<std::size_t>(i)] + "\\r\\n\"}\n";
+    return text;
+  };
+  const std::string checked = "$SDDBT,,f,2.0,M,,F*04", placed = "20.0050 10.0000 1714557601.00 2.000";
+  for (const Row& row : std::vector<Row>{
+           {log("{\"time\":\"2024-05-01T10:00:0", "Z\",\"nmea\":\"", checked), placed},
+           {log("{\"v\": {\"t\": 171455760", "}, \"raw_data\": \"", "\\u0024SDDBT,,f,2.0,M,,F"), placed},
+           {log("2024-05-01T10:00:0", "Z {\"n\":-1.5,\"s\":\"a {\",\"raw\":\"", checked), placed},
+           {"[{\"x\":\"" + first + "\\n" + checked + "\\n\",\"time\":\"10:00:00\"},\n", "- - - 2.000"},
+           {"{\"price\":\"$5,00\"}\n{\"name\":\"Hi!, you\"}\n", "not recognised"},
+       })
+    EXPECT_EQ(ReadingText(row.log), row.soundings) << row.log;
+}
+
 TEST(NmeaReader, WhatCantBeUnderstoodIsCounted) {
   const std::string fixed = Gga(0) + Dbt("1") + Gga(1), placed = "20.0050 10.0000 - 1.000";
   for (const Row& row : std::vector<Row>{

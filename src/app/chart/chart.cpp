@@ -124,8 +124,11 @@ int ParseAndMake(std::span<const std::string> arguments, std::span<const std::st
     Complain(choice.refusal);
     return ExitUsage;
   }
-  for (const std::string& note : choice.notes) Complain(ShownName(note));
+  for (const IgnoredFile& file : choice.ignored) {
+    Complain(ShownName(file.path) + ": left out, " + file.words);
+  }
   run.folders = choice.folders;
+  run.ignored = choice.ignored;
   Progress progress(IsTerminal(stderr));
   try {
     TryProjections(run);

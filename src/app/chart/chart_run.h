@@ -58,6 +58,7 @@ struct ChartRun {
   std::vector<std::string> gisFolders;  // where the module is looked for
   int threads = 1;
   std::vector<ChartFolder> folders;  // given
+  std::vector<IgnoredFile> ignored;  // files
   std::vector<SourceAccount> sources;
   Survey survey;
   std::vector<TripAccount> trips;    // of the survey, once all fates are found

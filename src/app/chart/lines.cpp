@@ -23,6 +23,10 @@ std::string Counted(std::uint64_t count, std::string_view what) {
   return std::to_string(count) + " " + words;
 }
 
+std::string CountedThings(std::uint64_t count, std::string_view thing) {
+  return Counted(count, thing) + (count == 1 ? "" : "s");
+}
+
 std::string FatesText(const FateCounts& fates) {
   std::string text;
   for (std::size_t i = 0; i < fates.size(); ++i) {
@@ -54,8 +58,8 @@ std::string PartsText(const SourceAccount& account, const ChartRun& run) {
 
 std::string LineOf(const SourceAccount& account, const ChartRun& run) {
   const TripAccount sum = AccountOf(account, run);
-  std::string line = account.kind + ", " + Counted(account.soundings, "soundings");
-  if (account.tripCount > 1) line += " of " + Counted(account.tripCount, "trips");
+  std::string line = account.kind + ", " + CountedThings(account.soundings, "sounding");
+  if (account.tripCount > 1) line += " of " + CountedThings(account.tripCount, "trip");
   if (account.tripCount > 0) {
     line += ", " + (run.options.verbose ? FatesText(sum.fates) : Counted(sum.fates[0], NameOf(Fate::Used))) +
             ", " + RangeText(sum.times);
@@ -83,7 +87,8 @@ void AddFolderLines(const ChartRun& run, std::vector<ChartLine>& lines) {
     if (run.folders[f].isTakenBefore) ++used;
     std::string line = ShownName(run.folders[f].path) + ": ";
     if (used == 0) line += "nothing in it can be read";
-    if (passed > 0) line += (used == 0 ? ", " : "") + Counted(passed, "files left out that no reader knows");
+    if (passed > 0)
+      line += (used == 0 ? ", " : "") + CountedThings(passed, "file") + " left out that no reader knows";
     if (used == 0 || passed > 0) lines.push_back({line, true});
   }
 }
@@ -121,12 +126,12 @@ std::vector<ChartLine> ChartLines(const ChartRun& run) {
   AddFolderLines(run, lines);
   TripAccount sum;
   for (const TripAccount& trip : run.trips) sum.Add(trip);
-  lines.push_back({Counted(run.survey.SoundingCount(), "soundings: ") + FatesText(sum.fates)});
+  lines.push_back({CountedThings(run.survey.SoundingCount(), "sounding") + ": " + FatesText(sum.fates)});
   for (const std::string& remark : run.remarks) lines.push_back({remark});
   for (const OutputAccount& output : run.outputs) {
     const std::string name = ShownName(output.path) + ": ";
     if (output.problem.empty()) {
-      lines.push_back({name + Counted(static_cast<std::uint64_t>(output.bytes), "bytes") +
+      lines.push_back({name + CountedThings(static_cast<std::uint64_t>(output.bytes), "byte") +
                        (output.note.empty() ? "" : ", " + output.note)});
     } else {
       lines.push_back({name + "not made: " + output.problem, true});

@@ -3,8 +3,12 @@
 #include "app/chart/assemble.h"
 #include "app/chart/chart_run.h"
 
+#include <algorithm>
 #include <cmath>
+#include <map>
 #include <nlohmann/json.hpp>
+#include <span>
+#include <vector>
 
 namespace sondrix {
 namespace {
@@ -64,18 +68,45 @@ Json SourceObject(const SourceAccount& source, const ChartRun& run) {
   return object;
 }
 
-Json TripObject(std::size_t index, const ChartRun& run) {
-  const Trip& trip = run.survey.trips[index];
-  Json object = {{"name", trip.name}, {"source", trip.path}, {"kind", trip.kind}};
-  AddAccount(run.trips[index], object);
-  object["continues"] = trip.journey == index ? Json() : Json(run.survey.trips[trip.journey].name);
+// A trip with all its parts, which are indices of run.survey.trips by their order.
+Json JourneyObject(std::span<const std::size_t> parts, const ChartRun& run) {
+  const Trip& first = run.survey.trips[parts.front()];
+  TripAccount sum;
+  Json list = Json::array();
+  for (const std::size_t t : parts) {
+    const Trip& part = run.survey.trips[t];
+    list.push_back({{"name", part.name}, {"source", part.path}, {"soundings", part.soundings.size()}});
+    sum.Add(run.trips[t]);
+  }
+  Json object = {{"name", first.name}, {"kind", first.kind}};
+  AddAccount(sum, object);
+  object["parts"] = std::move(list);
   return object;
+}
+
+// One for each journey, in the order of the first source of each.
+Json JourneyList(const ChartRun& run) {
+  const std::vector<Trip>& trips = run.survey.trips;
+  std::vector<std::vector<std::size_t>> journeys;
+  std::map<std::uint32_t, std::size_t> known;
+  for (std::size_t t = 0; t < trips.size(); ++t) {
+    const auto [place, isNew] = known.emplace(trips[t].journey, journeys.size());
+    if (isNew) journeys.emplace_back();
+    journeys[place->second].push_back(t);
+  }
+  Json list = Json::array();
+  for (std::vector<std::size_t>& parts : journeys) {
+    std::sort(parts.begin(), parts.end(),
+              [&](std::size_t a, std::size_t b) { return trips[a].part < trips[b].part; });
+    list.push_back(JourneyObject(parts, run));
+  }
+  return list;
 }
 
 }  // namespace
 
 std::string ReportText(const ChartRun& run) {
-  Json sources = Json::array(), unknown = Json::array(), trips = Json::array(), outputs = Json::array();
+  Json sources = Json::array(), unknown = Json::array(), outputs = Json::array();
   std::uint64_t read = 0, leftOut = 0;
   for (const SourceAccount& source : run.sources) {
     read += source.soundings;
@@ -87,9 +118,10 @@ std::string ReportText(const ChartRun& run) {
     }
   }
   TripAccount sum;
-  for (std::size_t t = 0; t < run.trips.size(); ++t) {
-    trips.push_back(TripObject(t, run));
-    sum.Add(run.trips[t]);
+  for (const TripAccount& trip : run.trips) sum.Add(trip);
+  Json ignored = Json::array();
+  for (const IgnoredFile& file : run.ignored) {
+    ignored.push_back({{"path", file.path}, {"reason", file.words}});
   }
   for (const OutputAccount& output : run.outputs) {
     outputs.push_back({{"path", output.path},
@@ -100,10 +132,15 @@ std::string ReportText(const ChartRun& run) {
   Json total = {{"read", read}, {"left_out", leftOut}};
   AddAccount(sum, total);
   total["remarks"] = run.remarks;
-  const Json report = {
-      {"program", "sondrix-chart"}, {"version", SONDRIX_VERSION},    {"options", OptionsObject(run.options)},
-      {"total", std::move(total)},  {"sources", std::move(sources)}, {"unknown_files", std::move(unknown)},
-      {"trips", std::move(trips)},  {"outputs", std::move(outputs)}};
+  const Json report = {{"program", "sondrix-chart"},
+                       {"version", SONDRIX_VERSION},
+                       {"options", OptionsObject(run.options)},
+                       {"total", std::move(total)},
+                       {"sources", std::move(sources)},
+                       {"unknown_files", std::move(unknown)},
+                       {"ignored_files", std::move(ignored)},
+                       {"trips", JourneyList(run)},
+                       {"outputs", std::move(outputs)}};
   return report.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 

@@ -60,7 +60,7 @@ SourceChoice ChooseSources(std::span<const std::string> given, std::span<const s
     const std::string place = PlaceOf(path);
     if (places.Holds(path, place)) {
       if (folder) {
-        choice.notes.push_back(path + ": left out, it is an output");
+        choice.ignored.push_back({path, "it is an output"});
       } else if (choice.refusal.empty()) {
         choice.refusal = path + ": is a source and an output";
       }
@@ -69,7 +69,7 @@ SourceChoice ChooseSources(std::span<const std::string> given, std::span<const s
     } else if (folder) {
       choice.folders[*folder].isTakenBefore = true;
     } else {
-      choice.notes.push_back(path + ": left out, it is given twice");
+      choice.ignored.push_back({path, "it is given twice"});
     }
   };
   for (const std::string& source : given) {

@@ -21,12 +21,18 @@ struct ChartFolder {
   bool isTakenBefore = false;  // files of it, by another name or folder
 };
 
-// The files of a call, and what is to be told of them, a line each.
+// A file that is neither read nor unknown.
+struct IgnoredFile {
+  std::string path;
+  std::string words;  // why: "it is given twice"
+};
+
+// The files of a call.
 struct SourceChoice {
   std::vector<ChartSource> sources;  // in the order given, those of a folder by their names
   std::vector<ChartFolder> folders;  // given
-  std::vector<std::string> notes;    // of files that are left out
-  std::string refusal;               // why nothing at all can be done; empty: it can
+  std::vector<IgnoredFile> ignored;
+  std::string refusal;  // why nothing at all can be done; empty: it can
 };
 
 // Puts all files of a folder and of its subfolders in the place of the folder, but for those whose names, or
