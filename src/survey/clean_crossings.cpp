@@ -1,5 +1,6 @@
 #include "survey/clean_crossings.h"
 
+#include "geo/near_places.h"
 #include "survey/clean_lost.h"
 #include "survey/clean_spikes.h"
 #include "survey/track_section.h"
@@ -16,9 +17,8 @@
 namespace sondrix {
 namespace {
 
-constexpr double CellSize = 3;  // metres
-constexpr int CoarseBits = 4;   // a coarse cell has 16 by 16 cells
-constexpr double MetresOfDegree = 6371008.8 * std::numbers::pi / 180;
+constexpr double CellSize = 3;            // metres
+constexpr int CoarseBits = 4;             // a coarse cell has 16 by 16 cells
 constexpr std::uint32_t MaxLeftOut = 40;  // soundings at each end of a stretch
 constexpr float OtherTimeWay = 30;        // metres
 constexpr float Agreement = 1, AgreementOfDepth = 0.1F;

@@ -1,14 +1,11 @@
 #include "survey/track_section.h"
 
+#include "geo/near_places.h"
+
 #include <algorithm>
-#include <cmath>
-#include <numbers>
 
 namespace sondrix {
 namespace {
-
-constexpr double EarthRadius = 6371008.8;
-constexpr double Radian = std::numbers::pi / 180;
 
 // Spreads the way of the soundings from, from + 1, ... to - 1, which share a place, up to that of to.
 void SpreadWay(std::vector<double>& way, std::size_t from, std::size_t to) {
@@ -19,8 +16,7 @@ void SpreadWay(std::vector<double>& way, std::size_t from, std::size_t to) {
 }  // namespace
 
 double WayBetween(const Sounding& from, const Sounding& to) {
-  const double east = std::remainder(to.longitude - from.longitude, 360.0) * std::cos(from.latitude * Radian);
-  return EarthRadius * Radian * std::hypot(east, to.latitude - from.latitude);
+  return MetresBetween(from.longitude, from.latitude, to.longitude, to.latitude);
 }
 
 void TrackSection::TellFates(SoundingList& soundings) const {

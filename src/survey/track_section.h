@@ -26,7 +26,7 @@ struct TrackSection {
   void TellFates(SoundingList& soundings) const;
 };
 
-// Metres between two near places, on a sphere of the earth's mean radius 6371008.8 m (IUGG).
+// Metres between two near places, as MetresBetween.
 double WayBetween(const Sounding& from, const Sounding& to);
 
 // Goes through a trip, section by section.
