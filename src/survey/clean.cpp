@@ -4,6 +4,7 @@
 #include "survey/clean_lost.h"
 #include "survey/clean_position.h"
 #include "survey/clean_repeats.h"
+#include "survey/clean_scatter.h"
 #include "survey/clean_spikes.h"
 #include "survey/track_section.h"
 
@@ -24,6 +25,7 @@ Stretches CleanTrip(Trip& trip) {
   while (reader.Next(section)) {
     FindNoise(section, resolution);
     FindSpikes(section);
+    FindScatter(section);
     FindLost(section, stretches);
     section.TellFates(soundings);
   }

@@ -21,7 +21,7 @@ using Stretches = std::vector<Stretch>;
 //   no-position   clean_position.h, which begins lines too
 //   blind         clean_blind.h
 //   repeat        clean_repeats.h
-//   spike, lost   clean_spikes.h and clean_lost.h, line by line
+//   spike, lost   clean_spikes.h, clean_scatter.h and clean_lost.h, line by line
 // Judged is the recorded depth. Trips don't know of each other, so they may be cleaned in parallel. Needs 40
 // MiB beside the soundings at most, whatever the trip's length, and 16 bytes a stretch; where its times
 // aren't in order 4 bytes a sounding more, where its positions jump everywhere 24.

@@ -107,13 +107,17 @@ float LeastJump(float noise, float depth) {
   return std::max(JumpNoises * noise, std::min(JumpOfDepth * depth, LargeJump));
 }
 
+bool IsGap(const TrackSection& section, const TrackPoint& before, const TrackPoint& behind) {
+  return section.index[behind.at] - section.index[before.at] > MaxLeftOut;
+}
+
 std::vector<TrackPiece> PiecesOf(const TrackSection& section, std::span<const TrackPoint> points) {
   std::vector<TrackPiece> pieces;
   if (points.empty()) return pieces;
   std::vector<Cut> cuts{{0, 0}};
   for (std::size_t i = 1; i < points.size(); ++i) {
     const float step = points[i].depth - points[i - 1].depth;
-    if (section.index[points[i].at] - section.index[points[i - 1].at] > MaxLeftOut) {
+    if (IsGap(section, points[i - 1], points[i])) {
       cuts.push_back({i, 0});
       continue;
     }

@@ -50,8 +50,10 @@ Jump JumpBetween(const PieceEnd& end, const PieceEnd& begin, float noise);
 // less.
 float LeastJump(float noise, float depth);
 
-// Cuts a section at its jumps, and where more than five soundings in a row told nothing, since a sounder may
-// come back with a wrong bottom.
+// Whether more than five soundings in a row between the two told nothing.
+bool IsGap(const TrackSection& section, const TrackPoint& before, const TrackPoint& behind);
+
+// Cuts a section at its jumps and gaps, since behind a gap a sounder may come back with a wrong bottom.
 std::vector<TrackPiece> PiecesOf(const TrackSection& section, std::span<const TrackPoint> points);
 
 }  // namespace sondrix

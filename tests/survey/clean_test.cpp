@@ -167,6 +167,24 @@ TEST(Clean, WhatABedExplainsStaysAndWhatNoneExplainsIsLost) {
   }
 }
 
+TEST(Clean, WhatScattersAsNoBedDoesIsLost) {
+  struct Case {
+    const char* name;
+    double scatter;  // metres up and down by turns
+    std::uint64_t lost;
+  };
+  for (const Case& test : {Case{"a lost bottom", 6, 80}, {"a rough bed", 0.5, 0}}) {
+    Trip trip = TrackOf([](double) { return 50; });
+    for (std::size_t i = 160; i < 240; ++i) {
+      trip.soundings[i].recorded += static_cast<float>(test.scatter * (static_cast<double>(i * 7 % 5) - 2));
+    }
+    for (std::size_t i = 150; i < 160; ++i) trip.soundings[i].recorded = 0;
+    for (std::size_t i = 240; i < 250; ++i) trip.soundings[i].recorded = 0;
+    CleanTrip(trip);
+    EXPECT_EQ(LostOf(trip), test.lost) << test.name;
+  }
+}
+
 TEST(Clean, CrossingTripsDecide) {
   const auto ridge = [](double way) { return way >= 80 && way < 120 ? 5.0 : 10.0; };
   const auto trench = [](double way) { return way >= 80 && way < 120 ? 20.0 : 10.0; };
