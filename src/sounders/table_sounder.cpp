@@ -5,6 +5,7 @@
 #include "sounders/table_channel.h"
 #include "sounders/table_clock.h"
 #include "sounders/table_layout.h"
+#include "sounders/table_names.h"
 #include "sounders/table_places.h"
 #include "sounders/table_rows.h"
 #include "sounders/table_shape.h"
@@ -97,7 +98,12 @@ bool IsTable(const SourceHead& head) {
   if (!isWide && (IsBinary(text) || IsMapOrLog(text))) return false;
   const bool isWhole = static_cast<std::int64_t>(head.bytes.size()) >= head.length;
   const TableShape shape = ShapeOf(text, isWhole);
-  if (shape.fitting == 0) return shape.head.size() >= 3;
+  if (shape.fitting == 0) {  // a head alone, which a line of words isn't
+    return shape.head.size() >= 3 &&
+           std::count_if(shape.head.begin(), shape.head.end(), [](const std::string& name) {
+             return ColumnNameOf(name).meaning != Meaning::Unknown;
+           }) >= 2;
+  }
   // Other lines may stand in front of a table and in it.
   return shape.fitting * 2 >= shape.lines || (!shape.head.empty() && shape.fitting >= 2);
 }

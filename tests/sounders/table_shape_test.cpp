@@ -64,7 +64,8 @@ TEST(TableShape, BadRowsAreCountedAndTheRestIsRead) {
 
 TEST(TableShape, WhatIsNoTable) {
   for (const std::string& text : std::initializer_list<std::string>{
-           "", "\n\n", "Some words about a lake.\nIt has 3 islands, and 12 boats on it.\n",
+           "", "\n\n", "Three plain words\n",
+           "Some words about a lake.\nIt has 3 islands, and 12 boats on it.\n",
            "<?xml version=\"1.0\"?>\n<gpx><trkpt lat=\"53.1\" lon=\"13.2\"/></gpx>\n",
            "{\"type\": \"FeatureCollection\", \"features\": [[1.5, 2.5, 3.5],\n[1.5, 2.5, 3.5]]}\n",
            "[IMG ID]\nID=1\n[END]\n[POLYLINE]\nData0=(53.1,13.2),(53.1,13.3)\n",
