@@ -2,6 +2,7 @@
 
 #include "core/fault.h"
 #include "core/rounding.h"
+#include "core/text.h"
 
 #include <algorithm>
 #include <array>
@@ -140,8 +141,6 @@ void AppendText(std::string& out, float value, ZeroBefore zero) {
   if (AppendShortFloat(out, static_cast<double>(value), zero)) return;
   AppendRounded(out, static_cast<double>(value), DigitsOfFloat, zero);
 }
-
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 // A number text without blanks and with a period as mark.
 struct PlainNumber {

@@ -9,6 +9,8 @@ namespace sondrix {
 // Of the letters A to Z; all else stays.
 constexpr char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
+constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
 // Without the blanks at both ends.
 constexpr std::string_view Trimmed(std::string_view text, std::string_view blanks = " ") {
   const std::size_t first = text.find_first_not_of(blanks);

@@ -1,6 +1,7 @@
 #include "sounders/gpx_points.h"
 
 #include "core/text.h"
+#include "sounders/calendar.h"
 #include "sounders/iso_time.h"
 
 #include <algorithm>
@@ -98,6 +99,10 @@ void GpxPoints::ReadTime() {
     assumedZone_ = true;
     if (options_.toUtc) seconds = options_.toUtc(seconds);
   }
+  if (seconds < FirstDate) {
+    ++unsetTimes_;
+    return;
+  }
   point_.time = KeptSeconds(seconds);
 }
 
@@ -147,6 +152,7 @@ void GpxPoints::Finish(const std::string& damage) {
     }
     reading_.takenFor.emplace_back("depths: all below 0, taken for heights");
   }
+  if (unsetTimes_ > 0) reading_.remarks.push_back(std::to_string(unsetTimes_) + std::string(BeforeFirstDate));
   if (assumedZone_)
     reading_.takenFor.push_back("times: " + (options_.zoneName.empty() ? "UTC assumed" : options_.zoneName));
 }

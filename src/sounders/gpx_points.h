@@ -46,6 +46,7 @@ class GpxPoints {
   bool isBad_ = false, hasDepth_ = false;   // of the point
   bool begins_ = true, wasAlone_ = false, assumedZone_ = false;
   std::uint64_t points_ = 0, below_ = 0, above_ = 0;  // of all; depths below 0, and above
+  std::uint64_t unsetTimes_ = 0;
 };
 
 // Why reading ended before the source did.

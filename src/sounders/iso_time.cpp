@@ -1,16 +1,13 @@
 #include "sounders/iso_time.h"
 
-#include <chrono>
+#include "core/text.h"
+#include "sounders/calendar.h"
+
 #include <utility>
 
 namespace sondrix {
 
 namespace {
-
-constexpr int SecondsOfDay = 86'400;
-constexpr int FirstYear = 1900;  // before it nobody logged
-
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 // Decimals behind the seconds, as a fraction; digits beyond the ninth change nothing.
 double TakeFraction(std::string_view& text) {
@@ -54,14 +51,6 @@ bool TakeOneOf(std::string_view& text, std::string_view characters) {
   return true;
 }
 
-std::optional<int> DayOf(int year, int month, int day) {
-  using namespace std::chrono;
-  const year_month_day date{std::chrono::year{year}, std::chrono::month{static_cast<unsigned>(month)},
-                            std::chrono::day{static_cast<unsigned>(day)}};
-  if (!date.ok()) return std::nullopt;
-  return static_cast<int>(sys_days{date}.time_since_epoch().count());
-}
-
 std::optional<TimeOfDay> TakeTimeOfDay(std::string_view& text) {
   std::string_view rest = text;
   const std::optional<int> hours = TakeDigits(rest, 1, 2);
@@ -86,7 +75,7 @@ std::optional<TimeOfDay> TakeTimeOfDay(std::string_view& text) {
 std::optional<IsoTime> TakeIsoTime(std::string_view& text) {
   std::string_view rest = text;
   const std::optional<int> year = TakeDigits(rest, 4, 4);
-  if (!year || *year < FirstYear || !TakeOneOf(rest, "-/")) return std::nullopt;
+  if (!year || !TakeOneOf(rest, "-/")) return std::nullopt;
   const std::optional<int> month = TakeDigits(rest, 1, 2);
   if (!month || !TakeOneOf(rest, "-/")) return std::nullopt;
   const std::optional<int> dayOfMonth = TakeDigits(rest, 1, 2);

@@ -11,9 +11,6 @@ std::optional<int> TakeDigits(std::string_view& text, std::size_t least, std::si
 // Cuts one of these characters off the start of a text.
 bool TakeOneOf(std::string_view& text, std::string_view characters);
 
-// Days since 1970 of a date of the Gregorian calendar; none where there is no such day.
-std::optional<int> DayOf(int year, int month, int day);
-
 // A time of day at the start of a text, "hh:mm:ss" with or without decimals, which is cut off.
 struct TimeOfDay {
   double seconds = 0;

@@ -1,13 +1,14 @@
 #include "sounders/nmea_clock.h"
 
 #include "core/sounding.h"
+#include "sounders/calendar.h"
 #include "sounders/nmea_track.h"
 
 namespace sondrix {
 
 namespace {
 
-constexpr double SecondsOfDay = 86'400, HalfDay = SecondsOfDay / 2;
+constexpr double HalfDay = SecondsOfDay / 2;
 
 }  // namespace
 

@@ -1,6 +1,7 @@
 #include "sounders/nmea_decoder.h"
 
 #include "core/text.h"
+#include "sounders/calendar.h"
 #include "sounders/nmea_json.h"
 
 #include <algorithm>
@@ -13,6 +14,7 @@ namespace sondrix {
 namespace {
 
 constexpr std::size_t ShortestAddress = 3;
+constexpr int CounterDays = 1024 * 7;  // after which old receivers begin their dates anew
 
 bool IsAddress(std::string_view text) {
   return text.size() >= ShortestAddress && std::all_of(text.begin(), text.end(), [](char c) {
@@ -23,7 +25,7 @@ bool IsAddress(std::string_view text) {
 }  // namespace
 
 void NmeaDecoder::Reset() {
-  badRows_ = wrongChecksums_ = 0;
+  badRows_ = wrongChecksums_ = turnedDates_ = unsetDates_ = 0;
   hasSentences_ = false;
 }
 
@@ -36,6 +38,18 @@ LoggerTime NmeaDecoder::TimeOf(std::string_view prefix) {
     if (!std::isfinite(time.seconds)) return {};
   }
   return time;
+}
+
+void NmeaDecoder::MendDate(std::optional<int>& day, const LoggerTime& logged) {
+  if (!day) return;
+  if (logged.clock == LoggerTime::Clock::Absolute &&
+      std::abs(logged.seconds / SecondsOfDay - *day - CounterDays) < 2) {
+    *day += CounterDays;
+    ++turnedDates_;
+  }
+  if (*day * SecondsOfDay >= FirstDate) return;
+  day.reset();
+  ++unsetDates_;
 }
 
 void NmeaDecoder::AddSentence(const NmeaSentence& sentence, const LoggerTime& logged) {
@@ -51,7 +65,8 @@ void NmeaDecoder::AddSentence(const NmeaSentence& sentence, const LoggerTime& lo
   }
   const NmeaFields fields(sentence.fields);
   if (IsFix(sentence.kind)) {
-    if (const std::optional<NmeaFix> fix = FixOf(sentence.kind, fields)) {
+    if (std::optional<NmeaFix> fix = FixOf(sentence.kind, fields)) {
+      MendDate(fix->day, logged);
       events_.push_back({sentence.kind, KeyOf(sentence.address), logged, *fix, {}});
       return;
     }

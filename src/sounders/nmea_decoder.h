@@ -7,6 +7,7 @@
 #include "sounders/reading.h"
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -49,6 +50,10 @@ class NmeaDecoder {
   std::uint64_t BadRows() const { return badRows_; }
   std::uint64_t WrongChecksums() const { return wrongChecksums_; }
   bool AssumedZone() const { return assumedZone_; }  // a logger's time had none
+  // Of fixes with a date: that a receiver told 1024 weeks early, as the logger's clock shows, and ones before
+  // FirstDate, which are none.
+  std::uint64_t TurnedDates() const { return turnedDates_; }
+  std::uint64_t UnsetDates() const { return unsetDates_; }
   // Counts anew; what was learnt of dates and vessels is kept.
   void Reset();
 
@@ -56,13 +61,14 @@ class NmeaDecoder {
   LoggerTime TimeOf(std::string_view prefix);
   void AddLine(std::string_view line);
   void AddJson(std::string_view prefix, std::string_view json);
+  void MendDate(std::optional<int>& day, const LoggerTime& logged);
   void AddSentence(const NmeaSentence& sentence, const LoggerTime& logged);
 
   const ReadOptions& options_;
   std::vector<NmeaEvent> events_;
   DeltaVessel vessel_;
   bool isDayFirst_ = false, hasSentences_ = false, assumedZone_ = false;
-  std::uint64_t badRows_ = 0, wrongChecksums_ = 0;
+  std::uint64_t badRows_ = 0, wrongChecksums_ = 0, turnedDates_ = 0, unsetDates_ = 0;
 };
 
 }  // namespace sondrix

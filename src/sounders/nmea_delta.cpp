@@ -47,7 +47,7 @@ LoggerTime TimeOf(const Json& update, const LoggerTime& logged) {
   std::string_view rest = text;
   const std::optional<IsoTime> time = TakeIsoTime(rest);
   if (!time) return logged;
-  return {.clock = LoggerTime::Clock::Absolute, .seconds = time->seconds, .isFine = time->hasDecimals};
+  return Dated({.clock = LoggerTime::Clock::Absolute, .seconds = time->seconds, .isFine = time->hasDecimals});
 }
 
 // False where a value can't be understood; null is one that isn't known.

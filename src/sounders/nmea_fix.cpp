@@ -1,6 +1,7 @@
 #include "sounders/nmea_fix.h"
 
 #include "core/text.h"
+#include "sounders/calendar.h"
 #include "sounders/iso_time.h"
 
 #include <algorithm>

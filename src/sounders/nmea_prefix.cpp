@@ -1,5 +1,7 @@
 #include "sounders/nmea_prefix.h"
 
+#include "core/text.h"
+#include "sounders/calendar.h"
 #include "sounders/iso_time.h"
 
 #include <charconv>
@@ -11,8 +13,6 @@ namespace sondrix {
 namespace {
 
 constexpr std::size_t MostPrefix = 256;
-
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 using Form = std::optional<LoggerTime> (*)(std::string_view text, bool dayFirst);
 
@@ -47,7 +47,7 @@ std::optional<LoggerTime> OnDay(std::optional<int> day, std::string_view text) {
   const std::optional<TimeOfDay> time = TakeTimeOfDay(text);
   if (!day || !time) return std::nullopt;
   return LoggerTime{.clock = LoggerTime::Clock::Absolute,
-                    .seconds = *day * 86'400.0 + time->seconds,
+                    .seconds = *day * SecondsOfDay + time->seconds,
                     .needsZone = true,
                     .isFine = time->hasDecimals};
 }
@@ -107,16 +107,21 @@ std::string_view TagTime(std::string_view prefix) {
 
 }  // namespace
 
+LoggerTime Dated(const LoggerTime& time) {
+  if (time.clock != LoggerTime::Clock::Absolute || time.seconds >= FirstDate) return time;
+  return {.clock = LoggerTime::Clock::OfDay, .seconds = time.seconds, .isFine = time.isFine};
+}
+
 LoggerTime LoggerTimeOf(std::string_view prefix, bool dayFirst) {
   if (prefix.size() > MostPrefix) prefix.remove_prefix(prefix.size() - MostPrefix);
   if (const std::string_view tag = TagTime(prefix); !tag.empty()) {
-    if (const std::optional<LoggerTime> time = EpochTime(tag, dayFirst)) return *time;
+    if (const std::optional<LoggerTime> time = EpochTime(tag, dayFirst)) return Dated(*time);
   }
   for (std::size_t at = 0; at < prefix.size(); ++at) {
     const char before = at > 0 ? prefix[at - 1] : ' ';
     if (!IsDigit(prefix[at]) || IsDigit(before) || before == '.' || before == ':') continue;
     for (const Form form : Forms) {
-      if (const std::optional<LoggerTime> time = form(prefix.substr(at), dayFirst)) return *time;
+      if (const std::optional<LoggerTime> time = form(prefix.substr(at), dayFirst)) return Dated(*time);
     }
   }
   return {};

@@ -19,6 +19,9 @@ struct LoggerTime {
   bool isDayFirst = false;  // a date whose first number is no month
 };
 
+// What a clock tells before FirstDate tells lines apart and no more: it is made one of OfDay.
+LoggerTime Dated(const LoggerTime& time);
+
 // The time in what a logger put before a sentence: a number of milliseconds or seconds since 1970, a date and
 // time in many forms, a time alone, or the c field of a tag block, which wins. Dates as 03/15/2010 begin with
 // the month unless dayFirst.

@@ -1,5 +1,6 @@
 #include "sounders/nmea_reader.h"
 
+#include "sounders/calendar.h"
 #include "sounders/line_reader.h"
 #include "sounders/nmea_clock.h"
 #include "sounders/nmea_decoder.h"
@@ -20,9 +21,7 @@ namespace {
 constexpr unsigned DepthPatience = 16, FixPatience = 10;
 // A source needs this part of the most frequent one's count to be preferred to it.
 constexpr double DepthLeast = 0.25, FixLeast = 0.5;
-constexpr double SameMoment = 1e-4;   // seconds
-constexpr int WeeksOfCounter = 1024;  // after which old receivers begin their dates anew
-constexpr double SecondsOfDay = 86'400;
+constexpr double SameMoment = 1e-4;  // seconds
 
 // Smaller is better: position and depth in one, then from the surface, then the finer sentence.
 int DepthPreference(const NmeaEvent& event) {
@@ -186,12 +185,7 @@ void NmeaReading::TakeFix(const NmeaEvent& event) {
   const NmeaFix& fix = event.fix;
   const bool isAbsolute = event.logged.clock == LoggerTime::Clock::Absolute;
   const bool hasTime = !std::isnan(fix.ofDay);
-  if (fix.day && hasTime && dates_.Takes(event.address, true)) {
-    int day = *fix.day;
-    constexpr int turn = WeeksOfCounter * 7;
-    if (isAbsolute && std::abs(event.logged.seconds / SecondsOfDay - day - turn) < 2) day += turn;
-    SetDay(fix.ofDay, day);
-  }
+  if (fix.day && hasTime && dates_.Takes(event.address, true)) SetDay(fix.ofDay, *fix.day);
   if (event.kind == SentenceKind::Zda || !positions_.Takes(event.address, fix.HasPosition())) return;
   if (hasTime && dates_.IsEmpty() && isAbsolute)
     SetDay(fix.ofDay, static_cast<int>(std::lround((event.logged.seconds - fix.ofDay) / SecondsOfDay)));
@@ -219,6 +213,10 @@ void NmeaReading::Tell(Reading& reading) const {
   if (needsPositions && !positions_.IsEmpty()) reading.takenFor.push_back("positions: " + positions_.Taken());
   if (dates_.IsEmpty() && decoder_.AssumedZone())
     reading.takenFor.push_back("times of the logger: " + (zoneName_.empty() ? "UTC assumed" : zoneName_));
+  if (decoder_.TurnedDates() > 0)
+    reading.remarks.emplace_back("its dates are 1024 weeks early by the logger's clock, and put right");
+  if (decoder_.UnsetDates() > 0)
+    reading.remarks.push_back(std::to_string(decoder_.UnsetDates()) + std::string(BeforeFirstDate));
   if (depths_.LeftOut() > 0)
     reading.remarks.push_back(std::to_string(depths_.LeftOut()) + " depths told by other sentences too");
   if (needsPositions && positions_.IsEmpty()) {

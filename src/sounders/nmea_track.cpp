@@ -1,6 +1,7 @@
 #include "sounders/nmea_track.h"
 
 #include "geo/near_places.h"
+#include "sounders/calendar.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,7 +14,6 @@ namespace {
 constexpr std::size_t MostWaiting = 4096;
 constexpr double UndatedGap = 3600;  // seconds; a log that was off for longer may go on another day
 constexpr double Slack = 1e-6;       // of sums of times
-constexpr double SecondsOfDay = 86'400;
 constexpr double Undated = NmeaTrack::UndatedDay / 2.0 * SecondsOfDay;  // times before it have no date yet
 
 // Where between two epochs a line stands by the logger's clock, 0 to 1; not a number where it doesn't tell.

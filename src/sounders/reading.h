@@ -56,6 +56,8 @@ struct Reading {
   std::vector<TripReading> trips;
   std::vector<std::string> takenFor;  // what columns, units, signs and zone were taken for, a sentence each
   std::vector<std::string> remarks;   // what a user should know of it, a sentence each
+  // Latitude and longitude may stand the other way round: nothing in the source tells, other sources may.
+  bool isOrderOpen = false;
   PassedOverCounts passedOver{};
 
   void PassOver(PassedOver what, std::uint64_t count = 1) {

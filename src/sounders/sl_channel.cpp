@@ -2,6 +2,7 @@
 
 #include "core/channel.h"
 #include "sonar/layout/sl_format.h"
+#include "sounders/calendar.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,8 +13,7 @@ namespace {
 
 constexpr float DeepestWater = 36'100;  // feet, a little more than anywhere
 
-// Clocks before 1990 and behind 2100 aren't set.
-constexpr std::uint32_t FirstDate = 631'152'000, LastDate = 4'102'444'800;
+constexpr std::uint32_t LastDate = 4'102'444'800;  // clocks behind 2100 aren't set either
 
 // From one frame of a channel to its next, milliseconds: a step back or a longer one is a break.
 constexpr std::int64_t MostStep = 5000, MostBack = 1000;

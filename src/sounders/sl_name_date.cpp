@@ -1,6 +1,8 @@
 #include "sounders/sl_name_date.h"
 
-#include <chrono>
+#include "core/text.h"
+#include "sounders/calendar.h"
+
 #include <cstddef>
 
 namespace sondrix {
@@ -16,9 +18,8 @@ int NumberAt(std::string_view text, std::size_t at, std::size_t digits) {
 }
 
 bool HasForm(std::string_view text) {
-  const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
   for (std::size_t i = 0; i < Form.size(); ++i) {
-    if (isDigit(text[i]) != isDigit(Form[i])) return false;
+    if (IsDigit(text[i]) != IsDigit(Form[i])) return false;
   }
   return true;
 }
@@ -29,13 +30,10 @@ std::optional<double> DateOfName(std::string_view name) {
   for (std::size_t at = 0; at + Form.size() <= name.size(); ++at) {
     const std::string_view text = name.substr(at, Form.size());
     if (!HasForm(text)) continue;
-    using namespace std::chrono;
-    const year_month_day day{year(NumberAt(text, 0, 4)), month(static_cast<unsigned>(NumberAt(text, 5, 2))),
-                             std::chrono::day(static_cast<unsigned>(NumberAt(text, 8, 2)))};
+    const std::optional<int> day = DayOf(NumberAt(text, 0, 4), NumberAt(text, 5, 2), NumberAt(text, 8, 2));
     const int hour = NumberAt(text, 11, 2), minute = NumberAt(text, 14, 2), second = NumberAt(text, 17, 2);
-    if (!day.ok() || hour > 23 || minute > 59 || second > 59) continue;
-    const auto days = sys_days(day).time_since_epoch().count();
-    return static_cast<double>(((days * 24LL + hour) * 60 + minute) * 60 + second);
+    if (!day || hour > 23 || minute > 59 || second > 59) continue;
+    return *day * SecondsOfDay + hour * 3600 + minute * 60 + second;
   }
   return std::nullopt;
 }

@@ -1,6 +1,7 @@
 #include "sounders/table_clock.h"
 
 #include "core/sounding.h"
+#include "sounders/calendar.h"
 #include "sounders/table_cells.h"
 
 #include <cmath>
@@ -9,7 +10,6 @@
 namespace sondrix {
 namespace {
 
-constexpr double SecondsOfDay = 86400;
 // Clocks are set at whole ones of these, in every zone since 1972.
 constexpr double Quarter = 900;
 // Of the years to which a time of a sounding can belong, seconds since 1970.
@@ -37,7 +37,8 @@ TableClock::TableClock(const TableLayout& layout, const ReadOptions& options)
       date_(layout.date),
       order_(layout.dateOrder),
       unit_(PerSecond(layout.time)),
-      options_(options) {}
+      options_(options),
+      isOwn_(layout.isOwn) {}
 
 bool TableClock::Take(Slot slot, TimeForm form, const TableRow& row, Moment& moment) {
   std::optional<Moment> found;
@@ -67,10 +68,16 @@ double TableClock::ToUtc(double local) {
   return local - ahead_;
 }
 
+double TableClock::Dated(double seconds) {
+  if (isOwn_ || !(seconds < FirstDate)) return KeptSeconds(seconds);
+  ++unsetTimes_;
+  return Unknown;
+}
+
 double TableClock::SecondsOf(const TableRow& row) {
   if (unit_ > 0) {
     const double seconds = row.Number(Slot::Time) / unit_;
-    return seconds > 0 && seconds < LatestTime ? KeptSeconds(seconds) : Unknown;
+    return seconds > 0 && seconds < LatestTime ? Dated(seconds) : Unknown;
   }
   if (time_ == TimeForm::None && date_ == TimeForm::None) return Unknown;
   Moment moment;
@@ -87,7 +94,7 @@ double TableClock::SecondsOf(const TableRow& row) {
   // A day alone is no moment.
   if (!moment.clock) return Unknown;
   const double seconds = static_cast<double>(*moment.day) * SecondsOfDay + *moment.clock;
-  return KeptSeconds(moment.ahead ? seconds - *moment.ahead : ToUtc(seconds));
+  return Dated(moment.ahead ? seconds - *moment.ahead : ToUtc(seconds));
 }
 
 }  // namespace sondrix

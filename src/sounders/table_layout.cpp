@@ -198,6 +198,18 @@ void CheckChannel(TableLayout& layout, const TableShape& shape, const std::vecto
   layout.Of(Slot::Channel) = NoColumn;
 }
 
+// Three columns without a head whose last is below 0 throughout are heights over a plane, x first, as a
+// converter of logs writes them. Others than this program's guess may know better.
+void FindOpenOrder(TableLayout& layout, const TableShape& shape, const std::vector<ColumnStats>& stats,
+                   const ReadOptions& options) {
+  if (shape.columns != 3 || !shape.headLine.empty() || options.toDegrees) return;
+  if (layout.Of(Slot::First) != 0 || layout.Of(Slot::Second) != 1 || layout.Of(Slot::Depth) != 2) return;
+  if (stats[0].axis != Axis::Unsaid || stats[1].axis != Axis::Unsaid) return;
+  if (stats[2].negative == 0 || stats[2].negative < stats[2].values || stats[2].zeros > 0) return;
+  std::swap(layout.Of(Slot::First), layout.Of(Slot::Second));
+  layout.isOrderOpen = true;
+}
+
 std::string_view TextOf(TimeForm form) {
   switch (form) {
     case TimeForm::Seconds:
@@ -245,9 +257,10 @@ std::string ColumnsText(const TableLayout& layout, const TableShape& shape, bool
                     {Slot::Trip, "trip"}};
   std::sort(std::begin(pieces), std::end(pieces),
             [&](const Piece& a, const Piece& b) { return layout.Of(a.slot) < layout.Of(b.slot); });
-  std::string text = !isGuess             ? "columns: "
-                     : shape.head.empty() ? "no head, columns: "
-                                          : "no known names, columns: ";
+  std::string text = !isGuess                 ? "columns: "
+                     : shape.headLine.empty() ? "no head, columns: "
+                     : shape.head.empty()     ? "a head that doesn't fit its rows, columns: "
+                                              : "no known names, columns: ";
   bool isFirst = true;
   for (const Piece& piece : pieces) {
     if (!layout.Has(piece.slot)) break;
@@ -286,6 +299,7 @@ TableLayout LayoutOf(const TableShape& shape, const ReadOptions& options) {
                 names[layout.Of(Slot::First)].meaning != Meaning::Y;
   } else {
     GuessColumns(layout, shape, stats, options);
+    FindOpenOrder(layout, shape, stats, options);
   }
   CheckColumns(layout, shape, isNamed);
   FindPlaceForm(layout, stats, options, isDegrees);

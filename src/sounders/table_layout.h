@@ -41,7 +41,8 @@ struct TableLayout {
   PlaceForm place = PlaceForm::Degrees;
   double metres = 1;  // of the unit of depths
   bool isHeight = false;
-  bool isOwn = false;  // soundings as the chart program writes them
+  bool isOwn = false;        // soundings as the chart program writes them
+  bool isOrderOpen = false;  // of latitude and longitude: guessed by the sign of the depths
   TimeForm time = TimeForm::None, date = TimeForm::None;
   DateOrder dateOrder = DateOrder::DayFirst;
   std::vector<std::string> takenFor, remarks;  // for the reading

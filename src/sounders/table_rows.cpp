@@ -57,7 +57,7 @@ TableRows::TableRows(std::string_view path, const TableShape& shape, const Table
       shape_(shape),
       place_(layout.place),
       metres_(layout.metres),
-      isInFront_(!shape.head.empty()) {
+      isInFront_(!shape.headLine.empty()) {
   shape_.rows.clear();
   for (std::size_t slot = 0; slot < SlotCount; ++slot) {
     const std::size_t at = layout.columnOf[slot];

@@ -121,6 +121,18 @@ bool FitsRow(std::string_view line, const TableShape& shape) {
   return cells.size() == shape.columns && ShareOf(cells).values >= RowValues;
 }
 
+// A line of names in front of the rows that other separators part than theirs, as a converter writes it: it
+// doesn't say which column is which, but it is no bad row.
+std::string_view ForeignHead(const std::vector<std::string_view>& lines, const TableShape& shape) {
+  for (const std::string_view line : lines) {
+    if (IsComment(line, shape.separator)) continue;
+    if (FitsRow(line, shape)) break;
+    for (const char separator : Separators)
+      if (KnownNames(line, separator) >= 2) return line;
+  }
+  return {};
+}
+
 // The head is the best known line in front of the rows; a comment may be one, and so may names that nobody
 // knows, of as many columns as the rows have.
 void FindHead(TableShape& shape, const std::vector<std::string_view>& lines) {
@@ -147,6 +159,7 @@ void FindHead(TableShape& shape, const std::vector<std::string_view>& lines) {
     SplitRow(last, shape.separator, cells, MaxColumns);
     if (cells.size() == shape.columns && ShareOf(cells).values == 0) head = last;
   }
+  if (head.empty() && isRow) shape.headLine = ForeignHead(lines, shape);
   if (head.empty() || (best == 1 && shape.columns > 1 && head.data() != last.data())) return;
   shape.headLine = head;
   shape.head = NamesOf(head, shape.separator);

@@ -21,7 +21,7 @@ struct TableShape {
   std::size_t lines = 0;          // looked at, without blank lines and comments
   std::size_t fitting = 0;        // of them rows of values in so many columns
   std::vector<std::string> head;  // names of columns, UTF-8; empty where there are none
-  std::string headLine;           // as it stands, in UTF-8 or an 8-bit code page
+  std::string headLine;           // as it stands, in UTF-8 or an 8-bit code page; also of one without use
   std::vector<std::string> rows;  // fitting ones, some hundreds
 };
 

@@ -1,6 +1,7 @@
 #include "sounders/table_taker.h"
 
 #include "geo/mercator.h"
+#include "sounders/calendar.h"
 #include "sounders/table_angle.h"
 #include "sounders/table_cells.h"
 #include "sounders/table_guess.h"
@@ -159,6 +160,16 @@ void TableTaker::FinishPlaces() {
       reading_.takenFor.push_back("latitude and longitude the other way round: no other order is possible");
     Remark(without, " rows with a latitude beyond 90 have no position");
   }
+  if (layout_.isOrderOpen && sure_ == 0 && exchanged_ == 0) {
+    reading_.isOrderOpen = positive_ == 0;
+    if (reading_.isOrderOpen) {
+      reading_.takenFor.emplace_back(
+          "longitude first, as it is where all depths are below 0; --columns tells otherwise");
+    } else {
+      for (TripReading& trip : reading_.trips) SwapPlaces(trip.soundings);
+      reading_.takenFor.emplace_back("latitude first, as not all depths are below 0");
+    }
+  }
   if (layout_.isOwn) return;
   for (TripReading& trip : reading_.trips)
     Remark(PlaceByTime(trip.soundings), " soundings between two fixes have their place by time");
@@ -186,6 +197,7 @@ void TableTaker::Finish() {
                                 (options_.toUtc ? "of " + options_.zoneName : std::string("UTC")));
   Remark(clock_.BadTimes(), " times can't be understood");
   Remark(clock_.WithoutDate(), " times stand without a date and are left out");
+  Remark(clock_.UnsetTimes(), BeforeFirstDate);
   Remark(outside_, " positions lie outside what --source-crs reaches");
   for (TripReading& trip : reading_.trips) trip.soundings.Finish();
 }

@@ -1,30 +1,20 @@
 #include "sounders/table_time.h"
 
 #include "core/text.h"
+#include "sounders/calendar.h"
 #include "sounders/table_cells.h"
 #include "sounders/zone.h"
 
 #include <algorithm>
 #include <array>
-#include <chrono>
 #include <cmath>
 
 namespace sondrix {
 namespace {
 
-constexpr double SecondsOfDay = 86400;
 constexpr std::int64_t ExcelEpoch = -25569;  // 30 December 1899, days since 1970
 
-constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 constexpr bool IsLetter(char c) { return Lower(c) >= 'a' && Lower(c) <= 'z'; }
-
-std::optional<std::int64_t> DayOf(int year, int month, int day) {
-  const std::chrono::year_month_day date{std::chrono::year(year),
-                                         std::chrono::month(static_cast<unsigned>(month)),
-                                         std::chrono::day(static_cast<unsigned>(day))};
-  if (year < 1900 || year > 2200 || month < 1 || day < 1 || !date.ok()) return std::nullopt;
-  return std::chrono::sys_days(date).time_since_epoch().count();
-}
 
 // Takes pieces from the start of a text.
 struct Pieces {
@@ -94,7 +84,7 @@ std::optional<DateParts> TakeDate(Pieces& pieces) {
   return parts;
 }
 
-std::optional<std::int64_t> DayOf(const DateParts& parts, DateOrder order) {
+std::optional<int> DayOfParts(const DateParts& parts, DateOrder order) {
   const auto& [a, b, c] = parts.value;
   if (parts.digits[0] == 4) return DayOf(a, b, c);
   if (parts.digits[2] == 0 || parts.digits[2] == 1) return std::nullopt;
@@ -154,7 +144,7 @@ std::optional<Moment> MomentOf(std::string_view text, DateOrder order) {
   } else {
     const std::optional<DateParts> parts = TakeDate(pieces);
     if (!parts) return std::nullopt;
-    moment.day = DayOf(*parts, order);
+    moment.day = DayOfParts(*parts, order);
     if (!moment.day) return std::nullopt;
     pieces.Take(',');
     if (!pieces.Take('T') && !pieces.Take('t')) pieces.SkipBlanks();
@@ -176,8 +166,8 @@ DateOrderFound DateOrderOf(std::span<const std::string_view> cells) {
     if (!parts || parts->digits[0] > 2 || parts->digits[0] == 0 || parts->digits[1] == 0) continue;
     isSeen = true;
     hasSlash = hasSlash || parts->mark == '/';
-    if (!DayOf(*parts, DateOrder::DayFirst)) mayBeDay = false;
-    if (!DayOf(*parts, DateOrder::MonthFirst)) mayBeMonth = false;
+    if (!DayOfParts(*parts, DateOrder::DayFirst)) mayBeDay = false;
+    if (!DayOfParts(*parts, DateOrder::MonthFirst)) mayBeMonth = false;
     // The clock of twelve hours goes with months first.
     if (Lower(cell.back()) == 'm') hasSlash = true;
   }

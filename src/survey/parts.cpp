@@ -1,6 +1,7 @@
 #include "survey/parts.h"
 
 #include "core/files.h"
+#include "core/text.h"
 #include "geo/near_places.h"
 #include "survey/survey.h"
 
@@ -18,8 +19,6 @@ namespace {
 
 constexpr double LongestPause = 60, MostOverlap = 2;         // seconds
 constexpr double FarthestTimed = 100, FarthestUntimed = 30;  // metres
-
-constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 // A source's name with "#" for each number in it, and the numbers.
 struct NumberedName {

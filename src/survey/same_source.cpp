@@ -7,6 +7,7 @@
 #include "survey/survey.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <optional>
 #include <span>
@@ -20,6 +21,12 @@ namespace {
 // program mends and another takes as they are. Where time and fine depths tell strangers apart, there is room
 // for a transducer that was put into its place.
 constexpr double MetresOfFine = 5, MetresOfRecording = 3, MetresOfTables = 1;
+
+// A table made of a log has a depth at the last fix before it, and the log's own depths lie between the
+// fixes: a fix interval's way apart, of a second at least.
+constexpr double FixInterval = 1;         // seconds
+constexpr double LongestFixInterval = 5;  // seconds
+constexpr double MostOfLog = 15;          // metres
 
 // A table's times without a zone may have been taken for another one than the recording's.
 constexpr double ZoneStep = 15 * 60;      // seconds
@@ -38,16 +45,42 @@ Rank RankOf(const Trip& trip) {
 // Whether a source tells the trip of another one.
 bool IsRetold(const Trip& trip) { return trip.name.find(FileNameOf(trip.path)) == std::string::npos; }
 
+// Metres that the boat makes from one fix to the next, all but one time in twenty.
+double FixWayOf(const SoundingList& soundings) {
+  constexpr double perMetre = 4;
+  std::array<std::size_t, static_cast<std::size_t>(MostOfLog * perMetre)> counts{};
+  std::size_t count = 0;
+  const Sounding* from = nullptr;
+  for (std::size_t i = 0; i < soundings.size(); ++i) {
+    const Sounding& to = soundings[i];
+    if (!to.HasPosition()) continue;
+    const double interval = from == nullptr ? Unknown : to.time - from->time;
+    if (interval < FixInterval - TimeSlack * 0.01) continue;
+    if (from != nullptr && !(interval > LongestFixInterval)) {
+      const double north = (to.latitude - from->latitude) * MetresOfDegree;
+      const double east = (to.longitude - from->longitude) * MetresOfDegree * std::cos(to.latitude * Deg2Rad);
+      const double way = std::min(std::hypot(north, east) * perMetre, counts.size() - 1.0);
+      ++counts[static_cast<std::size_t>(way)];
+      ++count;
+    }
+    from = &to;
+  }
+  std::size_t at = 0;
+  for (std::size_t below = counts[0]; below * 20 < count * 19; below += counts[++at]) {
+  }
+  return static_cast<double>(at + 1) / perMetre;
+}
+
 struct Candidate {
   std::size_t trip = 0;
   Rank rank = Rank::Table;
   bool isRetold = false;
   SoundingSpan span;
+  double fixWay = 0;  // metres, of a log
 };
 
 bool MayHold(const SoundingSpan& whole, const SoundingSpan& part) {
-  constexpr double metre = 1 / MetresOfDegree;  // degrees
-  const double north = 2 * MetresOfFine * metre;
+  const double north = 2 * MetresOfFine / MetresOfDegree;
   const double east = north / std::max(0.01, std::cos(part.north * Deg2Rad));
   return part.west >= whole.west - east && part.east <= whole.east + east &&
          part.south >= whole.south - north && part.north <= whole.north + north;
@@ -79,8 +112,9 @@ bool Repeats(SoundingProbe& probe, const Candidate& part, const Candidate& whole
   const bool usesTime = whole.span.HasTimes() && part.span.HasTimes();
   const std::vector<double> shifts = usesTime ? ShiftsOf(whole, part) : std::vector<double>{0};
   return std::any_of(shifts.begin(), shifts.end(), [&](double shift) {
-    return probe.StandsIn(wholeTrip.soundings, whole.span,
-                          {usesTime, shift, MetresOf(whole, part, usesTime)});
+    return probe.StandsIn(
+        wholeTrip.soundings, whole.span,
+        {usesTime, shift, MetresOf(whole, part, usesTime), part.rank == Rank::Table ? whole.fixWay : 0});
   });
 }
 
@@ -125,7 +159,8 @@ std::vector<RepeatedTrip> FindRepeatedTrips(const Survey& survey) {
   std::vector<Candidate> candidates;
   for (std::size_t t = 0; t < survey.trips.size(); ++t) {
     const Trip& trip = survey.trips[t];
-    const Candidate candidate = {t, RankOf(trip), IsRetold(trip), SpanOf(trip.soundings)};
+    Candidate candidate = {t, RankOf(trip), IsRetold(trip), SpanOf(trip.soundings)};
+    if (candidate.rank == Rank::Log) candidate.fixWay = FixWayOf(trip.soundings);
     if (candidate.span.count > 0) candidates.push_back(candidate);
   }
   std::sort(candidates.begin(), candidates.end(), [](const Candidate& a, const Candidate& b) {

@@ -106,8 +106,8 @@ SoundingProbe::SoundingProbe(const SoundingList& soundings, const SoundingSpan& 
 std::int64_t SoundingProbe::KeyOf(const ProbeReach& reach, double longitude, double latitude,
                                   double time) const {
   if (reach.usesTime) return static_cast<std::int64_t>(std::floor(time - span_.from));
-  const double x = (longitude - span_.west) * metresEast_ / reach.metres;
-  const double y = (latitude - span_.south) * MetresOfDegree / reach.metres;
+  const double x = (longitude - span_.west) * metresEast_ / (reach.metres + reach.back);
+  const double y = (latitude - span_.south) * MetresOfDegree / (reach.metres + reach.back);
   return static_cast<std::int64_t>(std::floor(y)) * (std::int64_t{1} << 32) +
          static_cast<std::int64_t>(std::floor(x));
 }
@@ -146,13 +146,25 @@ void SoundingProbe::Index(const ProbeReach& reach, std::size_t every) {
   }
 }
 
-bool SoundingProbe::Meet(Row& row, const Sounding& sounding, const ProbeReach& reach,
+double SoundingProbe::DistanceOf(const Row& row, const Sounding& sounding, const Sounding& before,
+                                 double back) const {
+  const double east = (row.longitude - sounding.longitude) * metresEast_;
+  const double north = (row.latitude - sounding.latitude) * MetresOfDegree;
+  const double backEast = (before.longitude - sounding.longitude) * metresEast_;
+  const double backNorth = (before.latitude - sounding.latitude) * MetresOfDegree;
+  const double way = std::hypot(backEast, backNorth);
+  if (back == 0 || !(way > 0)) return std::hypot(east, north);
+  const double along = std::clamp((east * backEast + north * backNorth) / way, 0.0, back);
+  return std::hypot(east - along * backEast / way, north - along * backNorth / way);
+}
+
+bool SoundingProbe::Meet(Row& row, const Sounding& sounding, const Sounding& before, const ProbeReach& reach,
                          double tolerance) const {
   const double late = sounding.time - reach.shift - row.time;
   if (reach.usesTime && !(std::abs(late) <= TimeReach)) return false;
   const double east = sounding.longitude - row.longitude;
   const double north = sounding.latitude - row.latitude;
-  if (std::hypot(east * metresEast_, north * MetresOfDegree) > reach.metres) return false;
+  if (DistanceOf(row, sounding, before, reach.back) > reach.metres) return false;
   const double below = static_cast<double>(sounding.recorded) - row.depth;
   row.near |= StepsOf(below, tolerance);
   const bool isHit = std::abs(below) <= tolerance;
@@ -196,11 +208,14 @@ bool SoundingProbe::IsAnswered(double tolerance) const {
 }
 
 std::size_t SoundingProbe::Look(const SoundingList& other, const ProbeReach& reach, double tolerance) {
-  const double eastReach = reach.metres / metresEast_;
-  const double northReach = reach.metres / MetresOfDegree;
+  const double eastReach = (reach.metres + reach.back) / metresEast_;
+  const double northReach = (reach.metres + reach.back) / MetresOfDegree;
   std::size_t exact = 0;
+  Sounding last, before;  // before: the last at another place
   for (std::size_t b = 0; b < other.BlockCount(); ++b) {
     for (const Sounding& sounding : other.Block(b)) {
+      if (sounding.longitude != last.longitude || sounding.latitude != last.latitude) before = last;
+      last = sounding;
       if (!(sounding.longitude >= span_.west - eastReach && sounding.longitude <= span_.east + eastReach &&
             sounding.latitude >= span_.south - northReach && sounding.latitude <= span_.north + northReach &&
             sounding.recorded > 0)) {
@@ -211,7 +226,7 @@ std::size_t SoundingProbe::Look(const SoundingList& other, const ProbeReach& rea
       const std::int64_t key = KeyOf(reach, sounding.longitude, sounding.latitude, time);
       for (std::uint32_t e = heads_[HeadOf(key)]; e != None; e = entries_[e].next) {
         if (entries_[e].key != key) continue;
-        if (Meet(rows_[entries_[e].row], sounding, reach, tolerance)) ++exact;
+        if (Meet(rows_[entries_[e].row], sounding, before, reach, tolerance)) ++exact;
       }
     }
   }
@@ -232,7 +247,7 @@ bool SoundingProbe::StandsIn(const SoundingList& other, const SoundingSpan& othe
 }
 
 std::vector<std::size_t> SoundingProbe::StandsAmong(std::span<const SoundingList* const> others) {
-  const ProbeReach reach = {.usesTime = true, .shift = 0, .metres = 1};
+  const ProbeReach reach = {.usesTime = true, .shift = 0, .metres = 1, .back = 0};
   Index(reach, 1);
   std::vector<std::size_t> answering;
   for (std::size_t i = 0; i < others.size(); ++i) {

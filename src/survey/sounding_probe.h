@@ -25,6 +25,7 @@ struct ProbeReach {
   bool usesTime = false;  // within a second
   double shift = 0;       // seconds that the times of the other list are ahead
   double metres = 1;
+  double back = 0;  // metres: the way before a sounding of the other list on which it may stand as well
 };
 
 // Soundings spread evenly over a list, to be looked for in others: memory and pace don't depend on the length
@@ -60,8 +61,11 @@ class SoundingProbe {
   void Insert(std::int64_t key, std::uint32_t row);
   bool IsFull(std::int64_t key) const;
   std::int64_t KeyOf(const ProbeReach& reach, double longitude, double latitude, double time) const;
+  // Metres of a row from a sounding, or from the way back to where the boat was before.
+  double DistanceOf(const Row& row, const Sounding& sounding, const Sounding& before, double back) const;
   // Whether the row wasn't found exactly before.
-  bool Meet(Row& row, const Sounding& sounding, const ProbeReach& reach, double tolerance) const;
+  bool Meet(Row& row, const Sounding& sounding, const Sounding& before, const ProbeReach& reach,
+            double tolerance) const;
   bool IsLikely() const;
   bool IsExact() const;
   bool IsAnswered(double tolerance) const;

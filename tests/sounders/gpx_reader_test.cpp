@@ -51,6 +51,10 @@ TEST(GpxReader, PointsWithADepth) {
                 Point("20", "<depth>deep</depth>") + Point("200", "<depth>2</depth>") +
                 Point("", "<depth>2</depth>") + Point("20", "<depth>nan</depth>")),
             "/ - - - 2.000; 20.0000 10.0000 - -; 20.0000 10.0000 - - | 3 bad rows"},
+           // A clock that was not set.
+           {Gpx(Point("20", "<time>1989-12-31T23:59:59Z</time>" + Depth("1")) +
+                Point("20", "<time>1990-01-01T00:00:00Z</time>" + Depth("1"))),
+            "/ 20.0000 10.0000 - 1.000; 20.0000 10.0000 631152000.00 1.000"},
            // Heights.
            {Gpx(Point("20", Depth("-2.5")) + Point("21", Depth("0"))),
             "/ 20.0000 10.0000 - 2.500; 21.0000 10.0000 - 0.000"},

@@ -88,12 +88,20 @@ TEST(NmeaReader, DatesAndMidnights) {
            {"2019-12-31T23:59:59Z " + rmc("235959", "160500") + Dbt("1") + "2020-01-01T00:00:00Z " +
                 rmc("000000", "170500"),
             "20.0000 10.0000 1577836799.50 1.000"},
+           // Dates of clocks that were not set.
+           {rmc("000000", "311289") + Dbt("1") + rmc("000001", "311289"), "20.0000 10.0000 - 1.000"},
            // The logger's date where the receiver has none.
            {"03/15/2010,00:00:00.500," + gga("000000") + "03/15/2010,00:00:01.000," + Dbt("1") +
                 "03/15/2010,00:00:01.500," + gga("000001"),
             "20.0000 10.0000 1268611200.50 1.000"},
        })
     EXPECT_EQ(ReadingText(row.log), row.soundings) << row.log;
+  Reading turned;
+  ReadingText("2020-01-01T00:00:00Z " + rmc("000000", "170500") + Dbt("1") + rmc("000001", "311289"), {},
+              &turned);
+  ASSERT_EQ(turned.remarks.size(), 2U);
+  EXPECT_EQ(turned.remarks[0], "its dates are 1024 weeks early by the logger's clock, and put right");
+  EXPECT_EQ(turned.remarks[1], "1 times before 1990 are of a clock that was not set");
   ReadOptions east;
   east.toUtc = [](double seconds) { return seconds - 3600; };
   east.zoneName = "UTC+1";
@@ -194,6 +202,7 @@ TEST(NmeaReader, TimesThatLoggersPutBefore) {
            {"10:00:00.0 \\g:1-2-3,c:1522258800250*4A\\", Clock::Absolute, 1522258800.25, true},
            {"00:01:02.500;A;", Clock::OfDay, 62.5, true},
            {"00:01:02.500: ", Clock::OfDay, 62.5, true},
+           {"1970-01-01T00:01:02.500Z ", Clock::OfDay, 62.5, true},
            {"0102500. ", Clock::None, 0, false},
            {"2018-02-30 99:00:00 boat7 ", Clock::None, 0, false},
        }) {

@@ -74,7 +74,8 @@ TEST(TableLayout, ColumnsByNameOrByLook) {
       {"Longitude;Latitude;Depth,m;Offset,m;Satellite,pc;HDOP,m\r\n53.51234,13.51234,4.50\r\n53.51235,13."
        "51234,4.60\r\n",
        "53.51234 13.51234 4.5 -|53.51235 13.51234 4.6 -|",
-       "no head, columns: 1 latitude, 2 longitude, 3 depth in metres; between them comma|"},
+       "a head that doesn't fit its rows, columns: 1 latitude, 2 longitude, 3 depth in metres; between them "
+       "comma|"},
       {"56.123456789,37.987654321,3.05,2016-05-25T14:03:07\r\n", "56.12345679 37.98765432 3.05 1464184987|",
        "no head, columns: 1 latitude, 2 longitude, 3 depth in metres, 4 time; between them comma|times "
        "without a "

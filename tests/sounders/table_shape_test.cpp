@@ -60,6 +60,8 @@ TEST(TableShape, BadRowsAreCountedAndTheRestIsRead) {
   EXPECT_EQ(table.soundings, TwoRows);
   EXPECT_EQ(table.badRows, 5U);
   EXPECT_EQ(table.cutRows, 1U);
+  // A head that other separators part than the rows is none of them.
+  EXPECT_EQ(TableOf("Longitude;Latitude;Depth,m;HDOP,m\n53.1234,13.5678,4.5\n").badRows, 0U);
 }
 
 TEST(TableShape, WhatIsNoTable) {

@@ -41,6 +41,12 @@ TEST(TableSounder, OrderAndSignAreFoundFromAllRows) {
        "latitude and longitude the other way round: no other order is possible|"},
       {"53.5,13.5,-4.5\n53.5,13.5,0\n53.5,13.5,-4.6\n", "53.5 13.5 4.5 -|53.5 13.5 0 -|53.5 13.5 4.6 -|",
        "depths are below 0 in all rows: taken as heights|"},
+      {"37.5,56.5,-4.5\n37.5,56.6,-4.6\n", "56.5 37.5 4.5 -|56.6 37.5 4.6 -|",
+       "longitude first, as it is where all depths are below 0; --columns tells otherwise|"
+       "depths are below 0 in all rows: taken as heights|"},
+      {"35.16,139.61,-4.5\n", "35.16 139.61 4.5 -|",
+       "latitude and longitude the other way round: no other order is possible|"
+       "depths are below 0 in all rows: taken as heights|"},
       {"lat,lon,elevation\n53.5,13.5,-4.5\n53.5,13.5,0.5\n", "53.5 13.5 4.5 -|53.5 13.5 -0.5 -|",
        "depths are heights, upwards|"},
   };

@@ -67,6 +67,12 @@ TEST(TableTime, WhatTellsNoMomentIsUnknown) {
       "10:11:12\n53.5,13.5,4.5,\n");
   EXPECT_EQ(bad.soundings, "53.5 13.5 4.5 1583057472|53.5 13.5 4.5 -|53.5 13.5 4.5 -|");
   EXPECT_EQ(bad.remarks, "1 times can't be understood|");
+  EXPECT_FALSE(MomentOf("2020-1025-01 10:11:12", DateOrder::DayFirst));
+  for (const std::string_view cell : {"1970-01-16T06:01:57", "1989-12-31 23:59:59Z", "631151999", "32000"}) {
+    const TableText unset = TableOf("lat,lon,depth,time\n53.5,13.5,4.5," + std::string(cell) + "\n");
+    EXPECT_EQ(unset.soundings, "53.5 13.5 4.5 -|") << cell;
+    EXPECT_EQ(unset.remarks, "1 times before 1990 are of a clock that was not set|") << cell;
+  }
 }
 
 TEST(TableTime, NumbersBeyondAllTimes) {

@@ -1,10 +1,13 @@
 #include "survey/same_source.h"
 
 #include "samples/xorshift.h"
+#include "survey/place_order.h"
+#include "survey/sounding_probe.h"
 #include "survey/survey_trips.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -73,6 +76,8 @@ TEST(SameSource, FindsWhatWasGivenTwice) {
        "1 of 0;"},
       {"with the transducer in its place", Copy(recording), Copy(table, ToTheNorth, "a.csv", "table"),
        "1 of 0;"},
+      {"a log and a table with its fixes", Copy(recording, AsItIs, "a.log", "NMEA 0183"),
+       Copy(table, WithoutTime, "a.txt", "table"), "1 of 0;"},
       {"a thinned table before the whole", Copy(table, WithoutTime, "a.csv", "table", 3),
        Copy(table, WithoutTime, "b.csv", "table"), "0 of 1;"},
       {"equal tables: the earlier stays", Copy(table, WithoutTime, "a.csv", "table"),
@@ -151,6 +156,8 @@ TEST(SameSource, LeavesStrangers) {
       {"without times", Copy(recording), Stranger(recording, 0.5, WithoutTime, 0.01, 0.04, 5)},
       {"tables of a place with other depths", Copy(table, WithoutTime, "a.csv", "table"),
        Stranger(table, 0, WithoutTime, 0.01, 0.05)},
+      {"a log and a boat beside it", Copy(recording, AsItIs, "a.log", "NMEA 0183"),
+       Stranger(recording, 4, WithoutTime, 0.1, 0.03)},
       {"nothing with a place", Copy(table, WithoutTime, "a.csv", "table"),
        Copy(
            table, [](Sounding& s) { s.longitude = Unknown; }, "b.csv", "table")},
@@ -164,6 +171,18 @@ TEST(SameSource, LeavesStrangers) {
     if (trip.Copies.empty()) others.push_back(RecordedTrip(trip));
   }
   EXPECT_EQ(RepeatedOf(std::move(others)), "");
+}
+
+TEST(PlaceOrder, IsThatOfTheNearerNeighbour) {
+  const auto at = [](double longitude, double latitude) {
+    return SoundingSpan{
+        .count = 1, .west = longitude, .east = longitude, .south = latitude, .north = latitude};
+  };
+  const SoundingSpan others[] = {at(13, 53), SoundingSpan()};
+  EXPECT_TRUE(LiesBesideExchanged(at(53.4, 13), others));
+  EXPECT_FALSE(LiesBesideExchanged(at(13.4, 53), others));
+  EXPECT_FALSE(LiesBesideExchanged(at(53.6, 13), others));
+  EXPECT_FALSE(LiesBesideExchanged(at(53, 13), std::span(others).last(1)));
 }
 
 }  // namespace

@@ -3,8 +3,12 @@
 #include "app/chart/chart_run.h"
 #include "core/code_page.h"
 #include "core/files.h"
+#include "sounders/table_places.h"
+#include "survey/place_order.h"
 #include "survey/same_source.h"
+#include "survey/sounding_probe.h"
 
+#include <algorithm>
 #include <map>
 #include <set>
 #include <utility>
@@ -65,6 +69,26 @@ void LeaveRepeatsOut(ChartRun& run) {
   MakeNamesDiffer(trips);
 }
 
+// Tables whose order of coordinates is open are put beside the other sources.
+void SettleOrders(std::vector<SourceReading>& readings) {
+  const auto isOpen = [](const SourceReading& reading) { return reading.reading.isOrderOpen; };
+  if (std::none_of(readings.begin(), readings.end(), isOpen)) return;
+  std::vector<SoundingSpan> settled;
+  for (const SourceReading& reading : readings) {
+    if (isOpen(reading)) continue;
+    for (const TripReading& trip : reading.reading.trips) settled.push_back(SpanOf(trip.soundings));
+  }
+  for (SourceReading& reading : readings) {
+    if (!isOpen(reading)) continue;
+    for (TripReading& trip : reading.reading.trips) {
+      if (!LiesBesideExchanged(SpanOf(trip.soundings), settled)) continue;
+      SwapPlaces(trip.soundings);
+      reading.reading.takenFor.emplace_back(
+          "latitude and longitude the other way round: so it lies beside other sources");
+    }
+  }
+}
+
 }  // namespace
 
 std::string ShownName(std::string_view name) {
@@ -76,6 +100,7 @@ std::string ShownName(std::string_view name) {
 }
 
 void Assemble(std::span<const ChartSource> sources, std::vector<SourceReading>& readings, ChartRun& run) {
+  SettleOrders(readings);
   std::vector<Trip>& trips = run.survey.trips;
   for (std::size_t i = 0; i < sources.size(); ++i) {
     Reading& reading = readings[i].reading;

@@ -2,6 +2,7 @@
 
 #include "app/desktop/fit_label.h"
 #include "app/desktop/qt_text.h"
+#include "core/text.h"
 
 #include <QFontMetricsF>
 #include <QPaintEvent>
@@ -23,8 +24,6 @@ constexpr int SmallestPixels = 9;    // of the letters in two rows
 constexpr int SmallestStretch = 80;  // percent
 constexpr int StretchStep = 5;
 constexpr int Rows = 2;
-
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 // The text in rows of a width, broken at blanks where there are any.
 QStringList RowsOf(const QString& text, const QFont& letters, int width) {
