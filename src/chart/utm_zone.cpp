@@ -11,8 +11,11 @@ void UtmZoneCount::Add(std::span<const Sounding> soundings) {
     if (sounding.fate != Fate::Used || !sounding.HasPosition()) continue;
     const double zone = std::floor((sounding.longitude + 180) / zoneWidth);
     const auto index = static_cast<std::size_t>(std::clamp(zone, 0.0, static_cast<double>(Zones - 1)));
-    std::uint64_t& count = sounding.latitude < 0 ? south_[index] : north_[index];
-    ++count;
+    if (sounding.latitude < 0) {
+      ++south_[index];
+    } else {
+      ++north_[index];
+    }
   }
 }
 

@@ -159,6 +159,7 @@ class Geopackage {
       const OGRLayerH layer = GDALDatasetGetLayer(dataset_.get(), i);
       const std::string sql = std::string("SELECT CreateSpatialIndex('") + OGR_L_GetName(layer) + "', '" +
                               OGR_L_GetGeometryColumn(layer) + "')";
+      // cppcheck-suppress unreadVariable ; it works as long as it lives
       const SqlWatch watch(dataset_.get(), run);
       const OGRLayerH result = GDALDatasetExecuteSQL(dataset_.get(), sql.c_str(), nullptr, nullptr);
       if (result != nullptr) GDALDatasetReleaseResultSet(dataset_.get(), result);

@@ -82,7 +82,8 @@ std::optional<IsoTime> TakeIsoTime(std::string_view& text) {
   if (!dayOfMonth) return std::nullopt;
   const std::optional<int> day = DayOf(*year, *month, *dayOfMonth);
   if (!day || !TakeOneOf(rest, "Tt ,;\t")) return std::nullopt;
-  while (TakeOneOf(rest, " ")) continue;
+  while (TakeOneOf(rest, " ")) {
+  }
   const std::optional<TimeOfDay> time = TakeTimeOfDay(rest);
   if (!time) return std::nullopt;
   const std::optional<int> zone = TakeZone(rest);

@@ -74,7 +74,8 @@ std::optional<LoggerTime> DateForm(std::string_view text, bool dayFirst) {
   if (!second || !TakeOneOf(text, std::string_view(&mark, 1))) return std::nullopt;
   const std::optional<int> year = TakeDigits(text, 4, 4);
   if (!year || !TakeOneOf(text, "Tt ,;\t")) return std::nullopt;
-  while (TakeOneOf(text, " ")) continue;
+  while (TakeOneOf(text, " ")) {
+  }
   const bool isDayFirst = mark == '.' || *first > 12;
   const bool turned = isDayFirst || (dayFirst && *second <= 12);
   std::optional<LoggerTime> time =

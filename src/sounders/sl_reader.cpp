@@ -77,6 +77,7 @@ SlChannel& Chosen(SlChannels& channels, const ReadOptions& options) {
   SlChannel* best = channels.Best();
   if (best == nullptr) throw CantRead("no sound frame in it");
   if (!options.channel) return *best;
+  // cppcheck-suppress constVariable ; it is returned
   if (SlChannel* found = channels.Find(*options.channel)) return *found;
   std::string numbers;
   std::vector<std::uint8_t> known;

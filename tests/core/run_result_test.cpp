@@ -65,7 +65,9 @@ TEST(RunResult, IsWellAfterAWantedEndWithWholeOutputs) {
   result.place = "GO";
   EXPECT_EQ(LineOf(result, {}), " ! error GO: 61. Disk full");
   result.message = &Messages::MsgDone;
-  EXPECT_EQ(LineOf(result, {.MsgDone = "done"}), "done");
+  Messages messages;
+  messages.MsgDone = "done";
+  EXPECT_EQ(LineOf(result, messages), "done");
 }
 
 TEST(Settings, TheTableHasTheFieldsAndTheirDefaults) {
@@ -115,7 +117,8 @@ TEST(Pause, LastsUntilItEndsOrTheRunDoes) {
     Settings settings;
     RunLimits limits;
     RunState state;
-    const Messages messages = {.MsgAborted = "stopped"};
+    Messages messages;
+    messages.MsgAborted = "stopped";
     TestWindow window;
     char never = 0;
     sondrix::Run run{settings,

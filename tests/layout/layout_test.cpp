@@ -22,7 +22,9 @@ namespace {
 
 // Opens a source of these bytes.
 SlSource Opened(const TemporaryFolder& folder, const std::vector<std::uint8_t>& bytes, std::size_t block) {
-  return SlSource(folder.Write("a.sl", {reinterpret_cast<const char*>(bytes.data()), bytes.size()}), block);
+  const std::string path = folder.Write("a.sl", {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+  // cppcheck-suppress returnDanglingLifetime ; the source opens the path and keeps none of it
+  return SlSource(path, block);
 }
 
 TEST(Layout, FieldsComeFromTheirPlaces) {
@@ -42,7 +44,11 @@ TEST(Layout, FieldsComeFromTheirPlaces) {
                                 .Aux7C = 0x0A0B0C0D,
                                 .Samples = std::vector<std::uint8_t>(300),
                                 .FrameIndex = 77,
-                                .TimeOffset = 4321};
+                                .TimeOffset = 4321,
+                                .FrameOffset = {},
+                                .FrameSize = {},
+                                .PrevSize = {},
+                                .SampleCount = {}};
     const std::vector<std::uint8_t> bytes = EchogramBytes(word, {sample});
     const auto frame = std::span(bytes).subspan(FileHeaderLength);
     const SlFormat found = SlFormatOf(static_cast<std::uint16_t>(word));

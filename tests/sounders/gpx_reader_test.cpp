@@ -67,7 +67,7 @@ TEST(GpxReader, PointsWithADepth) {
 
 TEST(GpxReader, DamagedXml) {
   const std::string a = Point("20", Depth("1")), b = Point("21", Depth("2")), c = Point("22", Depth("3"));
-  std::string deep = Gpx(a), nested;
+  std::string nested;
   for (int i = 0; i < 5000; ++i) nested += "<x>";
   const std::string bomb =
       "<!DOCTYPE gpx [<!ENTITY a \"aaaaaaaaaa\"><!ENTITY b \"&a;&a;&a;&a;&a;&a;&a;&a;\">]>\n";

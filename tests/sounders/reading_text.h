@@ -27,6 +27,7 @@ inline std::string ReadingText(std::string_view content, const ReadOptions& opti
   const std::string path = folder.Write("source", content);
   const SounderFormat* format = Recognise(path);
   if (format == nullptr) return "not recognised";
+  // cppcheck-suppress unassignedVariable ; through the reference
   Reading own;
   Reading& reading = kept != nullptr ? *kept : own;
   try {

@@ -52,6 +52,7 @@ class SlReader : public testing::Test {
 };
 
 // Replaces the flags of the n-th frame.
+// cppcheck-suppress constParameter ; its bytes are written
 void SetFlags(Bytes& bytes, std::size_t frame, std::uint16_t flags) {
   PutU16(bytes, FrameStarts(bytes)[frame] + (bytes[0] == 2 ? 0x84U : 0x74U), flags);
 }

@@ -54,8 +54,8 @@ inline TableText TableOf(std::string_view text, const ReadOptions& options = {})
       for (std::size_t i = 0; i < trip.soundings.size(); ++i)
         result.soundings += SoundingText(trip.soundings[i]) + "|";
     }
-    for (const std::string& text : reading.takenFor) result.takenFor += text + "|";
-    for (const std::string& text : reading.remarks) result.remarks += text + "|";
+    for (const std::string& taken : reading.takenFor) result.takenFor += taken + "|";
+    for (const std::string& remark : reading.remarks) result.remarks += remark + "|";
     result.badRows = reading.passedOver[static_cast<std::size_t>(PassedOver::BadRows)];
     result.cutRows = reading.passedOver[static_cast<std::size_t>(PassedOver::CutEnd)];
   } catch (const CantRead& reason) {
