@@ -186,7 +186,8 @@ std::vector<std::size_t> FrameStarts(std::span<const std::uint8_t> echogram) {
 bool WriteBytes(const std::string& path, std::span<const std::uint8_t> bytes) {
   SampleFile file = OpenSample(path);
   if (!file) return false;
-  const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size();
+  const bool written =
+      bytes.empty() || std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size();
   return std::fclose(file.release()) == 0 && written;
 }
 
