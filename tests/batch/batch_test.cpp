@@ -4,6 +4,7 @@
 #include "app/batch/transcript.h"
 #include "app/interrupt.h"
 #include "app/session.h"
+#include "call.h"
 #include "core/files.h"
 #include "digest.h"
 #include "samples/echogram.h"
@@ -13,10 +14,8 @@
 #include <csignal>
 #include <filesystem>
 #include <gtest/gtest.h>
-#include <iomanip>
 #include <regex>
 #include <set>
-#include <sstream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -26,22 +25,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct Called {
-  int status;
-  std::string out, err;
-};
-
-Called Call(const std::string& line) {
-  std::istringstream words(line);
-  std::vector<std::string> arguments;
-  for (std::string word; words >> std::quoted(word);) arguments.push_back(word);
-  testing::internal::CaptureStdout();
-  testing::internal::CaptureStderr();
-  const int status = RunBatch(arguments);
-  std::fflush(stdout);
-  const std::string out = testing::internal::GetCapturedStdout();
-  return {status, out, testing::internal::GetCapturedStderr()};
-}
+Called Call(const std::string& line) { return CallWith(line, RunBatch); }
 
 // A working folder of its own with some sources.
 class Batch : public testing::Test {

@@ -1,5 +1,6 @@
 #include "app/chart/chart.h"
 
+#include "call.h"
 #include "core/files.h"
 #include "temporary_folder.h"
 
@@ -20,20 +21,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct Called {
-  int status;
-  std::string out, err;
-};
-
 Called Call(const std::string& line) {
-  std::istringstream words(line);
-  std::vector<std::string> arguments;
-  for (std::string word; words >> std::quoted(word);) arguments.push_back(word);
-  testing::internal::CaptureStdout();
-  testing::internal::CaptureStderr();
-  const int status = RunChart(arguments, std::vector<std::string>{GIS_FOLDER});
-  const std::string out = testing::internal::GetCapturedStdout();
-  return {status, out, testing::internal::GetCapturedStderr()};
+  return CallWith(line, [](const std::vector<std::string>& arguments) {
+    return RunChart(arguments, std::vector<std::string>{GIS_FOLDER});
+  });
 }
 
 // A boat that goes north over an even bed, a sounding a second.
@@ -205,6 +196,21 @@ TEST_F(Chart, CoordinatesAndTimesAsTheUserSays) {
   EXPECT_NE(called.out.find("2021-05-15 07:00:00 to 2021-05-15 07:00:01 UTC"), std::string::npos)
       << called.out;
   EXPECT_EQ(folder_.Read("x.xyz"), "500000.00 5000000.00 4.500\n500010.00 5000000.00 4.600\n");
+}
+
+TEST_F(Chart, TheOtherSourcesTellTheOrderOfATable) {
+  std::string rows;
+  for (int i = 0; i < 9; ++i)
+    rows += "55.501" + std::to_string(i) + "\t37.2100\t-4." + std::to_string(i) + "\n";
+  folder_.Write("bare.txt", rows);
+  for (const auto& [sources, first] : {std::pair("bare.txt", "37.21000000,55.50100000,4,"),
+                                       {"bare.txt a.gpx", "55.50100000,37.21000000,4,"}}) {
+    const Called called = Call("-o x.csv " + std::string(sources));
+    EXPECT_EQ(called.status, 0) << called.err;
+    EXPECT_EQ(folder_.Read("x.csv").substr(49, 26), first) << called.out;
+    EXPECT_EQ(called.out.find("the other way round: so it lies beside") != std::string::npos,
+              first[0] == '5');
+  }
 }
 
 TEST_F(Chart, AnOutputIsNoSource) {

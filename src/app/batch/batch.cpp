@@ -5,6 +5,7 @@
 #include "app/batch/options.h"
 #include "app/batch/source_list.h"
 #include "app/batch/transcript.h"
+#include "app/command_line.h"
 #include "app/edit_field.h"
 #include "app/exit_status.h"
 #include "app/ini_file.h"
@@ -25,9 +26,7 @@
 namespace sondrix {
 namespace {
 
-void Complain(std::string_view text) { PutText(stderr, Complaint(text)); }
-
-std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
+void Complain(std::string_view text) { sondrix::Complain(BatchProgram, text); }
 
 void PrintFields() {
   const auto print = [](std::string_view name, std::string_view value, std::string_view meaning) {
@@ -105,14 +104,7 @@ std::optional<std::string> WriteIni(const Session& session, const BatchOptions& 
 
 int ParseAndConvert(std::span<const std::string> arguments) {
   ParsedOptions parsed = ParseOptions(arguments);
-  if (parsed.exitStatus == ExitUsage) {
-    Complain(parsed.text);
-    return ExitUsage;
-  }
-  if (parsed.exitStatus) {
-    PutText(stdout, parsed.text);
-    return *parsed.exitStatus;
-  }
+  if (parsed.exitStatus) return EndBefore(BatchProgram, *parsed.exitStatus, parsed.text);
   BatchOptions& options = parsed.options;
   if (options.listFields) {
     PrintFields();
@@ -148,10 +140,7 @@ int ParseAndConvert(std::span<const std::string> arguments) {
 }  // namespace
 
 int RunBatch(std::span<const std::string> arguments) {
-  const int status = ParseAndConvert(arguments);
-  if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
-  Complain("what was printed is lost: standard output takes no more");
-  return status == ExitWell ? ExitFailed : status;
+  return EndBehind(BatchProgram, ParseAndConvert(arguments));
 }
 
 }  // namespace sondrix

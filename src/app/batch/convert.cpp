@@ -6,6 +6,7 @@
 #include "app/batch/options.h"
 #include "app/batch/output_clash.h"
 #include "app/batch/transcript.h"
+#include "app/command_line.h"
 #include "app/edit_field.h"
 #include "app/empty_result.h"
 #include "app/interrupt.h"
@@ -25,8 +26,6 @@
 
 namespace sondrix {
 namespace {
-
-std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
 
 std::string ClashLine(const Clash& clash) {
   return clash.overwrites
@@ -83,7 +82,7 @@ class SourceRun {
     if (result.lost.empty() || window_.AttKind() == LineKind::Fault) return;
     std::string paths;
     for (const Fault& fault : result.lost) paths += ": " + fault.Path();
-    transcript_.Print(stderr, Complaint(source + ": " + LostLine(result.lost.back()) + paths));
+    transcript_.Print(stderr, Complaint(BatchProgram, source + ": " + LostLine(result.lost.back()) + paths));
   }
 
   const BatchOptions& options_;
@@ -93,8 +92,6 @@ class SourceRun {
 };
 
 }  // namespace
-
-std::string Complaint(std::string_view text) { return "sondrix-batch: " + std::string(text) + "\n"; }
 
 bool ConvertAll(const Session& settled, const BatchOptions& options,
                 const std::vector<std::string>& sources) {

@@ -3,9 +3,12 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace sondrix {
+
+inline constexpr std::string_view BatchProgram = "sondrix-batch";
 
 // FIELD=VALUE of the command line.
 struct FieldEdit {

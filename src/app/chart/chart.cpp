@@ -10,6 +10,7 @@
 #include "app/chart/source_choice.h"
 #include "app/chart/survey_steps.h"
 #include "app/chart/write_outputs.h"
+#include "app/command_line.h"
 #include "app/exit_status.h"
 #include "app/interrupt.h"
 #include "core/fault.h"
@@ -30,11 +31,9 @@
 namespace sondrix {
 namespace {
 
-// On a screen both streams are one.
-void Complain(std::string_view text) {
-  std::fflush(stdout);
-  PutText(stderr, "sondrix-chart: " + std::string(text) + "\n");
-}
+constexpr std::string_view Program = "sondrix-chart";
+
+void Complain(std::string_view text) { sondrix::Complain(Program, text); }
 
 std::vector<std::string> OutputPathsOf(const ChartOptions& options) {
   std::vector<std::string> paths;
@@ -105,14 +104,7 @@ void TryProjections(const ChartRun& run) {
 
 int ParseAndMake(std::span<const std::string> arguments, std::span<const std::string> gisFolders) {
   ParsedChartOptions parsed = ParseChartOptions(arguments);
-  if (parsed.exitStatus == ExitUsage) {
-    Complain(parsed.text);
-    return ExitUsage;
-  }
-  if (parsed.exitStatus) {
-    PutText(stdout, parsed.text);
-    return *parsed.exitStatus;
-  }
+  if (parsed.exitStatus) return EndBefore(Program, *parsed.exitStatus, parsed.text);
   const InterruptGuard guard;
   ChartRun run;
   run.options = std::move(parsed.options);
@@ -151,10 +143,7 @@ int ParseAndMake(std::span<const std::string> arguments, std::span<const std::st
 }  // namespace
 
 int RunChart(std::span<const std::string> arguments, std::span<const std::string> gisFolders) {
-  const int status = ParseAndMake(arguments, gisFolders);
-  if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
-  Complain("what was printed is lost: standard output takes no more");
-  return status == ExitWell ? ExitFailed : status;
+  return EndBehind(Program, ParseAndMake(arguments, gisFolders));
 }
 
 }  // namespace sondrix

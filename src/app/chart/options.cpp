@@ -1,5 +1,6 @@
 #include "app/chart/options.h"
 
+#include "app/command_line.h"
 #include "app/exit_status.h"
 #include "core/text.h"
 #include "sounders/table_names.h"
@@ -40,8 +41,6 @@ constexpr struct {
 };
 
 ParsedChartOptions Refused(std::string text) { return {{}, ExitUsage, std::move(text)}; }
-
-std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
 
 std::vector<std::string_view> SplitAtCommas(std::string_view text) {
   std::vector<std::string_view> parts;
