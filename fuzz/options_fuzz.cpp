@@ -1,4 +1,4 @@
-#include "app/batch/exit_status.h"
+#include "app/exit_status.h"
 #include "app/batch/options.h"
 #include "fuzz/fuzz_run.h"
 
