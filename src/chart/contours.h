@@ -33,10 +33,17 @@ struct ContourDepths {
   double step = 0;           // multiples of it above 0; 0: a round one, so that there are about ten
   std::vector<double> list;  // goes before the step; rising
 };
-std::vector<double> DepthsToDraw(const ContourDepths& wanted, const DepthModel& model);
+inline constexpr std::size_t MostContourDepths = 2000;
 
-// Contours and the areas between them, both of one surface that is nowhere deeper than the model. The same
-// for any number of threads. isToEnd is asked now and then; then EndAsked is thrown.
+// Rising, at most MostContourDepths: of a list that long its first, of a step too fine for the model a
+// multiple. Whether it is too fine can be asked before.
+std::vector<double> DepthsToDraw(const ContourDepths& wanted, const DepthModel& model);
+bool IsStepTooFine(double step, const DepthModel& model);
+
+// Contours and the areas between them, both of one surface that is nowhere deeper than the model: all along a
+// contour, bilinear interpolation of the model gives at least its depth. They go no further than the middles
+// of the outermost cells. Depths are rising; those of 0 or less are the shore, with no area before them. The
+// same for any number of threads. isToEnd is asked now and then; then EndAsked is thrown.
 Contours ContoursOf(const DepthModel& model, std::span<const double> depths, int threads,
                     const std::function<bool()>& isToEnd);
 
