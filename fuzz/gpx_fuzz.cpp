@@ -1,5 +1,5 @@
 #include "fuzz/read_source.h"
-#include "sounders/gpx_reader.h"
+#include "sounders/gpx/gpx_reader.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace sondrix;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "fuzz/fuzz_run.h"
-#include "sounders/reading.h"
+#include "sounders/common/reading.h"
 #include "sounders/sounder_formats.h"
 
 #include <cmath>

@@ -1,5 +1,5 @@
 #include "fuzz/fuzz_run.h"
-#include "sounders/sl_reader.h"
+#include "sounders/sl/sl_reader.h"
 
 #include <cmath>
 

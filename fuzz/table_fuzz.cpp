@@ -1,6 +1,6 @@
 #include "fuzz/fuzz_run.h"
-#include "sounders/table_sounder.h"
-#include "sounders/zone.h"
+#include "sounders/common/zone.h"
+#include "sounders/table/table_sounder.h"
 
 #include <cmath>
 

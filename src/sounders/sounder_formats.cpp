@@ -1,10 +1,10 @@
 #include "sounders/sounder_formats.h"
 
 #include "core/files.h"
-#include "sounders/gpx_reader.h"
-#include "sounders/nmea_reader.h"
-#include "sounders/sl_reader.h"
-#include "sounders/table_sounder.h"
+#include "sounders/gpx/gpx_reader.h"
+#include "sounders/nmea/nmea_reader.h"
+#include "sounders/sl/sl_reader.h"
+#include "sounders/table/table_sounder.h"
 
 #include <vector>
 

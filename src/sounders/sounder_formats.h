@@ -1,21 +1,12 @@
 #pragma once
 
-#include "sounders/reading.h"
+#include "sounders/common/reading.h"
 
 #include <cstdint>
 #include <span>
 #include <string_view>
 
 namespace sondrix {
-
-// What a source is recognised by: its content, never its name.
-struct SourceHead {
-  std::span<const std::uint8_t> bytes;  // from the start, all of a short file
-  std::int64_t length = 0;              // of the whole source, bytes
-  static constexpr std::size_t MaxBytes = 64 * 1024;
-
-  std::string_view Text() const { return {reinterpret_cast<const char*>(bytes.data()), bytes.size()}; }
-};
 
 // A kind of source. The first of the table that recognises a head reads it.
 struct SounderFormat {

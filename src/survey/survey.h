@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/sounding_list.h"
-#include "sounders/reading.h"
+#include "sounders/common/reading.h"
 
 #include <array>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "sounders/gpx_reader.h"
+#include "sounders/gpx/gpx_reader.h"
 
 #include "reading_text.h"
 

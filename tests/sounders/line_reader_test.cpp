@@ -1,7 +1,7 @@
-#include "sounders/line_reader.h"
+#include "sounders/common/line_reader.h"
 
 #include "core/fault.h"
-#include "sounders/reading.h"
+#include "sounders/common/reading.h"
 #include "temporary_folder.h"
 
 #include <filesystem>

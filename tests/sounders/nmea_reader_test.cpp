@@ -1,11 +1,11 @@
-#include "sounders/nmea_reader.h"
+#include "sounders/nmea/nmea_reader.h"
 
 #include "reading_text.h"
 #include "recordings.h"
 #include "samples/nmea_log.h"
-#include "sounders/nmea_depth.h"
-#include "sounders/nmea_fix.h"
-#include "sounders/nmea_prefix.h"
+#include "sounders/nmea/nmea_depth.h"
+#include "sounders/nmea/nmea_fix.h"
+#include "sounders/nmea/nmea_prefix.h"
 
 #include <fstream>
 #include <gtest/gtest.h>

@@ -1,9 +1,10 @@
-#include "sounders/sl_reader.h"
+#include "sounders/sl/sl_reader.h"
 
 #include "recordings.h"
 #include "samples/damage.h"
 #include "samples/echogram.h"
-#include "sounders/sl_channel.h"
+#include "sounders/sl/sl_channel.h"
+#include "sounders/sounder_formats.h"
 #include "temporary_folder.h"
 
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "samples/echogram.h"
 #include "samples/made_track.h"
-#include "sounders/sl_reader.h"
+#include "sounders/sl/sl_reader.h"
 #include "temporary_folder.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
-#include "sounders/table_shape.h"
+#include "sounders/table/table_shape.h"
 
-#include "sounders/table_cells.h"
-#include "sounders/table_names.h"
+#include "sounders/table/table_cells.h"
+#include "sounders/table/table_names.h"
 #include "table_text.h"
 
 #include <charconv>

@@ -1,4 +1,4 @@
-#include "sounders/table_sounder.h"
+#include "sounders/table/table_sounder.h"
 
 #include "core/files.h"
 #include "recordings.h"

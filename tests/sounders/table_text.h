@@ -1,7 +1,7 @@
 #pragma once
 
 #include "sounders/sounder_formats.h"
-#include "sounders/table_sounder.h"
+#include "sounders/table/table_sounder.h"
 #include "temporary_folder.h"
 
 #include <cstdio>

@@ -1,6 +1,6 @@
-#include "sounders/table_time.h"
+#include "sounders/table/table_time.h"
 
-#include "sounders/zone.h"
+#include "sounders/common/zone.h"
 #include "table_text.h"
 
 namespace sondrix {

@@ -3,7 +3,7 @@
 #include "app/chart/chart_run.h"
 #include "core/code_page.h"
 #include "core/files.h"
-#include "sounders/table_places.h"
+#include "sounders/table/table_places.h"
 #include "survey/place_order.h"
 #include "survey/same_source.h"
 #include "survey/sounding_probe.h"

@@ -18,7 +18,7 @@
 #include "exports/export_run.h"
 #include "exports/gis.h"
 #include "platform/platform.h"
-#include "sounders/zone.h"
+#include "sounders/common/zone.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -2,7 +2,7 @@
 
 #include "app/chart/options.h"
 #include "app/chart/source_choice.h"
-#include "sounders/reading.h"
+#include "sounders/common/reading.h"
 #include "survey/survey.h"
 
 #include <cstddef>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "sounders/reading.h"
+#include "sounders/common/reading.h"
 
 #include <string>
 #include <vector>

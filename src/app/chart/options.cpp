@@ -3,8 +3,8 @@
 #include "app/command_line.h"
 #include "app/exit_status.h"
 #include "core/text.h"
-#include "sounders/table_names.h"
-#include "sounders/zone.h"
+#include "sounders/common/zone.h"
+#include "sounders/table/table_names.h"
 
 #include <CLI/CLI.hpp>
 #include <array>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/chart/source_choice.h"
-#include "sounders/reading.h"
+#include "sounders/common/reading.h"
 
 #include <functional>
 #include <span>
