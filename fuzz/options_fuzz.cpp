@@ -1,5 +1,5 @@
-#include "app/exit_status.h"
 #include "app/batch/options.h"
+#include "app/exit_status.h"
 #include "fuzz/fuzz_run.h"
 
 #include <vector>
