@@ -85,9 +85,8 @@ TEST(SourceNotes, TellWhatASourceHolds) {
   const std::string head = "Channel,a,b,c,d,Depth\n", row = "Primary,1,2,3,4,30,6,7,8,9,10,1,2,0\n";
   const std::tuple<const char*, std::string, std::string> files[] = {
       {"a.sl2", frames,
-       "a.sl2: 5.2 kB, 3 frames|Downscan: 2 frames, 2 with a depth, indices 0 to 1|"
-       "channel 7: 1 frames, 0 with a depth, indices 0 to 0|2016-05-25 14:00:00 to 2016-05-25 14:00:01|"
-       "depths 3.05 to 6.1 m|059"},
+       "a.sl2: 5.2 kB, 3 frames|Downscan: 2 frames, 2 with a depth, indices 0 to 1|channel 7: 1 frames, 0 "
+       "with a depth, indices 0 to 0|2016-05-25 14:00:00 to 2016-05-25 14:00:01|depths 3.05 to 6.1 m|059"},
       {"b.sl2", empty, "b.sl2: 8 B, 0 frames|"},
       {"a.csv", head + row,
        "a.csv: table, 58 B, 2 lines|Primary: 1 rows, 1 with a depth|1 soundings seen|depths 9.14 to 9.14 "

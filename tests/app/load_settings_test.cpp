@@ -61,9 +61,8 @@ TEST_F(AppTest, ValuesReachTheFieldsUpToAFault) {
     const auto fault = LoadSettings(fresh, file);
     EXPECT_EQ(fault ? fault->key : "", oneCase.faultAt) << first;
     EXPECT_EQ(fault ? fault->fault.Number() : 0, oneCase.fault) << first;
-    for (const auto& [name, text] : oneCase.held) {
+    for (const auto& [name, text] : oneCase.held)
       EXPECT_EQ(FieldText(fresh.settings, *FindField(name)), text) << first << ": " << name;
-    }
   }
 }
 

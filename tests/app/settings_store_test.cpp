@@ -41,9 +41,8 @@ TEST_F(AppTest, WhatWasSavedIsLoaded) {
   ASSERT_TRUE(SaveSettings(session, file));
   Session other(window);
   ASSERT_FALSE(LoadSettings(other, file));
-  for (const Field& field : Fields()) {
+  for (const Field& field : Fields())
     EXPECT_EQ(FieldText(other.settings, field), FieldText(saved, field)) << field.name;
-  }
   EXPECT_TRUE(ReadWhole(file).starts_with("\xEF\xBB\xBF[Main]"));
 }
 

@@ -102,8 +102,7 @@ TEST(RunLock, TakesWhatARunReadsAndNothingElse) {
   EXPECT_EQ(locked,
             "DefLvl DefSlp DepthDiff DepthMP DepthSm DistDiff DucerX DucerY HideCut MakeCut MaxDiff MaxGrad "
             "MaxProc MaxSide ScanCut ScanSkip Source TargetName TargetPath UseDcm UseHead UseRev UseTyp "
-            "UseUTM UseXYZ "
-            "btnSource btnTargetPath ");
+            "UseUTM UseXYZ btnSource btnTargetPath ");
   EXPECT_EQ(window.pumps, 1);
   SetRunLock(window, false);
   for (const auto& [control, enabled] : window.enabled) EXPECT_TRUE(enabled) << control;

@@ -121,9 +121,8 @@ TEST_F(WindowTest, PicturesAreSavedAndCopied) {
   window->services.askPicture = [&](const std::string&) { return Path("saved.png"); };
   const auto choose = [&](const char* name, const char* entry) {
     emit Find(name)->customContextMenuRequested(QPoint(5, 5));
-    for (QAction* action : Find(name)->findChildren<QAction*>()) {
+    for (QAction* action : Find(name)->findChildren<QAction*>())
       if (action->text() == entry) action->trigger();
-    }
   };
   choose("ECHO", "Copy the picture");
   EXPECT_EQ(QApplication::clipboard()->image().size(), QSize(806, 840));

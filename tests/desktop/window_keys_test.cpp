@@ -26,9 +26,8 @@ TEST_F(WindowTest, KeysOfARunWorkWhereverTheFocusIs) {
       const auto press = [&](Qt::Key key) { QTest::keyClick(window->focusWidget(), key); };
       const auto held = [&] {
         std::string all;
-        for (const Field& field : sondrix::Fields()) {
+        for (const Field& field : sondrix::Fields())
           if (field.name != "TargetName") all += FieldText(Fields(), field) + '\n';
-        }
         return all;
       };
       const std::string before = held();

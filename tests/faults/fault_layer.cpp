@@ -44,9 +44,8 @@ OpenFile* Find(std::FILE* file) {
 }
 
 std::FILE* StreamOf(int descriptor) {
-  for (const auto& [file, known] : OpenFiles()) {
+  for (const auto& [file, known] : OpenFiles())
     if (fileno(file) == descriptor) return file;
-  }
   return nullptr;
 }
 

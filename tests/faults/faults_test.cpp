@@ -36,19 +36,17 @@ const std::set<std::string> SilentCalls = {
 
 Files FilesIn(const fs::path& folder) {
   Files files;
-  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+  for (const auto& entry : fs::recursive_directory_iterator(folder))
     if (entry.is_regular_file())
       files[entry.path().string().substr(folder.string().size())] = ReadWhole(entry.path().string());
-  }
   return files;
 }
 
 std::string SmallEchogram(int formatWord, int pings, std::size_t samples) {
   std::vector<SampleFrame> frames;
   frames.reserve(static_cast<std::size_t>(pings));
-  for (int i = 0; i < pings; ++i) {
+  for (int i = 0; i < pings; ++i)
     frames.push_back(Frame(2, 10.0F + static_cast<float>(i % 7), 4'105'000 + 9 * i, 7'533'000, samples));
-  }
   const std::vector<std::uint8_t> bytes = EchogramBytes(formatWord, frames);
   return {bytes.begin(), bytes.end()};
 }

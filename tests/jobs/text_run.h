@@ -15,9 +15,8 @@ inline std::span<const std::uint8_t> BytesOf(std::string_view text) {
 
 // A text with each of that character replaced by a line end.
 inline std::string WithLineEnd(std::string text, char mark, const std::string& end) {
-  for (std::size_t at = 0; (at = text.find(mark, at)) != std::string::npos; at += end.size()) {
+  for (std::size_t at = 0; (at = text.find(mark, at)) != std::string::npos; at += end.size())
     text.replace(at, 1, end);
-  }
   return text;
 }
 

@@ -79,9 +79,8 @@ TEST(OziLibrary, OnlyNamedFoldersCount) {
   const fs::path before = fs::current_path();
   fs::current_path(run.Library().parent_path());
   OziLink link;
-  for (const char* folder : {"", ".", "../library"}) {
+  for (const char* folder : {"", ".", "../library"})
     EXPECT_FALSE(LoadOziLibrary(link, std::vector<std::string>{folder})) << folder;
-  }
   EXPECT_FALSE(LoadOziLibrary(link, OziLibraryFolders()));
   EXPECT_EQ(OziLibraryFolders(), (std::vector{ProgramFolder(), SystemLibraryFolder()}));
   fs::current_path(before);

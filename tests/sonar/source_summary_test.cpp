@@ -18,10 +18,9 @@ std::string SummaryOf(const TemporaryFolder& folder, const std::vector<std::uint
     const SourceSummary all = LookAtEchogram(
         folder.Write("a.sl", {reinterpret_cast<const char*>(bytes.data()), bytes.size()}), 10s);
     text << all.bytes << (all.isWhole ? " bytes: " : " bytes and more: ") << all.frames;
-    for (const ChannelSummary& one : all.channels) {
+    for (const ChannelSummary& one : all.channels)
       text << ", " << int{one.channel} << ": " << one.frames << '/' << one.withDepth << " of "
            << one.firstIndex << ".." << one.lastIndex;
-    }
     if (all.firstTime) text << ", " << *all.firstTime << ".." << *all.lastTime << " s";
     if (all.leastDepth) text << ", " << *all.leastDepth << ".." << *all.greatestDepth << " m";
   } catch (const Fault& fault) {

@@ -41,8 +41,7 @@ TEST(GpxReader, PointsWithADepth) {
                 "<wpt lat=\"1\" "
                 "lon=\"2\"><extensions><DEPTH>5</DEPTH><depth>6</depth></extensions></wpt><trk><trkseg>"),
             "/ 20.0000 10.0000 1577836800.50 3.250; / 22.0000 10.0000 - 4.000; / 2.0000 1.0000 - 5.000 | 1 "
-            "points "
-            "without a depth"},
+            "points without a depth"},
            {"<g:gpx xmlns:g='x'><g:rte><g:rtept lon='-20.5' lat=' +10.25 "
             "'><g:Depth>1e1</g:Depth></g:rtept></g:rte></g:gpx>",
             "/ -20.5000 10.2500 - 10.000"},

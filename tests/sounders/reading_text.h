@@ -44,11 +44,10 @@ inline std::string ReadingText(std::string_view content, const ReadOptions& opti
               NumberText(sounding.time, 2) + " " + NumberText(sounding.recorded, 3);
     }
   }
-  for (std::size_t i = 0; i < PassedOverCount; ++i) {
+  for (std::size_t i = 0; i < PassedOverCount; ++i)
     if (reading.passedOver[i] > 0)
       text += " | " + std::to_string(reading.passedOver[i]) + " " +
               std::string(NameOf(static_cast<PassedOver>(i)).text);
-  }
   return text;
 }
 

@@ -18,16 +18,16 @@ using Bytes = std::vector<std::uint8_t>;
 class SlReader : public testing::Test {
  protected:
   // As the program reads it; the kind and what can't be read are told in words.
-  std::string Read(const Bytes& bytes, std::optional<std::uint8_t> channel = std::nullopt) {
+  std::string Read(const Bytes& bytes, std::optional<std::uint8_t> channel = {}) {
     EXPECT_TRUE(WriteBytes(folder_.Path("recording"), bytes));
-    return Read(folder_.Path("recording"), channel);
+    ReadOptions options;
+    options.channel = channel;
+    return Read(folder_.Path("recording"), options);
   }
-  std::string Read(const std::string& path, std::optional<std::uint8_t> channel = std::nullopt) {
+  std::string Read(const std::string& path, const ReadOptions& options = {}) {
     reading = {};
     const SounderFormat* format = Recognise(path);
     if (format == nullptr) return "none";
-    ReadOptions options;
-    options.channel = channel;
     try {
       format->read(path, options, {}, reading);
     } catch (const CantRead& reason) {
@@ -59,23 +59,21 @@ void SetFlags(Bytes& bytes, std::size_t frame, std::uint16_t flags) {
 }
 
 TEST_F(SlReader, RealRecordings) {
-  const std::filesystem::path folder = RecordingsFolder();
-  if (folder.empty()) GTEST_SKIP() << "the real recordings aren't here";
-  EXPECT_EQ(Read((folder / "echograms" / "river-elite.sl2").string()), "SL2");
+  const std::filesystem::path folder = RecordingsFolder() / "echograms";
+  if (!std::filesystem::is_directory(folder)) GTEST_SKIP() << "the real recordings aren't here";
+  EXPECT_EQ(Read((folder / "river-elite.sl2").string()), "SL2");
   EXPECT_EQ(Soundings().size(), 653U);
-  EXPECT_TRUE(reading.takenFor[0].starts_with("channel 2 (Downscan): 653 of 653 frames with a depth; 0 "))
-      << reading.takenFor[0];
+  EXPECT_EQ(reading.takenFor[0].find("channel 2 (Downscan): 653 of 653 frames with a depth; 0 "), 0U);
   EXPECT_EQ(reading.takenFor[1], "positions reckoned between fixes 1.0 s apart");
   EXPECT_FALSE(Soundings()[100].HasTime());
   EXPECT_NEAR(Soundings()[0].latitude, 53.235148, 3e-6);
   EXPECT_NEAR(Soundings()[0].longitude, 39.959049, 5e-6);
   EXPECT_FLOAT_EQ(Soundings()[0].recorded, 0.799F);
 
-  EXPECT_EQ(Read((folder / "echograms" / "tank-hds.sl3").string()), "SL3");
+  EXPECT_EQ(Read((folder / "tank-hds.sl3").string()), "SL3");
   EXPECT_EQ(Soundings().size(), 113U);
+  EXPECT_EQ(reading.takenFor[0].find("channel 0 (Primary): 113 of 113 frames with a depth; 2 "), 0U);
   EXPECT_EQ(Soundings()[0].channel, 0);
-  EXPECT_TRUE(reading.takenFor[0].starts_with("channel 0 (Primary): 113 of 113 frames with a depth; 2 "))
-      << reading.takenFor[0];
   EXPECT_EQ(Soundings()[0].time, 1722828005.546);
   EXPECT_FLOAT_EQ(Soundings()[0].recorded, 10.848F);
   EXPECT_NEAR(Soundings()[0].latitude, -42.885927, 5e-6);
@@ -126,34 +124,26 @@ TEST_F(SlReader, DamageIsSteppedOver) {
     std::size_t soundings;
     std::uint64_t damagedBytes, cutEnd;
   };
-  const Row rows[] = {{"cut-in-lead", 39, 0, 1},
-                      {"cut-in-header", 39, 0, 1},
-                      {"cut-in-samples", 39, 0, 1},
-                      {"frame-size-zero", 39, 2064, 0},
-                      {"frame-size-negative", 39, 2064, 0},
-                      {"sample-count-zero", 39, 2064, 0},
-                      {"noise", 38, 8256, 0},
-                      {"noise-to-end", 20, 80496, 0},
-                      {"sl3-bad-frame", 39, 2088, 0},
-                      {"sl3-frame-size-zero", 39, 2088, 0},
-                      {"sl3-noise", 38, 8352, 0}};
-  for (const Row& row : rows) {
+  for (const Row& row :
+       {Row{"cut-in-lead", 39, 0, 1}, Row{"cut-in-header", 39, 0, 1}, Row{"cut-in-samples", 39, 0, 1},
+        Row{"frame-size-zero", 39, 2064, 0}, Row{"frame-size-negative", 39, 2064, 0},
+        Row{"sample-count-zero", 39, 2064, 0}, Row{"noise", 38, 8256, 0}, Row{"noise-to-end", 20, 80496, 0},
+        Row{"sl3-bad-frame", 39, 2088, 0}, Row{"sl3-frame-size-zero", 39, 2088, 0},
+        Row{"sl3-noise", 38, 8352, 0}}) {
+    SCOPED_TRACE(row.damage);
     const Damage* damage = DamageOf(row.damage);
     const Bytes clean = CleanEchogram(damage->FormatWord);
     Read(clean, 2);
-    std::string feet = Feet();
-    ASSERT_EQ(Read(damage->Apply(clean), 2), damage->FormatWord == 2 ? "SL2" : "SL3") << row.damage;
-    EXPECT_EQ(Soundings().size(), row.soundings) << row.damage;
-    EXPECT_EQ(Passed(PassedOver::DamagedBytes), row.damagedBytes) << row.damage;
-    EXPECT_EQ(Passed(PassedOver::CutEnd), row.cutEnd) << row.damage;
-    EXPECT_EQ(Feet().substr(0, 30), feet.substr(0, 30)) << row.damage;
-    if (row.soundings >= 38 && row.cutEnd == 0) {
-      EXPECT_EQ(Feet().substr(Feet().size() - 30), feet.substr(feet.size() - 30)) << row.damage;
-    }
+    const std::string feet = Feet();
+    ASSERT_EQ(Read(damage->Apply(clean), 2), damage->FormatWord == 2 ? "SL2" : "SL3");
+    EXPECT_EQ(Soundings().size(), row.soundings);
+    EXPECT_EQ(Passed(PassedOver::DamagedBytes), row.damagedBytes);
+    EXPECT_EQ(Passed(PassedOver::CutEnd), row.cutEnd);
+    EXPECT_TRUE(Feet().starts_with(feet.substr(0, 30)));
+    EXPECT_TRUE(row.soundings < 38 || row.cutEnd > 0 || Feet().ends_with(feet.substr(feet.size() - 30)));
   }
-  for (const char* nothing : {"empty", "3-bytes", "format-word"}) {
+  for (const char* nothing : {"empty", "3-bytes", "format-word"})
     EXPECT_EQ(Read(DamageOf(nothing)->Apply(CleanEchogram(2))), "none") << nothing;
-  }
   EXPECT_EQ(Read(DamageOf("9-bytes")->Apply(CleanEchogram(2))), "no sound frame in it");
 }
 
@@ -219,17 +209,15 @@ TEST_F(SlReader, TimesFromItsNameInAZone) {
   for (SampleFrame& frame : frames) frame.TimeBase = -1;
   frames[0].TimeOffset = 5000;
   frames[1].TimeOffset = 5250;
+  ReadOptions zone;
+  zone.toUtc = [](double seconds) { return seconds - 7200; };
   for (const Row& row : {Row{"Sonar_2021-06-05_10.11.12.sl2", 1'622'887'872.25 - 7200},
                          Row{"a2021-06-05 23-59-59", 1'622'937'599.25 - 7200}, Row{"2021-06-31_10.11.12", 0},
                          Row{"2021-06-05_24.11.12", 0}, Row{"Chart 05_06_2021 [1].sl2", 0}}) {
-    const std::string path = folder.Path(row.name);
-    EXPECT_TRUE(WriteBytes(path, EchogramBytes(2, frames)));
+    EXPECT_TRUE(WriteBytes(folder.Path(row.name), EchogramBytes(2, frames)));
     for (const bool hasZone : {false, true}) {
-      ReadOptions options;
-      if (hasZone) options.toUtc = [](double seconds) { return seconds - 7200; };
-      Reading named;
-      ReadSl(path, options, {}, named);
-      const double time = named.trips[0].soundings[1].time;
+      EXPECT_EQ(Read(folder.Path(row.name), hasZone ? zone : ReadOptions()), "SL2");
+      const double time = Soundings()[1].time;
       EXPECT_EQ(std::isnan(time) ? 0 : time, hasZone ? row.time : 0) << row.name;
     }
   }

@@ -42,9 +42,8 @@ class SlTrack : public testing::Test {
       errors.mended += off * off;
       errors.raw += std::pow(std::hypot(ping.storedX - ping.x, ping.storedY - ping.y) * metresPerUnit, 2);
       errors.worst = std::max(errors.worst, off);
-      if (i > 0 && (ping.storedX != pings[i - 1].storedX || ping.storedY != pings[i - 1].storedY)) {
+      if (i > 0 && (ping.storedX != pings[i - 1].storedX || ping.storedY != pings[i - 1].storedY))
         errors.offFix = std::max({errors.offFix, std::abs(x - ping.storedX), std::abs(y - ping.storedY)});
-      }
       ++count;
     }
     errors.raw = std::sqrt(errors.raw / static_cast<double>(count));

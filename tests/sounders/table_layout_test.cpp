@@ -30,34 +30,28 @@ TEST(TableLayout, ColumnsByNameOrByLook) {
       {"Channel,Frequency,Depth[ft],PositionX,PositionY,TimeOffset[ms]\nPrimary,200,10.0,4105000,7533000,0\n",
        "55.99962844 36.99989606 3.048 -|",
        "columns: 1 channel, 3 depth in feet, 4 x in Mercator metres of the sounder, 5 y in Mercator metres "
-       "of the "
-       "sounder; between them comma|"},
+       "of the sounder; between them comma|"},
       {"53.51234,13.51234,4.5,21.5,1569622576793\n53.51234,13.51234,4.5,21.5,1569622577793\n",
        "53.51234 13.51234 4.5 1569622576.793|53.51234 13.51234 4.5 1569622577.793|",
        "no head, columns: 1 latitude, 2 longitude, 3 depth in metres, 5 time (ms since 1970, UTC); between "
-       "them "
-       "comma|"},
+       "them comma|"},
       {"53.51234,13.51234,4.5,1569622576,21.5\n", "53.51234 13.51234 4.5 1569622576|",
        "no head, columns: 1 latitude, 2 longitude, 3 depth in metres, 4 time (s since 1970, UTC); between "
        "them comma|"},
       {"38.28673531901094;63.82725462860046;2,5;107;0;0:00;15.08.2017 10:50\n",
        "38.28673532 63.82725463 2.5 1502794200|",
        "no head, columns: 1 latitude, 2 longitude, 3 depth in metres, 7 time; between them semicolon|times "
-       "without a "
-       "zone are UTC|"},
+       "without a zone are UTC|"},
       {"17 2025-01-05 10:00:00 53.51234 13.51234 4.5\n", "53.51234 13.51234 4.5 1736071200|",
-       "no head, columns: 2 date, 3 time, 4 latitude, 5 longitude, 6 depth in metres; between them "
-       "blanks|times "
-       "without a zone are UTC|"},
+       "no head, columns: 2 date, 3 time, 4 latitude, 5 longitude, 6 depth in metres; between them blanks|"
+       "times without a zone are UTC|"},
       {"53.51234 13.51234 4.5 05012025 101112.50 0.4\n", "53.51234 13.51234 4.5 1736071872.5|",
-       "no head, columns: 1 latitude, 2 longitude, 3 depth in metres, 4 date, 5 time; between them "
-       "blanks|times "
-       "without a zone are UTC|"},
+       "no head, columns: 1 latitude, 2 longitude, 3 depth in metres, 4 date, 5 time; between them blanks|"
+       "times without a zone are UTC|"},
       {"5330.1234,N,01330.1234,W,4.5\n5330.1235,N,01330.1235,W,4.6\n",
        "53.50205667 -13.50205667 4.5 -|53.50205833 -13.50205833 4.6 -|",
        "no head, columns: 1 latitude, 2 north or south, 3 longitude, 4 east or west, 5 depth in metres; "
-       "between them "
-       "comma|positions as degrees and minutes without a mark between them (ddmm.mmmm)|"},
+       "between them comma|positions as degrees and minutes without a mark between them (ddmm.mmmm)|"},
       {"lat,lon,depth\n535123400,135123400,4.5\n", "53.51234 13.51234 4.5 -|",
        "columns: 1 latitude, 2 longitude, 3 depth in metres; between them comma|positions in units of 1e-7 "
        "degrees|"},
@@ -66,8 +60,7 @@ TEST(TableLayout, ColumnsByNameOrByLook) {
       {"Time Latitude (deg) Longitude (deg) Depth (ft)\n2020-03-01 10:11:12 53.5 13.5 10\n",
        "53.5 13.5 3.048 1583057472|",
        "columns: 1 date, 2 time, 3 latitude, 4 longitude, 5 depth in feet; between them blanks|times without "
-       "a "
-       "zone are UTC|"},
+       "a zone are UTC|"},
       {"# Columns: lat lon depth\n53.51234 13.51234 4.5\n", "53.51234 13.51234 4.5 -|",
        "no head, columns: 1 latitude, 2 longitude, 3 depth in metres; between them blanks|"},
       // Its head names other separators and another order than its rows have.
@@ -78,8 +71,7 @@ TEST(TableLayout, ColumnsByNameOrByLook) {
        "comma|"},
       {"56.123456789,37.987654321,3.05,2016-05-25T14:03:07\r\n", "56.12345679 37.98765432 3.05 1464184987|",
        "no head, columns: 1 latitude, 2 longitude, 3 depth in metres, 4 time; between them comma|times "
-       "without a "
-       "zone are UTC|"},
+       "without a zone are UTC|"},
   };
   for (const auto& row : rows) {
     const TableText table = TableOf(row.text);
@@ -118,8 +110,7 @@ TEST(TableLayout, WhatCantBeKnownIsRefusedByWhatIsMissing) {
       {"lat,lon,altitude\n53.5,13.5,34.5\n",
        "column 3 holds heights above 0 and no depths; --columns tells which column is the depth"},
       {"1,2,3\n4,5,6\n",
-       "no columns are a latitude and a longitude, and none is a depth; --columns names them in "
-       "their order"},
+       "no columns are a latitude and a longitude, and none is a depth; --columns names them in their order"},
   };
   for (const auto& row : rows) EXPECT_EQ(TableOf(row.text).refusal, row.reason) << row.text;
 }

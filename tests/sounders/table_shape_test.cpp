@@ -54,9 +54,8 @@ TEST(TableShape, SeparatorsMarksQuotesCommentsAndEncodings) {
 
 TEST(TableShape, BadRowsAreCountedAndTheRestIsRead) {
   const TableText table = TableOf(
-      "lat,lon,depth,time\n53.1234,13.5678,4.5,\n53.1234,13\nhere,13.5,4.5,\n253.5,213.5,4.5,"
-      "\n\x01\x02garbage\n"
-      "53.1235,13.5679,x4.6,\n53.1235,13.5679,4.6,\n53.12");
+      "lat,lon,depth,time\n53.1234,13.5678,4.5,\n53.1234,13\nhere,13.5,4.5,\n253.5,213.5,4.5,\n"
+      "\x01\x02garbage\n53.1235,13.5679,x4.6,\n53.1235,13.5679,4.6,\n53.12");
   EXPECT_EQ(table.soundings, TwoRows);
   EXPECT_EQ(table.badRows, 5U);
   EXPECT_EQ(table.cutRows, 1U);
@@ -104,68 +103,41 @@ TEST(TableCells, DecimalsAreTheNearestNumbers) {
 }
 
 TEST(TableCells, NumbersWithMarksOfAnyKind) {
-  const struct {
+  struct Row {
     std::string_view text;
     double value;  // not a number: none
-  } rows[] = {{"4,5", 4.5},
-              {"+4.5", 4.5},
-              {"1,234.5", 1234.5},
-              {"1.234,5", 1234.5},
-              {"5.801.136,07", 5801136.07},
-              {"1e10", 1e10},
-              {"-1.5E-3", -0.0015},
-              {".5", 0.5},
-              {"15.08.2017", Unknown},
-              {"4.5m", Unknown},
-              {"1,23,4", Unknown},
-              {"inf", Unknown},
-              {"0x10", Unknown},
-              {"-", Unknown},
-              {"1e999", Unknown},
-              {"e5", Unknown}};
-  for (const auto& row : rows)
+  };
+  for (const Row& row :
+       {Row{"4,5", 4.5}, Row{"+4.5", 4.5}, Row{"1,234.5", 1234.5}, Row{"1.234,5", 1234.5},
+        Row{"5.801.136,07", 5801136.07}, Row{"1e10", 1e10}, Row{"-1.5E-3", -0.0015}, Row{".5", 0.5},
+        Row{"15.08.2017", Unknown}, Row{"4.5m", Unknown}, Row{"1,23,4", Unknown}, Row{"inf", Unknown},
+        Row{"0x10", Unknown}, Row{"-", Unknown}, Row{"1e999", Unknown}, Row{"e5", Unknown}})
     EXPECT_EQ(NumberText(CellNumber(row.text).value_or(Unknown)), NumberText(row.value)) << row.text;
 }
 
 TEST(TableNames, SpellingsAndUnits) {
-  const struct {
-    std::string_view name;
-    Meaning meaning;
-    double metres;
-  } rows[] = {{"LATITUDE", Meaning::Latitude, 0},
-              {"Latitude (deg)", Meaning::Latitude, 0},
-              {"Latitude[°WGS84]", Meaning::Latitude, 0},
-              {"GPS_Lat", Meaning::Latitude, 0},
-              {"szélesség", Meaning::Latitude, 0},
-              {"Zeměpisná délka", Meaning::Longitude, 0},
-              {"Länge", Meaning::Longitude, 0},
-              {"LNG", Meaning::Longitude, 0},
-              {"depth_ft", Meaning::Depth, 0.3048},
-              {"depth[ft]", Meaning::Depth, 0.3048},
-              {"Depth (Feet)", Meaning::Depth, 0.3048},
-              {"WaterDepth[Feet]", Meaning::Depth, 0.3048},
-              {"Depth_m", Meaning::Depth, 1},
-              {"Depth, m", Meaning::Depth, 1},
-              {"Tiefe (cm)", Meaning::Depth, 0.01},
-              {"Depth Fathoms", Meaning::Depth, 1.8288},
-              {"Глубина (футы)", Meaning::Depth, 0.3048},
-              {"ГЛУБИНА", Meaning::Depth, 0},
-              {"inst_dep_m", Meaning::Depth, 1},
-              {"głębokość", Meaning::Depth, 0},
-              {"水深", Meaning::Depth, 0},
-              {"Elevation (m)", Meaning::Height, 1},
-              {"DateTime[UTC]", Meaning::Time, 0},
-              {"Date/Time", Meaning::Time, 0},
-              {"datum", Meaning::Date, 0},
-              {"PositionX", Meaning::SounderX, 0},
-              {"Northing", Meaning::Y, 0},
-              {"-", Meaning::Ignored, 0},
-              {"depth sounder model", Meaning::Unknown, 0},
-              {"lower_limit", Meaning::Unknown, 0}};
-  for (const auto& row : rows) {
-    EXPECT_EQ(NameOf(ColumnNameOf(row.name).meaning), NameOf(row.meaning)) << row.name;
-    EXPECT_EQ(ColumnNameOf(row.name).metres, row.metres) << row.name;
-  }
+  const std::tuple<Meaning, double, std::vector<std::string_view>> rows[] = {
+      {Meaning::Latitude, 0, {"LATITUDE", "Latitude (deg)", "Latitude[°WGS84]", "GPS_Lat", "szélesség"}},
+      {Meaning::Longitude, 0, {"Zeměpisná délka", "Länge", "LNG"}},
+      {Meaning::Depth, 0, {"ГЛУБИНА", "głębokość", "水深"}},
+      {Meaning::Depth, 0.01, {"Tiefe (cm)"}},
+      {Meaning::Depth,
+       0.3048,
+       {"depth_ft", "depth[ft]", "Depth (Feet)", "WaterDepth[Feet]", "Глубина (футы)"}},
+      {Meaning::Depth, 1, {"Depth_m", "Depth, m", "inst_dep_m"}},
+      {Meaning::Depth, 1.8288, {"Depth Fathoms"}},
+      {Meaning::Height, 1, {"Elevation (m)"}},
+      {Meaning::Time, 0, {"DateTime[UTC]", "Date/Time"}},
+      {Meaning::Date, 0, {"datum"}},
+      {Meaning::SounderX, 0, {"PositionX"}},
+      {Meaning::Y, 0, {"Northing"}},
+      {Meaning::Ignored, 0, {"-"}},
+      {Meaning::Unknown, 0, {"depth sounder model", "lower_limit"}}};
+  for (const auto& [meaning, metres, names] : rows)
+    for (const std::string_view name : names) {
+      EXPECT_EQ(NameOf(ColumnNameOf(name).meaning), NameOf(meaning)) << name;
+      EXPECT_EQ(ColumnNameOf(name).metres, metres) << name;
+    }
 }
 
 }  // namespace

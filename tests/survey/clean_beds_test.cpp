@@ -84,9 +84,8 @@ TEST(CleanBeds, SpikesAndLostStretchesAreFound) {
 MadeTrip PlantInto(const SoundingList& soundings, std::uint64_t seed) {
   made::Random random(seed);
   MadeTrip made;
-  for (std::size_t i = 0; i < soundings.size(); ++i) {
+  for (std::size_t i = 0; i < soundings.size(); ++i)
     if (soundings[i].fate == Fate::Used) made.trip.soundings.Add(soundings[i]);
-  }
   made.planted.assign(made.trip.soundings.size(), made::Planted::Nothing);
   for (std::size_t at = 50; at + 600 < made.planted.size();) {
     const auto length = static_cast<std::size_t>(std::lround(5 * std::pow(100, made::Between(random, 0, 1))));

@@ -27,9 +27,7 @@ struct Place {
 
 Trip TripOf(const std::vector<Place>& places) {
   Trip trip;
-  for (const Place& place : places) {
-    trip.soundings.Add(SoundingAt(place.north, 0, place.depth, place.time));
-  }
+  for (const Place& place : places) trip.soundings.Add(SoundingAt(place.north, 0, place.depth, place.time));
   return trip;
 }
 
@@ -70,9 +68,8 @@ TEST(Clean, ATrackThatGoesOnElsewhereIsKept) {
 TEST(Clean, WithoutPositionOrDepth) {
   const auto make = [] {
     Trip trip;
-    for (const double depth : {5.0, 0.0, double{Unknown}, -3.0, 5.1}) {
+    for (const double depth : {5.0, 0.0, double{Unknown}, -3.0, 5.1})
       trip.soundings.Add(SoundingAt(0, 0, depth));
-    }
     for (int i = 0; i < 4; ++i) trip.soundings.Add(SoundingAt(1, 0, 5));
     trip.soundings[5].latitude = Unknown;
     trip.soundings[6].latitude = trip.soundings[6].longitude = 0;
@@ -175,9 +172,8 @@ TEST(Clean, WhatScattersAsNoBedDoesIsLost) {
   };
   for (const Case& test : {Case{"a lost bottom", 6, 80}, {"a rough bed", 0.5, 0}}) {
     Trip trip = TrackOf([](double) { return 50; });
-    for (std::size_t i = 160; i < 240; ++i) {
+    for (std::size_t i = 160; i < 240; ++i)
       trip.soundings[i].recorded += static_cast<float>(test.scatter * (static_cast<double>(i * 7 % 5) - 2));
-    }
     for (std::size_t i = 150; i < 160; ++i) trip.soundings[i].recorded = 0;
     for (std::size_t i = 240; i < 250; ++i) trip.soundings[i].recorded = 0;
     CleanTrip(trip);
@@ -219,9 +215,8 @@ TEST(Clean, CrossingTripsDecide) {
       stretches.push_back(CleanTrip(survey.trips.back()));
     }
     CleanByCrossings(survey, stretches);
-    for (std::size_t t = 0; t < test.lost.size(); ++t) {
+    for (std::size_t t = 0; t < test.lost.size(); ++t)
       EXPECT_EQ(LostOf(survey.trips[t]), test.lost[t]) << test.name << ", trip " << t;
-    }
   }
 }
 

@@ -74,9 +74,8 @@ TEST(Offset, FollowsTheCourse) {
       {"a circle, whose beginning shows least", Circle, 1, 1, 0, 0, 0.65},
       {"stops", WithStops, 1, 2, 0, 0.1, 0.25},
   };
-  for (const Case& test : cases) {
+  for (const Case& test : cases)
     EXPECT_LT(WorstError(test.way, test.right, test.ahead, test.unit, test.jitter), test.most) << test.name;
-  }
 }
 
 TEST(Offset, EndsAtGapsAndLeavesWhatHasNoCourse) {

@@ -39,9 +39,8 @@ std::string RepeatedOf(std::vector<Trip> trips) {
   Survey survey;
   for (Trip& trip : trips) survey.trips.push_back(std::move(trip));
   std::string text;
-  for (const RepeatedTrip& repeated : FindRepeatedTrips(survey)) {
+  for (const RepeatedTrip& repeated : FindRepeatedTrips(survey))
     text += std::to_string(repeated.trip) + " of " + std::to_string(repeated.of) + ";";
-  }
   return text;
 }
 
@@ -85,9 +84,8 @@ TEST(SameSource, FindsWhatWasGivenTwice) {
       {"depths corrected, places and times kept", Copy(recording), Copy(recording, Deeper, "a.gpx", "GPX"),
        "1 of 0;"},
   };
-  for (Case& test : cases) {
+  for (Case& test : cases)
     EXPECT_EQ(RepeatedOf(ListOf(std::move(test.first), std::move(test.second))), test.repeated) << test.name;
-  }
 }
 
 TEST(SameSource, TheFullerStaysAndThenTheOneThatIsNotRetold) {
@@ -105,9 +103,8 @@ TEST(SameSource, ATrackOfSeveralTripsLoses) {
   std::vector<Trip> trips = ListOf(RecordedTrip(Lake().trips[0]), RecordedTrip(Lake().trips[1]),
                                    Copy(Lake().table, AWeekLater, "a.csv", "table"));
   Trip all = Copy(trips[0], AsItIs, "all.gpx", "GPX");
-  for (std::size_t t = 1; t < trips.size(); ++t) {
+  for (std::size_t t = 1; t < trips.size(); ++t)
     for (std::size_t i = 0; i < trips[t].soundings.size(); ++i) all.soundings.Add(trips[t].soundings[i]);
-  }
   trips.insert(trips.begin(), Copy(all, AsItIs, "all.gpx", "GPX"));
   // Twice: neither holds the other's soundings alone.
   trips.push_back(Copy(all, AsItIs, "again.gpx", "GPX"));
@@ -162,14 +159,12 @@ TEST(SameSource, LeavesStrangers) {
        Copy(
            table, [](Sounding& s) { s.longitude = Unknown; }, "b.csv", "table")},
   };
-  for (Case& test : cases) {
+  for (Case& test : cases)
     EXPECT_EQ(RepeatedOf(ListOf(std::move(test.first), std::move(test.second))), "") << test.name;
-  }
   // All other trips of the made lake.
   std::vector<Trip> others;
-  for (const ChartTrip& trip : Lake().trips) {
+  for (const ChartTrip& trip : Lake().trips)
     if (trip.Copies.empty()) others.push_back(RecordedTrip(trip));
-  }
   EXPECT_EQ(RepeatedOf(std::move(others)), "");
 }
 
