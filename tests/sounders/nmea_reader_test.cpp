@@ -1,5 +1,6 @@
 #include "sounders/nmea/nmea_reader.h"
 
+#include "core/files.h"
 #include "reading_text.h"
 #include "recordings.h"
 #include "samples/nmea_log.h"
@@ -7,7 +8,6 @@
 #include "sounders/nmea/nmea_fix.h"
 #include "sounders/nmea/nmea_prefix.h"
 
-#include <fstream>
 #include <gtest/gtest.h>
 #include <vector>
 
@@ -276,47 +276,30 @@ TEST(NmeaReader, WhatCantBeUnderstoodIsCounted) {
     EXPECT_EQ(ReadingText(row.log), row.soundings) << row.log.substr(0, 300);
 }
 
-// Without a date, and with no fix for long, what is known of the times is left as it is.
-TEST(NmeaReader, ManyDepthsWithoutAFixWaitForNone) {
+// How many soundings, how many of them with a place, and the first.
+std::string CountsOf(const std::string& log) {
+  Reading reading;
+  const std::string text = ReadingText(log, {}, &reading);
+  const SoundingList& soundings = reading.trips.at(0).soundings;
+  std::size_t placed = 0;
+  for (std::size_t i = 0; i < soundings.size(); ++i) placed += soundings[i].HasPosition();
+  return std::to_string(soundings.size()) + " " + std::to_string(placed) + ": " +
+         text.substr(0, text.find(';'));
+}
+
+TEST(NmeaReader, LongLogs) {
+  // Without a date, and with no fix for long, what is known of the times is left as it is.
   std::string log = Gga(0);
   for (int i = 0; i < 10'000; ++i) log += Dbt("1");
-  Reading reading;
-  ReadingText(log + Gga(1), {}, &reading);
-  EXPECT_EQ(reading.trips[0].soundings.size(), 10'000U);
-}
-
-TEST(NmeaReader, AMadeLog) {
-  Reading reading;
-  ReadingText(NmeaLog(), {}, &reading);
-  const SoundingList& soundings = reading.trips[0].soundings;
-  ASSERT_EQ(soundings.size(), 900U);
-  std::size_t placed = 0;
-  for (std::size_t i = 0; i < soundings.size(); ++i) placed += soundings[i].HasPosition() ? 1U : 0U;
-  // Without one: four at the cold start, one at the end, five at the gaps' ends.
-  EXPECT_EQ(placed, 891U);
-}
-
-TEST(NmeaReader, RealLogs) {
-  const std::filesystem::path folder = RecordingsFolder();
+  EXPECT_EQ(CountsOf(log + Gga(1)).substr(0, 6), "10000 ");
+  // Without a place: four at the cold start, one at the end, five at the gaps' ends.
+  EXPECT_EQ(CountsOf(NmeaLog()).substr(0, 8), "900 891:");
+  const std::string folder = RecordingsFolder().string();
   if (folder.empty()) GTEST_SKIP() << "the real recordings are not there";
-  struct Log {
-    std::string_view name, first;
-    std::size_t count, placed;
-  };
-  for (const Log& log : {Log{"logs/moored-boat.log", "5.4284 53.1802 1397678239.50 1.000", 73, 73},
-                         Log{"recordings/nmea/plaka-first-400kB.log", "- - - 10.439", 946, 944},
-                         Log{"recordings/nmea/n2kd-183-merrimac.log", "- - - 0.580", 13, 0}}) {
-    std::ifstream file(folder / log.name, std::ios::binary);
-    const std::string content{std::istreambuf_iterator<char>(file), {}};
-    Reading reading;
-    const std::string text = ReadingText(content, {}, &reading);
-    EXPECT_EQ(text.substr(0, text.find(';')), log.first) << log.name;
-    const SoundingList& soundings = reading.trips.at(0).soundings;
-    std::size_t placed = 0;
-    for (std::size_t i = 0; i < soundings.size(); ++i) placed += soundings[i].HasPosition() ? 1U : 0U;
-    EXPECT_EQ(soundings.size(), log.count) << log.name;
-    EXPECT_EQ(placed, log.placed) << log.name;
-  }
+  EXPECT_EQ(CountsOf(ReadWhole(folder + "/logs/moored-boat.log")),
+            "73 73: 5.4284 53.1802 1397678239.50 1.000");
+  EXPECT_EQ(CountsOf(ReadWhole(folder + "/recordings/nmea/plaka-first-400kB.log")), "946 944: - - - 10.439");
+  EXPECT_EQ(CountsOf(ReadWhole(folder + "/recordings/nmea/n2kd-183-merrimac.log")), "13 0: - - - 0.580");
 }
 
 }  // namespace

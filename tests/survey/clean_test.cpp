@@ -31,7 +31,7 @@ Trip TripOf(const std::vector<Place>& places) {
   return trip;
 }
 
-TEST(Clean, FixesThatNoBoatComesToAreFoundAndLinesBegin) {
+TEST(Clean, FixesThatNoBoatComesToAndRepeatsAreFoundAndLinesBegin) {
   struct Case {
     const char* name;
     std::vector<Place> places;
@@ -48,6 +48,9 @@ TEST(Clean, FixesThatNoBoatComesToAreFoundAndLinesBegin) {
        "uuuuuu"},
       {"an hour later elsewhere", {{0, 0}, {2, 1}, {4, 2}, {9000, 3600}, {9002, 3601}}, "uuuUu"},
       {"a pause at a place", {{0, 0}, {2, 1}, {2, 1000}, {4, 1001}}, "uuUu"},
+      {"repeats", {{0, 1}, {0, 1}, {1, 2, 5.1}, {1, 2, 5.2}, {2, 3}, {2, 4}, {2, 4}}, "uruuuur"},
+      {"in no order", {{0, 5}, {1, 6}, {2, 1}, {0, 5}, {1, 6}, {2, 1}}, "uuurrr"},
+      {"without times", {{0}, {0}, {0}}, "uuu"},
   };
   for (const Case& test : cases) {
     Trip trip = TripOf(test.places);
@@ -107,28 +110,15 @@ TEST(Clean, TheSmallestDepthIsBlindWhereItIsHeld) {
   }
 }
 
-TEST(Clean, OnlyKnownTimesRepeat) {
-  const std::vector<Place> twice{{0, 1}, {0, 1}, {1, 2, 5.1}, {1, 2, 5.2}, {2, 3}, {2, 4}, {2, 4}};
-  Trip trip = TripOf(twice);
-  CleanTrip(trip);
-  EXPECT_EQ(FatesOf(trip.soundings), "uruuuur");
-  Trip unordered = TripOf({{0, 5}, {1, 6}, {2, 1}, {0, 5}, {1, 6}, {2, 1}});
-  CleanTrip(unordered);
-  EXPECT_EQ(FatesOf(unordered.soundings), "uuurrr");
-  Trip timeless = TripOf({{0}, {0}, {0}});
-  CleanTrip(timeless);
-  EXPECT_EQ(FatesOf(timeless.soundings), "uuu");
-}
-
 // One bed under all, with a track's depth over 200 m, half a metre apart.
 // Crosses that of the others at so many metres where it is given.
-Trip TrackOf(const std::function<double(double)>& depth, double crossing = Unknown) {
+using Track = std::pair<std::function<double(double)>, double>;
+Trip TripOf(const std::vector<Track>& tracks) {
   Trip trip;
-  for (int i = 0; i < 400; ++i) {
-    const double way = 0.5 * i;
-    trip.soundings.Add(std::isnan(crossing) ? SoundingAt(way, 0, depth(way))
-                                            : SoundingAt(crossing, way - 100, depth(way)));
-  }
+  for (const auto& [depth, crossing] : tracks)
+    for (double way = 0; way < 200; way += 0.5)
+      trip.soundings.Add(std::isnan(crossing) ? SoundingAt(way, 0, depth(way))
+                                              : SoundingAt(crossing, way - 100, depth(way)));
   return trip;
 }
 
@@ -154,11 +144,10 @@ TEST(Clean, WhatABedExplainsStaysAndWhatNoneExplainsIsLost) {
       {"another bottom", [&](double way) { return within(way) ? 38.0 + way / 100 : 12.0; }, 80},
   };
   for (const Case& test : cases) {
-    Trip trip = TrackOf(test.depth);
-    for (std::size_t i = 0; i < trip.soundings.size(); ++i) {
-      // Shallow of the 45 degrees: no depth below 0.
+    Trip trip = TripOf({{test.depth, Unknown}});
+    // Shallow of the 45 degrees: no depth below 0.
+    for (std::size_t i = 0; i < trip.soundings.size(); ++i)
       trip.soundings[i].recorded = std::max(trip.soundings[i].recorded, 1.0F);
-    }
     CleanTrip(trip);
     EXPECT_EQ(LostOf(trip), test.lost) << test.name;
   }
@@ -171,7 +160,7 @@ TEST(Clean, WhatScattersAsNoBedDoesIsLost) {
     std::uint64_t lost;
   };
   for (const Case& test : {Case{"a lost bottom", 6, 80}, {"a rough bed", 0.5, 0}}) {
-    Trip trip = TrackOf([](double) { return 50; });
+    Trip trip = TripOf({{[](double) { return 50; }, Unknown}});
     for (std::size_t i = 160; i < 240; ++i)
       trip.soundings[i].recorded += static_cast<float>(test.scatter * (static_cast<double>(i * 7 % 5) - 2));
     for (std::size_t i = 150; i < 160; ++i) trip.soundings[i].recorded = 0;
@@ -182,41 +171,35 @@ TEST(Clean, WhatScattersAsNoBedDoesIsLost) {
 }
 
 TEST(Clean, CrossingTripsDecide) {
-  const auto ridge = [](double way) { return way >= 80 && way < 120 ? 5.0 : 10.0; };
-  const auto trench = [](double way) { return way >= 80 && way < 120 ? 20.0 : 10.0; };
-  const auto even = [](double depth) { return [depth](double) { return depth; }; };
-  struct Case {
+  const auto even = [](double depth, double crossing) {
+    return Track([depth](double) { return depth; }, crossing);
+  };
+  const auto within = [](double depth) {
+    return Track([depth](double way) { return way >= 80 && way < 120 ? depth : 10.0; }, Unknown);
+  };
+  const Track ridge = within(5), trench = within(20);
+  const struct {
     const char* name;
-    std::vector<Trip> trips;
+    std::vector<std::vector<Track>> trips;
     std::vector<std::uint64_t> lost;
+  } cases[] = {
+      {"what looks like a ridge isn't there", {{ridge}, {even(10, 100)}}, {80, 0}},
+      {"the ridge is there", {{ridge}, {even(5.2, 100)}}, {0, 0}},
+      {"what looks like an echo is a trench", {{trench}, {even(20.1, 100)}}, {0, 0}},
+      {"two against one", {{even(10, 100)}, {ridge}, {even(10.3, 100)}}, {0, 80, 0}},
+      {"the water stood 8 m higher", {{ridge}, {even(18, 30), even(13, 100)}}, {0, 0}},
   };
-  Case cases[5];
-  const auto add = [](Case& test, const char* name, std::vector<std::uint64_t> lost, auto&&... trips) {
-    test.name = name;
-    test.lost = std::move(lost);
-    (test.trips.push_back(std::forward<decltype(trips)>(trips)), ...);
-  };
-  add(cases[0], "what looks like a ridge isn't there", {80, 0}, TrackOf(ridge), TrackOf(even(10), 100));
-  add(cases[1], "the ridge is there", {0, 0}, TrackOf(ridge), TrackOf(even(5.2), 100));
-  add(cases[2], "what looks like an echo is a trench", {0, 0}, TrackOf(trench), TrackOf(even(20.1), 100));
-  add(cases[3], "two against one", {0, 80, 0}, TrackOf(even(10), 100), TrackOf(ridge),
-      TrackOf(even(10.3), 100));
-  add(cases[4], "the water stood 8 m higher", {0, 0}, TrackOf(ridge), [&] {
-    Trip high = TrackOf(even(18), 30);
-    const Trip more = TrackOf(even(13), 100);
-    for (std::size_t i = 0; i < more.soundings.size(); ++i) high.soundings.Add(more.soundings[i]);
-    return high;
-  }());
-  for (Case& test : cases) {
+  for (const auto& [name, trips, lost] : cases) {
     Survey survey;
     std::vector<Stretches> stretches;
-    for (Trip& trip : test.trips) {
-      survey.trips.push_back(std::move(trip));
+    for (const auto& tracks : trips) {
+      survey.trips.push_back(TripOf(tracks));
       stretches.push_back(CleanTrip(survey.trips.back()));
     }
     CleanByCrossings(survey, stretches);
-    for (std::size_t t = 0; t < test.lost.size(); ++t)
-      EXPECT_EQ(LostOf(survey.trips[t]), test.lost[t]) << test.name << ", trip " << t;
+    std::vector<std::uint64_t> found;
+    for (const Trip& trip : survey.trips) found.push_back(LostOf(trip));
+    EXPECT_EQ(found, lost) << name;
   }
 }
 

@@ -85,8 +85,24 @@ struct MadeTrip {
   std::vector<std::size_t> stretches;  // their first soundings
 };
 
-// A trip of so many soundings; with wrong ones: 1 % spikes, and stretches of 5 to 500 soundings at half or
-// double the depth or 8 m off.
+// Stretches of 5 to 500 soundings at half or double the depth or 8 m off.
+inline void PlantStretches(MadeTrip& made, std::vector<double>& depths, Random& random) {
+  made.planted.assign(depths.size(), Planted::Nothing);
+  for (std::size_t at = 100; at + 700 < depths.size();) {
+    const auto length = static_cast<std::size_t>(std::lround(5 * std::pow(100, Between(random, 0, 1))));
+    const auto first = depths.begin() + static_cast<std::ptrdiff_t>(at);
+    const double shallowest = *std::min_element(first, first + static_cast<std::ptrdiff_t>(length));
+    const auto what = static_cast<int>(Between(random, 0, shallowest > 9 ? 4 : 3));
+    for (std::size_t i = at; i < at + length; ++i) {
+      depths[i] = what == 0 ? depths[i] / 2 : what == 1 ? depths[i] * 2 : depths[i] + (what == 2 ? 8 : -8);
+      made.planted[i] = Planted::Stretch;
+    }
+    made.stretches.push_back(at);
+    at += length + 60 + static_cast<std::size_t>(static_cast<double>(length) * Between(random, 2, 12));
+  }
+}
+
+// A trip of so many soundings; with wrong ones: 1 % spikes, and stretches.
 inline MadeTrip MakeTrip(const BedKind& kind, const Sounder& sounder, std::size_t count, bool hasWrong,
                          std::uint64_t seed) {
   Random random(seed);
@@ -100,18 +116,7 @@ inline MadeTrip MakeTrip(const BedKind& kind, const Sounder& sounder, std::size_
     depths[i] = a.depth + (b.depth - a.depth) * std::clamp((way - a.way) / (b.way - a.way), 0.0, 1.0);
   }
   made.planted.assign(count, Planted::Nothing);
-  for (std::size_t at = 100; hasWrong && at + 700 < count;) {
-    const auto length = static_cast<std::size_t>(std::lround(5 * std::pow(100, Between(random, 0, 1))));
-    const auto first = depths.begin() + static_cast<std::ptrdiff_t>(at);
-    const double shallowest = *std::min_element(first, first + static_cast<std::ptrdiff_t>(length));
-    const auto what = static_cast<int>(Between(random, 0, shallowest > 9 ? 4 : 3));
-    for (std::size_t i = at; i < at + length; ++i) {
-      depths[i] = what == 0 ? depths[i] / 2 : what == 1 ? depths[i] * 2 : depths[i] + (what == 2 ? 8 : -8);
-      made.planted[i] = Planted::Stretch;
-    }
-    made.stretches.push_back(at);
-    at += length + 60 + static_cast<std::size_t>(static_cast<double>(length) * Between(random, 2, 12));
-  }
+  if (hasWrong) PlantStretches(made, depths, random);
   for (std::size_t i = 5; hasWrong && i + 5 < count; ++i) {
     if (made.planted[i] != Planted::Nothing || Between(random, 0, 1) >= 0.01) continue;
     depths[i] *= Between(random, 0, 1) < 0.5 ? Between(random, 0.2, 0.6) : Between(random, 1.6, 3);

@@ -101,13 +101,10 @@ TEST(MadeLake, IsCleaned) {
     Trouble what;
     double least, most;  // share that is used
   };
-  for (const Case& test : {Case{Trouble::None, 0.999, 1},
-                           {Trouble::Spike, 0, 0.01},
-                           {Trouble::Lost, 0, 0.2},
-                           {Trouble::Blind, 0, 0.05},
-                           {Trouble::NoFix, 0, 0},
-                           {Trouble::Jump, 0, 0},
-                           {Trouble::Repeat, 0, 0}}) {
+  for (const Case& test :
+       {Case{Trouble::None, 0.999, 1}, Case{Trouble::Spike, 0, 0.01}, Case{Trouble::Lost, 0, 0.2},
+        Case{Trouble::Blind, 0, 0.05}, Case{Trouble::NoFix, 0, 0}, Case{Trouble::Jump, 0, 0},
+        Case{Trouble::Repeat, 0, 0}}) {
     const auto trouble = static_cast<std::size_t>(test.what);
     EXPECT_GE(used[trouble], test.least * count[trouble]) << trouble;
     EXPECT_LE(used[trouble], test.most * count[trouble]) << trouble;

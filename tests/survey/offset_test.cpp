@@ -60,12 +60,11 @@ double WorstError(const Way& way, double right, double ahead, double unit, doubl
 }
 
 TEST(Offset, FollowsTheCourse) {
-  struct Case {
+  const struct {
     const char* name;
     Way way;
     double right, ahead, unit, jitter, most;  // metres
-  };
-  const Case cases[] = {
+  } cases[] = {
       {"north", Straight(0, 1), 0, 2, 0, 0, 0.01},
       {"south-west", Straight(3.9, 2), 1, -3, 0, 0, 0.01},
       {"fast", Straight(1.2, 9), 1, 0, 0, 0, 0.01},
@@ -74,8 +73,8 @@ TEST(Offset, FollowsTheCourse) {
       {"a circle, whose beginning shows least", Circle, 1, 1, 0, 0, 0.65},
       {"stops", WithStops, 1, 2, 0, 0.1, 0.25},
   };
-  for (const Case& test : cases)
-    EXPECT_LT(WorstError(test.way, test.right, test.ahead, test.unit, test.jitter), test.most) << test.name;
+  for (const auto& [name, way, right, ahead, unit, jitter, most] : cases)
+    EXPECT_LT(WorstError(way, right, ahead, unit, jitter), most) << name;
 }
 
 TEST(Offset, EndsAtGapsAndLeavesWhatHasNoCourse) {
@@ -91,15 +90,12 @@ TEST(Offset, EndsAtGapsAndLeavesWhatHasNoCourse) {
     if (i == 60) sounding.fate = Fate::NoPosition;
     return sounding;
   });
-  const PlanePlace marks[] = {{0, 99}, {0, 500}, {99, 500}, {100, 499}};
-  const std::size_t places[] = {99, 100, 199, 200};
-  const PlanePlace moves[] = {{0, 2}, {2, 0}, {2, 0}, {2, 0}};
   EXPECT_EQ(ApplyOffset(trip.soundings, 0, 2), 100U);
-  for (std::size_t i = 0; i < 4; ++i) {
-    const Sounding& sounding = trip.soundings[places[i]];
-    const PlanePlace at = ChartLakePlane({sounding.latitude, sounding.longitude});
-    EXPECT_NEAR(at.X, marks[i].X + moves[i].X, 0.1) << i;
-    EXPECT_NEAR(at.Y, marks[i].Y + moves[i].Y, 0.1) << i;
+  for (const auto& [i, x, y] :
+       {std::tuple(99U, 0, 101), {100U, 2, 500}, {199U, 101, 500}, {200U, 102, 499}}) {
+    const PlanePlace at = ChartLakePlane({trip.soundings[i].latitude, trip.soundings[i].longitude});
+    EXPECT_NEAR(at.X, x, 0.1) << i;
+    EXPECT_NEAR(at.Y, y, 0.1) << i;
   }
   const Sounding& wrong = trip.soundings[60];
   EXPECT_NEAR(ChartLakePlane({wrong.latitude, wrong.longitude}).Y, 60, 0.01);

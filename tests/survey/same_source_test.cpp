@@ -56,69 +56,11 @@ Trip Copy(const Trip& trip, void (*change)(Sounding&) = AsItIs, std::string path
   return ChangedTrip(trip, std::move(path), std::move(kind), change, every);
 }
 
-TEST(SameSource, FindsWhatWasGivenTwice) {
-  const Trip& recording = Lake().recording;
-  const Trip& table = Lake().table;
-  struct Case {
-    const char* name;
-    Trip first, second;
-    const char* repeated;
-  };
-  Case cases[] = {
-      {"a recording twice", Copy(recording), Copy(recording, AsItIs, "c.sl2"), "1 of 0;"},
-      {"the converter's table before its recording", Copy(table, AsItIs, "a.csv", "table"), Copy(recording),
-       "0 of 1;"},
-      {"without its times", Copy(recording), Copy(table, WithoutTime, "a.csv", "table"), "1 of 0;"},
-      {"a recording without a date", Copy(recording, WithoutTime), Copy(table, AsItIs, "a.csv", "table"),
-       "1 of 0;"},
-      {"with times taken for another zone's", Copy(recording), Copy(table, ThreeHoursOff, "a.csv", "table"),
-       "1 of 0;"},
-      {"with the transducer in its place", Copy(recording), Copy(table, ToTheNorth, "a.csv", "table"),
-       "1 of 0;"},
-      {"a log and a table with its fixes", Copy(recording, AsItIs, "a.log", "NMEA 0183"),
-       Copy(table, WithoutTime, "a.txt", "table"), "1 of 0;"},
-      {"a thinned table before the whole", Copy(table, WithoutTime, "a.csv", "table", 3),
-       Copy(table, WithoutTime, "b.csv", "table"), "0 of 1;"},
-      {"equal tables: the earlier stays", Copy(table, WithoutTime, "a.csv", "table"),
-       Copy(table, WithoutTime, "b.csv", "table"), "1 of 0;"},
-      {"depths corrected, places and times kept", Copy(recording), Copy(recording, Deeper, "a.gpx", "GPX"),
-       "1 of 0;"},
-  };
-  for (Case& test : cases)
-    EXPECT_EQ(RepeatedOf(ListOf(std::move(test.first), std::move(test.second))), test.repeated) << test.name;
+Trip Recording(void (*change)(Sounding&) = AsItIs, std::string path = "b.sl2", std::string kind = "SL2") {
+  return Copy(Lake().recording, change, std::move(path), std::move(kind));
 }
-
-TEST(SameSource, TheFullerStaysAndThenTheOneThatIsNotRetold) {
-  const Trip& table = Lake().table;
-  Trip retold = Copy(table, AsItIs, "all.csv", "table");
-  retold.name = "lake.csv";
-  Trip second = Copy(Lake().recording, AsItIs, "all.csv", "table");
-  second.name = "lake.sl2";
-  EXPECT_EQ(
-      RepeatedOf(ListOf(std::move(retold), Copy(table, AsItIs, "lake.csv", "table"), std::move(second))),
-      "0 of 2;1 of 2;");
-}
-
-TEST(SameSource, ATrackOfSeveralTripsLoses) {
-  std::vector<Trip> trips = ListOf(RecordedTrip(Lake().trips[0]), RecordedTrip(Lake().trips[1]),
-                                   Copy(Lake().table, AWeekLater, "a.csv", "table"));
-  Trip all = Copy(trips[0], AsItIs, "all.gpx", "GPX");
-  for (std::size_t t = 1; t < trips.size(); ++t)
-    for (std::size_t i = 0; i < trips[t].soundings.size(); ++i) all.soundings.Add(trips[t].soundings[i]);
-  trips.insert(trips.begin(), Copy(all, AsItIs, "all.gpx", "GPX"));
-  // Twice: neither holds the other's soundings alone.
-  trips.push_back(Copy(all, AsItIs, "again.gpx", "GPX"));
-  EXPECT_EQ(RepeatedOf(std::move(trips)), "0 of 1;4 of 1;");
-}
-
-TEST(SameSource, TellsWhatIsRepeated) {
-  Survey survey;
-  survey.trips = ListOf(Copy(Lake().recording, AsItIs, "x/a.sl2"), Copy(Lake().recording, AsItIs, "y/a.sl2"),
-                        Copy(Lake().table, AsItIs, "a.csv", "table"));
-  const std::vector<RepeatedTrip> repeated = FindRepeatedTrips(survey);
-  ASSERT_EQ(repeated.size(), 2U);
-  EXPECT_EQ(repeated[0].words, "the same soundings as x/a.sl2");
-  EXPECT_EQ(repeated[1].words, "its soundings stand in a.sl2");
+Trip Table(void (*change)(Sounding&) = AsItIs, std::string path = "a.csv", std::size_t every = 1) {
+  return Copy(Lake().table, change, std::move(path), "table", every);
 }
 
 // Another sounder on nearly the same way: noise of its own on places and depths.
@@ -138,34 +80,74 @@ Trip Stranger(const Trip& trip, double metresAside, void (*change)(Sounding&), d
       every);
 }
 
-TEST(SameSource, LeavesStrangers) {
+TEST(SameSource, FindsWhatWasGivenTwiceAndLeavesStrangers) {
   const Trip& recording = Lake().recording;
   const Trip& table = Lake().table;
   struct Case {
     const char* name;
     Trip first, second;
+    const char* repeated = "";
   };
   Case cases[] = {
-      {"two boats side by side", Copy(recording), Stranger(recording, 4, AsItIs, 0.01, 0.03)},
+      {"a recording twice", Recording(), Recording(AsItIs, "c.sl2"), "1 of 0;"},
+      {"the converter's table before its recording", Table(), Recording(), "0 of 1;"},
+      {"without its times", Recording(), Table(WithoutTime), "1 of 0;"},
+      {"a recording without a date", Recording(WithoutTime), Table(), "1 of 0;"},
+      {"with times taken for another zone's", Recording(), Table(ThreeHoursOff), "1 of 0;"},
+      {"with the transducer in its place", Recording(), Table(ToTheNorth), "1 of 0;"},
+      {"a log and a table with its fixes", Recording(AsItIs, "a.log", "NMEA 0183"),
+       Table(WithoutTime, "a.txt"), "1 of 0;"},
+      {"a thinned table before the whole", Table(WithoutTime, "a.csv", 3), Table(WithoutTime, "b.csv"),
+       "0 of 1;"},
+      {"equal tables: the earlier stays", Table(WithoutTime), Table(WithoutTime, "b.csv"), "1 of 0;"},
+      {"depths corrected, places and times kept", Recording(), Recording(Deeper, "a.gpx", "GPX"), "1 of 0;"},
+      {"two boats side by side", Recording(), Stranger(recording, 4, AsItIs, 0.01, 0.03)},
       {"and in decimetres", Stranger(table, 0, AsItIs, 0.1, 0.03), Stranger(table, 4, AsItIs, 0.1, 0.03)},
-      {"two sounders of a boat", Copy(recording), Stranger(recording, 0.5, AsItIs, 0.01, 0.03, 4)},
-      {"the way of last week", Copy(recording), Stranger(recording, 0.5, AWeekLater, 0.001, 0)},
-      {"without times", Copy(recording), Stranger(recording, 0.5, WithoutTime, 0.01, 0.04, 5)},
-      {"tables of a place with other depths", Copy(table, WithoutTime, "a.csv", "table"),
-       Stranger(table, 0, WithoutTime, 0.01, 0.05)},
-      {"a log and a boat beside it", Copy(recording, AsItIs, "a.log", "NMEA 0183"),
+      {"two sounders of a boat", Recording(), Stranger(recording, 0.5, AsItIs, 0.01, 0.03, 4)},
+      {"the way of last week", Recording(), Stranger(recording, 0.5, AWeekLater, 0.001, 0)},
+      {"both without times", Recording(), Stranger(recording, 0.5, WithoutTime, 0.01, 0.04, 5)},
+      {"a place with other depths", Table(WithoutTime), Stranger(table, 0, WithoutTime, 0.01, 0.05)},
+      {"a log and a boat beside it", Recording(AsItIs, "a.log", "NMEA 0183"),
        Stranger(recording, 4, WithoutTime, 0.1, 0.03)},
-      {"nothing with a place", Copy(table, WithoutTime, "a.csv", "table"),
-       Copy(
-           table, [](Sounding& s) { s.longitude = Unknown; }, "b.csv", "table")},
+      {"nothing with a place", Table(WithoutTime),
+       Table([](Sounding& s) { s.longitude = Unknown; }, "b.csv")},
   };
   for (Case& test : cases)
-    EXPECT_EQ(RepeatedOf(ListOf(std::move(test.first), std::move(test.second))), "") << test.name;
+    EXPECT_EQ(RepeatedOf(ListOf(std::move(test.first), std::move(test.second))), test.repeated) << test.name;
   // All other trips of the made lake.
   std::vector<Trip> others;
   for (const ChartTrip& trip : Lake().trips)
     if (trip.Copies.empty()) others.push_back(RecordedTrip(trip));
   EXPECT_EQ(RepeatedOf(std::move(others)), "");
+}
+
+TEST(SameSource, TheFullerStaysAndThenTheOneThatIsNotRetold) {
+  Trip retold = Table(AsItIs, "all.csv"), second = Copy(Lake().recording, AsItIs, "all.csv", "table");
+  retold.name = "lake.csv";
+  second.name = "lake.sl2";
+  EXPECT_EQ(RepeatedOf(ListOf(std::move(retold), Table(AsItIs, "lake.csv"), std::move(second))),
+            "0 of 2;1 of 2;");
+}
+
+TEST(SameSource, ATrackOfSeveralTripsLoses) {
+  std::vector<Trip> trips =
+      ListOf(RecordedTrip(Lake().trips[0]), RecordedTrip(Lake().trips[1]), Table(AWeekLater));
+  Trip all = Copy(trips[0], AsItIs, "all.gpx", "GPX");
+  for (std::size_t t = 1; t < trips.size(); ++t)
+    for (std::size_t i = 0; i < trips[t].soundings.size(); ++i) all.soundings.Add(trips[t].soundings[i]);
+  trips.insert(trips.begin(), Copy(all, AsItIs, "all.gpx", "GPX"));
+  // Twice: neither holds the other's soundings alone.
+  trips.push_back(Copy(all, AsItIs, "again.gpx", "GPX"));
+  EXPECT_EQ(RepeatedOf(std::move(trips)), "0 of 1;4 of 1;");
+}
+
+TEST(SameSource, TellsWhatIsRepeated) {
+  Survey survey;
+  survey.trips = ListOf(Recording(AsItIs, "x/a.sl2"), Recording(AsItIs, "y/a.sl2"), Table());
+  const std::vector<RepeatedTrip> repeated = FindRepeatedTrips(survey);
+  ASSERT_EQ(repeated.size(), 2U);
+  EXPECT_EQ(repeated[0].words, "the same soundings as x/a.sl2");
+  EXPECT_EQ(repeated[1].words, "its soundings stand in a.sl2");
 }
 
 TEST(PlaceOrder, IsThatOfTheNearerNeighbour) {
