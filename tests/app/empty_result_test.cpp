@@ -5,8 +5,6 @@
 #include "temporary_folder.h"
 #include "test_run.h"
 
-#include <sstream>
-
 namespace sondrix {
 namespace {
 

@@ -11,8 +11,6 @@
 
 #include <algorithm>
 #include <csignal>
-#include <gtest/gtest.h>
-#include <string>
 
 namespace sondrix {
 namespace {
@@ -73,11 +71,9 @@ TEST(FileChoice, TheDialogShowsEveryKindOfSourceInEveryLanguage) {
 }
 
 TEST(FileChoice, ListsAndFolders) {
-  for (const auto& [text, listed] : {std::pair("a,*.a,b,*.b;*.c", "a:*.a b:*.b;*.c "),
-                                     {"", " :*.* "},
-                                     {"a", "a:*.* "},
-                                     {"a,*.a,b", "a:*.a b:*.* "},
-                                     {"a,", "a: "}}) {
+  using Row = std::pair<const char*, const char*>;
+  for (const auto& [text, listed] : {Row{"a,*.a,b,*.b;*.c", "a:*.a b:*.b;*.c "}, Row{"", " :*.* "},
+                                     Row{"a", "a:*.* "}, Row{"a,*.a,b", "a:*.a b:*.* "}, Row{"a,", "a: "}}) {
     std::string found;
     for (const FileFilter& filter : ParseFilters(text))
       found += filter.description + ":" + filter.patterns + " ";

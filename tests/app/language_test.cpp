@@ -5,8 +5,6 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <span>
-#include <string_view>
 
 namespace sondrix {
 namespace {

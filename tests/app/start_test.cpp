@@ -7,18 +7,10 @@ namespace sondrix {
 namespace {
 
 TEST_F(AppTest, StoredLanguageThenTheSystems) {
-  const struct {
-    const char* defLang;
-    LangId system;
-    const char* item;
-    LangId id;
-  } cases[] = {
-      {"deu", 0x422, "", 0x422},
-      {"", LangGerman, "DEU", LangGerman},
-      {"DEU", LangEnglish, "DEU", LangGerman},
-      {"RUS", 0x422, "RUS", LangRussian},
-  };
-  for (const auto& [defLang, system, item, id] : cases) {
+  using Row = std::tuple<const char*, LangId, const char*, LangId>;
+  for (const auto& [defLang, system, item, id] :
+       {Row{"deu", 0x422, "", 0x422}, Row{"", LangGerman, "DEU", LangGerman},
+        Row{"DEU", LangEnglish, "DEU", LangGerman}, Row{"RUS", 0x422, "RUS", LangRussian}}) {
     Store({{"DefLang", defLang}});
     Session fresh(window);
     window.att.clear();

@@ -7,11 +7,6 @@
 
 #include <array>
 #include <chrono>
-#include <fstream>
-#include <functional>
-#include <gtest/gtest.h>
-#include <map>
-#include <vector>
 
 namespace sondrix {
 namespace {

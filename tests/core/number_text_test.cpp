@@ -9,7 +9,6 @@
 #include "test_window.h"
 
 #include <bit>
-#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <gtest/gtest.h>

@@ -120,14 +120,10 @@ TEST(Pause, LastsUntilItEndsOrTheRunDoes) {
     messages.MsgAborted = "stopped";
     TestWindow window;
     char never = 0;
-    sondrix::Run run{settings,
-                     limits,
-                     state,
-                     messages,
-                     reinterpret_cast<Pictures&>(never),
-                     reinterpret_cast<OziLink&>(never),
-                     reinterpret_cast<Outputs&>(never),
-                     window};
+    auto& pictures = reinterpret_cast<Pictures&>(never);
+    auto& link = reinterpret_cast<OziLink&>(never);
+    auto& outputs = reinterpret_cast<Outputs&>(never);
+    sondrix::Run run{settings, limits, state, messages, pictures, link, outputs, window};
     window.onPump = [&, a = goOn, b = stop, c = end](int pump) {
       state.PauseFlag = pump < a;
       state.StopFlag = state.StopFlag || pump >= b;

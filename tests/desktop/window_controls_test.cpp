@@ -31,13 +31,9 @@ TEST_F(WindowTest, EveryFieldHasItsControlAndEveryControlItsField) {
 }
 
 TEST_F(WindowTest, KeysThatAFieldDoesNotTakeAreDropped) {
-  const struct {
-    const char *field, *typed, *held;
-  } cases[] = {{"DepthSm", "-1,5a.", "-15"},
-               {"MaxDiff", "-3e2", "32"},
-               {"MaxProc", "1234", "12"},
-               {"DistDiff", "1,5 a", "1,5 a"}};
-  for (const auto& [field, typed, held] : cases) {
+  using Row = std::tuple<const char*, const char*, const char*>;
+  for (const auto& [field, typed, held] : {Row{"DepthSm", "-1,5a.", "-15"}, Row{"MaxDiff", "-3e2", "32"},
+                                           Row{"MaxProc", "1234", "12"}, Row{"DistDiff", "1,5 a", "1,5 a"}}) {
     Find<QLineEdit>(field)->clear();
     Type(field, typed);
     EXPECT_EQ(Text(field), held);

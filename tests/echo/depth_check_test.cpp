@@ -3,8 +3,6 @@
 #include "fault_in.h"
 #include "test_run.h"
 
-#include <map>
-
 namespace sondrix {
 namespace {
 

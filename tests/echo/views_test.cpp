@@ -7,8 +7,6 @@
 #include "geo/constants.h"
 #include "test_run.h"
 
-#include <functional>
-
 namespace sondrix {
 namespace {
 

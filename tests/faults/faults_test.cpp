@@ -6,10 +6,7 @@
 #include "samples/polish_map.h"
 #include "samples/text_export.h"
 
-#include <algorithm>
 #include <cerrno>
-#include <functional>
-#include <map>
 #include <ostream>
 #include <set>
 

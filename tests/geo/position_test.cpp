@@ -10,7 +10,6 @@
 #include "geo/utm.h"
 #include "geo/vincenty.h"
 
-#include <cmath>
 #include <tuple>
 
 namespace sondrix {
@@ -38,12 +37,10 @@ TEST(Angles, Atan2WrapAndRemainder) {
 }
 
 TEST(NearPlaces, AlsoAcrossTheDateLine) {
-  for (const auto& [from, to, part, longitude] : {std::tuple(10.0, 12.0, 0.25, 10.5),
-                                                  {179.0, -179.0, 0.25, 179.5},
-                                                  {179.0, -179.0, 0.75, -179.5},
-                                                  {-179.5, 179.5, 1.0, 179.5},
-                                                  {-90.0, 90.0, 0.5, 0.0},
-                                                  {180.0, -180.0, 0.5, 180.0}})
+  using Row = std::tuple<double, double, double, double>;
+  for (const auto& [from, to, part, longitude] :
+       {Row{10, 12, 0.25, 10.5}, Row{179, -179, 0.25, 179.5}, Row{179, -179, 0.75, -179.5},
+        Row{-179.5, 179.5, 1, 179.5}, Row{-90, 90, 0.5, 0}, Row{180, -180, 0.5, 180}})
     EXPECT_EQ(LongitudeBetween(from, to, part), longitude) << from << ' ' << to << ' ' << part;
   // A ten-thousandth of a degree: of a meridian, and of the parallel that is half as long as the equator.
   EXPECT_NEAR(MetresBetween(20, 10, 20, 10.0001), 11.1195, 1e-4);

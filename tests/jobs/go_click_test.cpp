@@ -2,8 +2,6 @@
 #include "jobs/text_run.h"
 #include "samples/echogram.h"
 
-#include <algorithm>
-
 namespace sondrix {
 namespace {
 

@@ -5,7 +5,6 @@
 #include "jobs/text_body.h"
 #include "jobs/text_run.h"
 
-#include <algorithm>
 #include <chrono>
 
 namespace sondrix {

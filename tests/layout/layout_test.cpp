@@ -13,9 +13,7 @@
 #include "temporary_folder.h"
 
 #include <algorithm>
-#include <sstream>
 #include <tuple>
-#include <vector>
 
 namespace sondrix {
 namespace {
@@ -30,25 +28,17 @@ SlSource Opened(const TemporaryFolder& folder, const std::vector<std::uint8_t>& 
 TEST(Layout, FieldsComeFromTheirPlaces) {
   std::ostringstream text;
   for (const int word : {2, 3, 255, 1}) {
-    const SampleFrame sample = {.Channel = 0x0105,
-                                .WaterDepth = 12.5F,
-                                .LowerLimit = 50.5F,
-                                .MercX = 4'100'001,
-                                .MercY = -7'500'002,
-                                .Speed = 2.5F,
-                                .Course = 0.5F,
-                                .Heading = 0.75F,
-                                .Aux28 = 0x11223344,
-                                .Aux32 = 0x77,
-                                .Aux68 = 0x01020304,
-                                .Aux7C = 0x0A0B0C0D,
-                                .Samples = std::vector<std::uint8_t>(300),
-                                .FrameIndex = 77,
-                                .TimeOffset = 4321,
-                                .FrameOffset = {},
-                                .FrameSize = {},
-                                .PrevSize = {},
-                                .SampleCount = {}};
+    SampleFrame sample = Frame(0x0105, 12.5F, 4'100'001, -7'500'002, 300);
+    sample.FrameIndex = 77;
+    sample.TimeOffset = 4321;
+    sample.LowerLimit = 50.5F;
+    sample.Speed = 2.5F;
+    sample.Course = 0.5F;
+    sample.Heading = 0.75F;
+    sample.Aux28 = 0x11223344;
+    sample.Aux32 = 0x77;
+    sample.Aux68 = 0x01020304;
+    sample.Aux7C = 0x0A0B0C0D;
     const std::vector<std::uint8_t> bytes = EchogramBytes(word, {sample});
     const auto frame = std::span(bytes).subspan(FileHeaderLength);
     const SlFormat found = SlFormatOf(static_cast<std::uint16_t>(word));

@@ -49,27 +49,22 @@ struct OziRun : TestRun {
 
 TEST(OziLibrary, WhatCantBeOpened) {
   const std::string missing = " ! copy oziapi.dll in the program folder or system directory";
-  const struct {
-    const char *recorder, *mood;
-    std::string end;
-  } rows[] = {
-      {"", "", missing},
-      {OZI_RECORDER_SHORT, "", missing},
-      {OZI_RECORDER, "cut", missing},
-      {OZI_RECORDER, "garbage", missing},
-      {OZI_RECORDER, "closed", " ! run OziExplorer and load appropriate target map"},
-  };
-  for (const auto& [recorder, mood, end] : rows) {
+  const std::string closed = " ! run OziExplorer and load appropriate target map";
+  using Row = std::tuple<const char*, const char*, std::string>;
+  for (const auto& [recorder, mood, end] :
+       {Row{"", "", missing}, Row{OZI_RECORDER_SHORT, "", missing}, Row{OZI_RECORDER, "cut", missing},
+        Row{OZI_RECORDER, "garbage", missing}, Row{OZI_RECORDER, "closed", closed}}) {
+    SCOPED_TRACE(std::string(recorder) + mood);
     OziRun run(recorder, mood);
     // What is behind the first quarter may be for a debugger.
     if (mood == std::string("cut")) fs::resize_file(run.Library(), fs::file_size(run.Library()) / 4);
-    EXPECT_EQ(run.Open(), end) << recorder << mood;
-    EXPECT_FALSE(run.settings.ViewOzi) << recorder << mood;
-    EXPECT_EQ(run.window.beeps, 1) << recorder << mood;
-    EXPECT_EQ(run.window.shown, std::vector<std::string>{"ViewOzi"}) << recorder << mood;
+    EXPECT_EQ(run.Open(), end);
+    EXPECT_FALSE(run.settings.ViewOzi);
+    EXPECT_EQ(run.window.beeps, 1);
+    EXPECT_EQ(run.window.shown, std::vector<std::string>{"ViewOzi"});
     // The program lives on, and the conversion does without.
     run.Source("clean.sl2", EchogramBytes(2, {Frame(2, 10)}));
-    EXPECT_TRUE(run.Click().ends_with(" * done")) << recorder << mood;
+    EXPECT_TRUE(run.Click().ends_with(" * done"));
   }
 }
 

@@ -2,9 +2,6 @@
 
 #include "reading_text.h"
 
-#include <gtest/gtest.h>
-#include <vector>
-
 namespace sondrix {
 namespace {
 

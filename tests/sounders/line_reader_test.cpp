@@ -4,8 +4,6 @@
 #include "sounders/common/reading.h"
 #include "temporary_folder.h"
 
-#include <filesystem>
-
 namespace sondrix {
 namespace {
 

@@ -8,9 +8,6 @@
 #include "sounders/nmea/nmea_fix.h"
 #include "sounders/nmea/nmea_prefix.h"
 
-#include <gtest/gtest.h>
-#include <vector>
-
 namespace sondrix {
 namespace {
 

@@ -7,7 +7,6 @@
 #include "sounders/sounder_formats.h"
 #include "temporary_folder.h"
 
-#include <cmath>
 #include <numbers>
 
 namespace sondrix {

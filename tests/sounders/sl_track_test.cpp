@@ -4,7 +4,6 @@
 #include "temporary_folder.h"
 
 #include <algorithm>
-#include <cmath>
 #include <numbers>
 
 namespace sondrix {

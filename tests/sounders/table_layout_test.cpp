@@ -1,7 +1,5 @@
 #include "table_text.h"
 
-#include <cmath>
-
 namespace sondrix {
 namespace {
 

@@ -2,9 +2,7 @@
 
 #include "survey/made_bed.h"
 
-#include <functional>
 #include <gtest/gtest.h>
-#include <string>
 
 namespace sondrix {
 namespace {

@@ -7,13 +7,6 @@
 #include "survey/survey.h"
 #include "temporary_folder.h"
 
-#include <array>
-#include <cmath>
-#include <cstddef>
-#include <gtest/gtest.h>
-#include <string>
-#include <vector>
-
 namespace sondrix {
 namespace {
 

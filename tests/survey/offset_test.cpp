@@ -3,10 +3,7 @@
 #include "samples/xorshift.h"
 #include "survey/survey_trips.h"
 
-#include <cmath>
-#include <functional>
 #include <gtest/gtest.h>
-#include <numbers>
 
 namespace sondrix {
 namespace {

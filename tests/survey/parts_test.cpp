@@ -3,8 +3,6 @@
 #include "survey/survey_trips.h"
 
 #include <gtest/gtest.h>
-#include <string>
-#include <vector>
 
 namespace sondrix {
 namespace {

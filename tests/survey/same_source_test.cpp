@@ -5,12 +5,7 @@
 #include "survey/sounding_probe.h"
 #include "survey/survey_trips.h"
 
-#include <cmath>
 #include <gtest/gtest.h>
-#include <span>
-#include <string>
-#include <utility>
-#include <vector>
 
 namespace sondrix {
 namespace {
