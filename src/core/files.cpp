@@ -280,17 +280,7 @@ GrowingFile::GrowingFile(std::string_view path, std::string_view suffix)
   file_ = OutputFile(GrowingName(path, suffix), OpenFor::Making);
 }
 
-std::string GrowingFile::HandOver() {
-  file_.TakeAway();
-  isHandedOver_ = true;
-  const std::u8string name = growing_.u8string();
-  return {name.begin(), name.end()};
-}
-
-void GrowingFile::TakeAway() {
-  file_.TakeAway();
-  if (isHandedOver_) Remove(growing_);
-}
+void GrowingFile::TakeAway() { file_.TakeAway(); }
 
 void GrowingFile::PutInPlace() {
   file_.Close();

@@ -118,9 +118,6 @@ class GrowingFile {
   explicit GrowingFile(std::string_view path, std::string_view suffix = ".part");
   bool IsOpen() const { return file_.IsOpen(); }
   OutputFile& File() { return file_; }  // which the caller doesn't close
-  // Leaves the growing to something else, as a library that opens a file itself: the name, at which nothing
-  // stands now. What is made there is put in place or taken away as its own.
-  std::string HandOver();
   // Closes it and gives it its name, in place of what has it. On a fault it stays as it is; 75 for a folder.
   void PutInPlace();
   // Closes and removes it.
@@ -129,7 +126,6 @@ class GrowingFile {
  private:
   std::filesystem::path path_, growing_;
   OutputFile file_;
-  bool isHandedOver_ = false;
 };
 
 // The whole file as bytes.

@@ -11,10 +11,23 @@ constexpr struct {
   std::string_view ending;
   ExportKind kind;
 } Kinds[] = {
-    {".csv", ExportKind::Csv},
-    {".gpx", ExportKind::Gpx},
-    {".xyz", ExportKind::Xyz},
-    {".gpkg", ExportKind::Geopackage},
+    {".csv", ExportKind::Csv},         {".gpx", ExportKind::Gpx},     {".xyz", ExportKind::Xyz},
+    {".gpkg", ExportKind::Geopackage}, {".tif", ExportKind::Geotiff}, {".geojson", ExportKind::GeoJson},
+    {".shp", ExportKind::Shapefile},
+};
+
+constexpr std::string_view KeptEndings[] = {".csb.json", ".kmz", ".png", ".mbtiles", ".mp", ".img"};
+
+// What is put in place of the path's ending or, with a plus, behind it.
+constexpr struct {
+  ExportKind kind;
+  std::string_view ending;
+} Stale[] = {
+    {ExportKind::Geopackage, "+-wal"},     {ExportKind::Geopackage, "+-shm"},
+    {ExportKind::Geopackage, "+-journal"}, {ExportKind::Geopackage, "+.aux.xml"},
+    {ExportKind::Geotiff, "+.aux.xml"},    {ExportKind::Geotiff, "+.ovr"},
+    {ExportKind::Geotiff, "+.msk"},        {ExportKind::Shapefile, ".qix"},
+    {ExportKind::Shapefile, ".sbn"},       {ExportKind::Shapefile, ".sbx"},
 };
 
 bool EndsWith(std::string_view path, std::string_view ending) {
@@ -25,6 +38,11 @@ bool EndsWith(std::string_view path, std::string_view ending) {
 
 }  // namespace
 
+bool NeedsChart(ExportKind kind) {
+  return kind == ExportKind::Geotiff || kind == ExportKind::GeoJson || kind == ExportKind::Shapefile ||
+         kind == ExportKind::Contours;
+}
+
 std::optional<ExportKind> ExportKindOf(std::string_view path) {
   for (const auto& kind : Kinds) {
     if (EndsWith(path, kind.ending)) return kind.kind;
@@ -32,8 +50,20 @@ std::optional<ExportKind> ExportKindOf(std::string_view path) {
   return std::nullopt;
 }
 
-std::string_view GrowingSuffixOf(ExportKind kind) {
-  return kind == ExportKind::Geopackage ? ".part.gpkg" : ".part";
+bool IsKeptEnding(std::string_view path) {
+  return std::any_of(std::begin(KeptEndings), std::end(KeptEndings),
+                     [path](std::string_view ending) { return EndsWith(path, ending); });
+}
+
+std::vector<std::string> StaleCompanions(std::string_view path, ExportKind kind) {
+  std::vector<std::string> paths;
+  for (const auto& [of, ending] : Stale) {
+    if (of != kind) continue;
+    const bool isBehind = ending.starts_with('+');
+    const std::string_view begin = isBehind ? path : path.substr(0, path.rfind('.'));
+    paths.push_back(std::string(begin).append(ending.substr(isBehind ? 1 : 0)));
+  }
+  return paths;
 }
 
 std::string_view ExportEndings() { return ".csv, .gpx, .xyz and .gpkg"; }

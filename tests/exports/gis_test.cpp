@@ -93,7 +93,9 @@ TEST(Geopackage, HoldsSoundingsAndTracks) {
   Sounding more = survey.trips[2].soundings[1];
   more.latitude = -34;
   survey.trips[2].soundings.Add(more);
-  const auto write = [&](const char* name) { WriteGeopackage(survey, {}, 1621063742, folder.Path(name)); };
+  const auto write = [&](const char* name) {
+    WriteGeopackage(survey, {.date = 1621063742}, {}, folder.Path(name));
+  };
   write("a.gpkg");
   const std::unique_ptr<void, DatasetEnd> dataset(GDALOpenEx(
       folder.Path("a.gpkg").c_str(), GDAL_OF_VECTOR | GDAL_OF_READONLY, nullptr, nullptr, nullptr));
@@ -121,13 +123,15 @@ TEST(Geopackage, HoldsSoundingsAndTracks) {
   EXPECT_NE(folder.Read("a.gpkg").find("2021-05-15T07:29:02"), std::string::npos);
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path("")), {}), 2);
 
-  EXPECT_THROW(WriteGeopackage(survey, {}, 0, folder.Path("none/c.gpkg")), CantExport);
-  EXPECT_THROW(WriteGeopackage(survey, {.isToEnd = [] { return true; }}, 0, folder.Path("d.gpkg")), EndAsked);
+  EXPECT_THROW(WriteGeopackage(survey, {}, {}, folder.Path("none/c.gpkg")), CantExport);
+  EXPECT_THROW(WriteGeopackage(survey, {}, {.isToEnd = [] { return true; }}, folder.Path("d.gpkg")),
+               EndAsked);
   // All soundings and tracks are written, and the index isn't: a file that is given up gets none.
   std::atomic<int> asked = 0;
   const int asks = 2 * static_cast<int>(survey.trips.size());
-  EXPECT_THROW(WriteGeopackage(survey, {.isToEnd = [&] { return ++asked > asks; }}, 0, folder.Path("d.gpkg")),
-               EndAsked);
+  EXPECT_THROW(
+      WriteGeopackage(survey, {}, {.isToEnd = [&] { return ++asked > asks; }}, folder.Path("d.gpkg")),
+      EndAsked);
   EXPECT_EQ(folder.Read("d.gpkg").find("CREATE VIRTUAL TABLE"), std::string::npos);
 }
 

@@ -87,7 +87,8 @@ struct Texts {
 std::string Settle(const Texts& texts, ChartOptions& options) {
   for (const std::string& path : texts.outputs) {
     const auto kind = ExportKindOf(path);
-    if (!kind) return Quoted(path) + ": this version makes " + std::string(ExportEndings());
+    if (!kind || NeedsChart(*kind))
+      return Quoted(path) + ": this version makes " + std::string(ExportEndings());
     options.outputs.push_back({path, *kind});
   }
   if (!texts.columns.empty()) {

@@ -10,7 +10,9 @@
 #include "chart/utm_zone.h"
 #include "core/fault.h"
 #include "core/files.h"
+#include "core/growing_folder.h"
 #include "core/number_text.h"
+#include "exports/chart_data.h"
 #include "exports/csv.h"
 #include "exports/gis.h"
 #include "exports/gpx.h"
@@ -22,6 +24,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace sondrix {
 namespace {
@@ -51,7 +54,12 @@ class Pending {
   Pending(const ChartRun& run, const ExportRun& exportRun, const ChartOutput& output, OutputAccount& account)
       : account_(account) {
     Try([&] {
-      file_ = GrowingFile(output.path, GrowingSuffixOf(output.kind));
+      if (output.kind == ExportKind::Geopackage) {
+        folder_ = GrowingFolder(output.path);
+        stale_ = StaleCompanions(output.path, output.kind);
+      } else {
+        file_ = GrowingFile(output.path);
+      }
       Write(output.kind, run, exportRun);
     });
   }
@@ -64,13 +72,17 @@ class Pending {
   Pending(const Pending&) = delete;
   Pending& operator=(const Pending&) = delete;
   ~Pending() {
-    if (!isInPlace_) file_.TakeAway();
+    if (!isInPlace_) TakeAway();
   }
 
   void PutInPlace() {
     if (!account_.problem.empty()) return;
     Try([this] {
-      file_.PutInPlace();
+      if (folder_.IsOpen()) {
+        folder_.PutInPlace(stale_);
+      } else {
+        file_.PutInPlace();
+      }
       isInPlace_ = true;
       account_.bytes = LengthOfFile(account_.path);
     });
@@ -81,7 +93,7 @@ class Pending {
     try {
       step();
     } catch (const EndAsked&) {
-      file_.TakeAway();
+      TakeAway();
       throw;
     } catch (const CantExport& reason) {
       account_.problem = reason.what();
@@ -90,6 +102,11 @@ class Pending {
     } catch (...) {
       account_.problem = OutputProblem(CaughtFault());
     }
+  }
+
+  void TakeAway() {
+    file_.TakeAway();
+    folder_.TakeAway();
   }
 
   void Write(ExportKind kind, const ChartRun& run, const ExportRun& exportRun) {
@@ -101,8 +118,15 @@ class Pending {
       case ExportKind::Xyz:
         return WriteInPlane(run, exportRun);
       case ExportKind::Geopackage:
-        return LoadGis(run.gisFolders).writeGeopackage(run.survey, exportRun, DateOf(run), file_.HandOver());
+        return WriteGeopackageOf(run, exportRun);
+      default:
+        throw CantExport("there is no depth model");
     }
+  }
+
+  void WriteGeopackageOf(const ChartRun& run, const ExportRun& exportRun) {
+    const ChartData chart = {.date = DateOf(run)};
+    LoadGis(run.gisFolders).writeGeopackage(run.survey, chart, exportRun, folder_.InnerPath());
   }
 
   void WriteInPlane(const ChartRun& run, const ExportRun& exportRun) {
@@ -115,7 +139,9 @@ class Pending {
   }
 
   OutputAccount& account_;
-  GrowingFile file_;
+  GrowingFile file_;      // of what we write ourselves
+  GrowingFolder folder_;  // of what GDAL writes
+  std::vector<std::string> stale_;
   bool isInPlace_ = false;
 };
 
