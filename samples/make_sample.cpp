@@ -4,6 +4,7 @@
 #include "samples/damage.h"
 #include "samples/echogram.h"
 #include "samples/lake.h"
+#include "samples/made_waters.h"
 #include "samples/nmea_log.h"
 #include "samples/polish_map.h"
 #include "samples/text_export.h"
@@ -15,6 +16,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 #include <initializer_list>
 #include <string>
 #include <string_view>
@@ -161,7 +163,7 @@ int List(const Arguments& arguments) {
 
 // A file or folder, and a whole number behind an option.
 int WithNumber(const Arguments& arguments, std::string_view option, std::uint32_t number,
-               bool (*write)(const std::string& path, std::uint32_t number)) {
+               const std::function<bool(const std::string& path, std::uint32_t number)>& write) {
   std::string path;
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     const std::string& argument = arguments[i];
@@ -191,6 +193,22 @@ int LakeShore(const Arguments& arguments) {
   return WriteText(arguments[0], sondrix::ChartLakeShoreJson());
 }
 
+int Water(const Arguments& arguments) {
+  if (arguments.empty()) return Wrong("water takes a name and a folder");
+  const sondrix::MadeWater* water = sondrix::MadeWaterOf(arguments[0]);
+  if (water == nullptr) return Wrong("no water of that name: " + arguments[0]);
+  return WithNumber({arguments.begin() + 1, arguments.end()}, "--seed", 1,
+                    [water](const std::string& folder, std::uint32_t seed) {
+                      return sondrix::WriteMadeWater(*water, folder, seed);
+                    });
+}
+
+int Waters(const Arguments& arguments) {
+  if (!arguments.empty()) return Wrong("waters takes nothing");
+  sondrix::PutText(stdout, sondrix::MadeWaterLines());
+  return Done;
+}
+
 struct Kind {
   std::string_view Name;
   int (*Make)(const Arguments& arguments);
@@ -208,6 +226,8 @@ constexpr Kind Kinds[] = {
     {"lake", Lake, "lake FOLDER [--seed N]            trips of several boats over the lake that is charted"},
     {"lake-bed", LakeBed, "lake-bed FILE [--cell METRES]     its true bed, a text grid in EPSG:32637"},
     {"lake-shore", LakeShore, "lake-shore FILE                   its shore as GeoJSON"},
+    {"water", Water, "water NAME FOLDER [--seed N]      soundings of a water and its true bed"},
+    {"waters", Waters, "waters                            the names of the waters, their line spacings"},
     {"damage", Damaged, "damage NAME FILE                  a bad echogram"},
     {"list", List, "list                              the names of the damages"},
 };
