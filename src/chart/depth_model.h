@@ -21,7 +21,8 @@ struct PlaneSounding {
   bool beginsLine = false;
 };
 
-enum class ModelMethod { Chosen, Spline, Mean, Linear };
+// Chosen: a weighted mean of splines; Spline: the best one of them.
+enum class ModelMethod { Chosen, Spline };
 
 struct ModelOptions {
   std::optional<double> cell, reach;  // metres

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "chart/depth_model.h"
+#include "chart/spline_surface.h"
+#include "chart/track_lines.h"
+
+#include <array>
+#include <cstddef>
+#include <functional>
+#include <span>
+#include <vector>
+
+namespace sondrix {
+
+// The surfaces of which the depth model is a weighted mean; lengths in line spacings.
+struct ModelMember {
+  double smoothing = 0, tensionLength = 0;  // of SplineShape
+};
+inline constexpr std::size_t MemberCount = 4;
+using MemberWeights = std::array<double, MemberCount>;
+extern const std::array<ModelMember, MemberCount> ModelMembers;
+
+// In the nodes of a grid with such cells.
+SplineShape ShapeOf(const ModelMember& member, double spacing, double cell);
+
+// A sounding that was left out and predicted from the others.
+struct LeftOut {
+  PlanePoint at;
+  float distance = 0;                      // to the nearest sounding not left out, metres
+  std::array<float, MemberCount> error{};  // of each surface, metres; deeper than the sounding is positive
+
+  double ErrorOf(const MemberWeights& weights) const {
+    double sum = 0;
+    for (std::size_t m = 0; m < MemberCount; ++m) sum += weights[m] * static_cast<double>(error[m]);
+    return sum;
+  }
+};
+
+// Predicts stretches of the lines from all the others, in turns (cross-validation, Stone, 1974). A stretch is
+// two and a half line spacings long: its middle is then about as far from other soundings as that of the
+// water between two lines is, while of whole lines the neighbours would be twice as far off.
+std::vector<LeftOut> LeaveLinesOut(std::span<const PlaneSounding> soundings, const TrackLines& lines,
+                                   double spacing, std::span<const std::size_t> members, double reach,
+                                   int threads, const std::function<bool()>& isToEnd);
+
+// The weights of the smallest square error; their sum is 1, each may be negative (stacked regressions:
+// Breiman, 1996, Machine Learning 24, 49-64). Of members that aren't named they are 0.
+MemberWeights StackMembers(std::span<const LeftOut> leftOut, std::span<const std::size_t> members);
+
+}  // namespace sondrix

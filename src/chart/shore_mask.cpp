@@ -1,0 +1,184 @@
+#include "chart/shore_mask.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <utility>
+
+namespace sondrix {
+namespace {
+
+using Area = std::vector<PlaneLine>;
+
+bool IsClosed(const PlaneLine& line) {
+  return line.size() > 3 && line.front().x == line.back().x && line.front().y == line.back().y;
+}
+
+// Where the rings of an area cross a parallel, rising.
+std::vector<double> CrossingsOf(const Area& area, double y) {
+  std::vector<double> crossings;
+  for (const PlaneLine& ring : area) {
+    for (std::size_t i = 1; i < ring.size(); ++i) {
+      const PlanePoint &a = ring[i - 1], &b = ring[i];
+      if ((a.y > y) != (b.y > y)) crossings.push_back(a.x + (y - a.y) / (b.y - a.y) * (b.x - a.x));
+    }
+  }
+  std::sort(crossings.begin(), crossings.end());
+  return crossings;
+}
+
+bool IsWithin(const Area& area, double x, double y) {
+  bool within = false;
+  for (const PlaneLine& ring : area) {
+    for (std::size_t i = 1; i < ring.size(); ++i) {
+      const PlanePoint &a = ring[i - 1], &b = ring[i];
+      if ((a.y > y) != (b.y > y) && x < a.x + (y - a.y) / (b.y - a.y) * (b.x - a.x)) within = !within;
+    }
+  }
+  return within;
+}
+
+ShoreLines::Box BoxOf(const Area& area) {
+  ShoreLines::Box box;
+  for (const PlaneLine& ring : area) {
+    for (const PlanePoint& point : ring) box.Add(point);
+  }
+  return box;
+}
+
+// Calls mark for the cells of an area's inside, row by row.
+template <typename Mark>
+void FillArea(const Area& area, const GridShape& shape, Mark mark) {
+  const ShoreLines::Box box = BoxOf(area);
+  const int first = std::max(0, static_cast<int>((shape.north - box.north) / shape.cell) - 1);
+  const int last = std::min(shape.rows - 1, static_cast<int>((shape.north - box.south) / shape.cell) + 1);
+  for (int row = first; row <= last; ++row) {
+    const std::vector<double> crossings = CrossingsOf(area, shape.MiddleOf(0, row).y);
+    for (std::size_t i = 1; i < crossings.size(); i += 2) {
+      const double from = (crossings[i - 1] - shape.west) / shape.cell - 0.5;
+      const double to = (crossings[i] - shape.west) / shape.cell - 0.5;
+      const int begin =
+          static_cast<int>(std::clamp(std::ceil(from), 0.0, static_cast<double>(shape.columns)));
+      const int end = static_cast<int>(std::clamp(std::ceil(to), 0.0, static_cast<double>(shape.columns)));
+      for (int column = begin; column < end; ++column) mark(shape.IndexOf(column, row));
+    }
+  }
+}
+
+// Calls take for places along a line, no further than distance from each other.
+template <typename Take>
+void WalkLine(const PlaneLine& line, double distance, Take take) {
+  for (std::size_t i = 1; i < line.size(); ++i) {
+    const PlanePoint &a = line[i - 1], &b = line[i];
+    const int steps = static_cast<int>(std::hypot(b.x - a.x, b.y - a.y) / distance) + 1;
+    for (int s = 0; s < steps; ++s) {
+      const double share = static_cast<double>(s) / steps;
+      take(PlanePoint{a.x + share * (b.x - a.x), a.y + share * (b.y - a.y)});
+    }
+  }
+  if (!line.empty()) take(line.back());
+}
+
+// The cell of a place; columns * rows where it lies out of the grid.
+std::size_t CellOf(const GridShape& shape, const PlanePoint& at) {
+  const double column = std::floor((at.x - shape.west) / shape.cell);
+  const double row = std::floor((shape.north - at.y) / shape.cell);
+  if (column < 0 || row < 0 || column >= shape.columns || row >= shape.rows) return shape.CellCount();
+  return shape.IndexOf(static_cast<int>(column), static_cast<int>(row));
+}
+
+}  // namespace
+
+void ShoreLines::Box::Add(const PlanePoint& point) {
+  if (isEmpty) *this = {point.x, point.y, point.x, point.y, false};
+  west = std::min(west, point.x), east = std::max(east, point.x);
+  south = std::min(south, point.y), north = std::max(north, point.y);
+}
+
+ShoreLines::ShoreLines(const Shore& shore, std::span<const PlaneSounding> soundings) : areas_(shore.areas) {
+  Area rings;
+  for (const PlaneLine& line : shore.lines) {
+    if (IsClosed(line)) {
+      rings.push_back(line);
+    } else if (line.size() > 1) {
+      open_.push_back(line);
+    }
+  }
+  if (!rings.empty()) areas_.push_back(std::move(rings));
+  if (areas_.empty() && open_.empty()) throw CantModel("the shore has neither lines nor areas");
+
+  // A sample tells on which side of the shore the water is.
+  constexpr std::size_t enough = 2'000;
+  const std::size_t stride = std::max<std::size_t>(1, soundings.size() / enough);
+  std::vector<std::size_t> within(areas_.size());
+  std::size_t inside = 0, sample = 0;
+  for (std::size_t i = 0; i < soundings.size(); i += stride, ++sample) {
+    bool isInside = false;
+    for (std::size_t a = 0; a < areas_.size(); ++a) {
+      if (!IsWithin(areas_[a], soundings[i].x, soundings[i].y)) continue;
+      isInside = true;
+      ++within[a];
+    }
+    inside += isInside;
+  }
+  areasAreWater_ = 2 * inside > sample;
+  for (std::size_t a = 0; areasAreWater_ && a < areas_.size(); ++a) {
+    if (within[a] == 0) continue;
+    for (const PlaneLine& ring : areas_[a]) {
+      for (const PlanePoint& point : ring) water_.Add(point);
+    }
+  }
+}
+
+std::vector<std::uint8_t> ShoreLines::WaterCells(const GridShape& shape,
+                                                 std::span<const std::uint8_t> sounded) const {
+  std::vector<std::uint8_t> water(shape.CellCount(), areasAreWater_ ? 0 : 1);
+  for (const Area& area : areas_) {
+    FillArea(area, shape, [&](std::size_t cell) { water[cell] = areasAreWater_ ? 1 : 0; });
+  }
+  // Open lines are walls; water is what can be come to from a sounding.
+  constexpr std::uint8_t wall = 2, seen = 3;
+  for (const PlaneLine& line : open_) {
+    WalkLine(line, shape.cell / 4, [&](const PlanePoint& at) {
+      const std::size_t cell = CellOf(shape, at);
+      if (cell < water.size() && water[cell] == 1) water[cell] = wall;
+    });
+  }
+  std::vector<std::size_t> front;
+  for (std::size_t k = 0; k < water.size(); ++k) {
+    if (sounded[k] != 0 && water[k] == 1) water[k] = seen, front.push_back(k);
+  }
+  const auto columns = static_cast<std::size_t>(shape.columns);
+  while (!front.empty()) {
+    const std::size_t k = front.back();
+    front.pop_back();
+    const auto visit = [&](std::size_t next) {
+      if (water[next] == 1) {
+        water[next] = seen;
+        front.push_back(next);
+      } else if (water[next] == wall) {
+        water[next] = 4;  // the wall's own cells are half water
+      }
+    };
+    if (k % columns > 0) visit(k - 1);
+    if (k % columns + 1 < columns) visit(k + 1);
+    if (k >= columns) visit(k - columns);
+    if (k + columns < water.size()) visit(k + columns);
+  }
+  for (std::uint8_t& cell : water) cell = cell >= seen ? 1 : 0;
+  return water;
+}
+
+std::vector<PlanePoint> ShoreLines::Places(const GridShape& shape, double distance) const {
+  std::vector<PlanePoint> places;
+  const auto take = [&](const PlanePoint& at) {
+    if (CellOf(shape, at) < shape.CellCount()) places.push_back(at);
+  };
+  for (const Area& area : areas_) {
+    for (const PlaneLine& ring : area) WalkLine(ring, distance, take);
+  }
+  for (const PlaneLine& line : open_) WalkLine(line, distance, take);
+  return places;
+}
+
+}  // namespace sondrix
