@@ -137,43 +137,34 @@ TEST(NmeaReader, OneOfThoseThatTellTheSame) {
 }
 
 TEST(NmeaReader, WhatASentenceTellsOfADepth) {
-  struct Sentence {
+  struct Row {
     std::string_view text, metres;
   };
-  for (const Sentence& row : std::vector<Sentence>{
-           {"$SDDBT,1.8,f,0.5,M,0.3,F", "0.549"},     // feet are finer
-           {"$05DBT,01.6,f,0.50,M,00.3,F", "0.500"},  // metres with more decimals
-           {"$SDDBT,,f,12.3,M,,F", "12.300"},
-           {"$SDDBT,12.3,f,,M,,F", "3.749"},
-           {"$SDDBT,,f,,M,2.0,F", "3.658"},
-           {"$SDDBT,12.3,f,40.4,M,6.7,F", "12.314"},  // feet and metres swapped
-           {"$SDDBT,12.3,M,40.4,f,6.7,F", "12.314"},  // with their letters
-           {"$sddbt,40.4,f,12.3,m,6.7,f", "12.314"},
-           {"$SDDBT,12.3,f,12.3,M,12.3,F", "12.300"},  // one number for all
-           {"$SDDBT,3277,f,999,M,546,F", "-"},
-           {"$SDDBT,,f,-1,M,,F", "-"},
-           {"$SDDBT,12.3,f,3", "3.749"},  // cut within the metres
-           {"$SDDBT,12", "bad"},
-           {"$SDDBT,abc,f,,M,,F", "bad"},
-           {"$SDDPT,2.4,0.6,100*4A", "3.000"},
-           {"$SDDPT,2.4,-0.6", "2.400"},
-           {"$SDDPT,2.4,999", "2.400"},
-           {"$SDDPT,,0.6", "-"},
-           {"$SDDPT,0.0,0.6", "0.000"},
-           {"$SDDPT,2", "bad"},
-           {"$PSKPDPT,0002.5,+00.5,0010,10,03,*72", "3.000"},
-           {"$SDODC,12:00:00,16\xB0 07.5000' N,091\xB0 30.0000' W,A,25.40,M,A", "25.400 -91.5000 16.1250"},
-           {"$SDODC,12:00:00,16\xC2\xB0 07.5000' S,091\xC2\xB0 30.0000' E,V,0.40,M,V", "- - -"},
-           {"$SDODC,12:00:00,16\xB0 67.5000' N,091\xB0 30.0000' W,A,25.40,M,A", "bad"},
-       }) {
-    const std::optional<NmeaSentence> sentence = SentenceScan(row.text).Next();
-    ASSERT_TRUE(sentence) << row.text;
-    EXPECT_NE(sentence->checksum, Checksum::Wrong) << row.text;
+  for (const auto& [text, metres] :
+       {// Feet are finer, or metres have more decimals; each unit alone.
+        Row{"$SDDBT,1.8,f,0.5,M,0.3,F", "0.549"}, Row{"$05DBT,01.6,f,0.50,M,00.3,F", "0.500"},
+        Row{"$SDDBT,,f,12.3,M,,F", "12.300"}, Row{"$SDDBT,12.3,f,,M,,F", "3.749"},
+        Row{"$SDDBT,,f,,M,2.0,F", "3.658"},
+        // Feet and metres swapped, also with their letters; one number for all.
+        Row{"$SDDBT,12.3,f,40.4,M,6.7,F", "12.314"}, Row{"$SDDBT,12.3,M,40.4,f,6.7,F", "12.314"},
+        Row{"$sddbt,40.4,f,12.3,m,6.7,f", "12.314"}, Row{"$SDDBT,12.3,f,12.3,M,12.3,F", "12.300"},
+        Row{"$SDDBT,3277,f,999,M,546,F", "-"}, Row{"$SDDBT,,f,-1,M,,F", "-"},
+        // Cut within the metres, or before any.
+        Row{"$SDDBT,12.3,f,3", "3.749"}, Row{"$SDDBT,12", "bad"}, Row{"$SDDBT,abc,f,,M,,F", "bad"},
+        Row{"$SDDPT,2.4,0.6,100*4A", "3.000"}, Row{"$SDDPT,2.4,-0.6", "2.400"},
+        Row{"$SDDPT,2.4,999", "2.400"}, Row{"$SDDPT,,0.6", "-"}, Row{"$SDDPT,0.0,0.6", "0.000"},
+        Row{"$SDDPT,2", "bad"}, Row{"$PSKPDPT,0002.5,+00.5,0010,10,03,*72", "3.000"},
+        Row{"$SDODC,12:00:00,16\xB0 07.5000' N,091\xB0 30.0000' W,A,25.40,M,A", "25.400 -91.5000 16.1250"},
+        Row{"$SDODC,12:00:00,16\xC2\xB0 07.5000' S,091\xC2\xB0 30.0000' E,V,0.40,M,V", "- - -"},
+        Row{"$SDODC,12:00:00,16\xB0 67.5000' N,091\xB0 30.0000' W,A,25.40,M,A", "bad"}}) {
+    const std::optional<NmeaSentence> sentence = SentenceScan(text).Next();
+    ASSERT_TRUE(sentence) << text;
+    EXPECT_NE(sentence->checksum, Checksum::Wrong) << text;
     const std::optional<ToldDepth> depth = DepthOf(sentence->kind, NmeaFields(sentence->fields));
     std::string told = depth ? NumberText(depth->metres, 3) : "bad";
     if (depth && sentence->kind == SentenceKind::Odc)
       told += " " + NumberText(depth->longitude, 4) + " " + NumberText(depth->latitude, 4);
-    EXPECT_EQ(told, row.metres) << row.text;
+    EXPECT_EQ(told, metres) << text;
   }
 }
 

@@ -76,34 +76,22 @@ TEST(TableTime, AZoneOfTheOptionsHoldsForTimesWithoutOne) {
 }
 
 TEST(Zone, NamesAndOffsets) {
-  struct Row {
-    std::string_view zone;
-    double ahead;  // seconds, in the winter of 2020; not a number: no zone
-  };
-  for (const Row& row : {Row{"UTC", 0},
-                         Row{"Z", 0},
-                         Row{"+2", 7200},
-                         Row{"+02", 7200},
-                         Row{"+02:00", 7200},
-                         Row{"-0330", -12600},
-                         Row{"UTC+5:30", 19800},
-                         Row{"GMT-1", -3600},
-                         Row{"Europe/Berlin", 3600},
-                         Row{"Asia/Tokyo", 32400},
-                         Row{"America/New_York", -18000},
-                         Row{"Etc/GMT+5", -18000},
-                         Row{"", Unknown},
-                         Row{"Berlin", Unknown},
-                         Row{"+", Unknown},
-                         Row{"+25", Unknown},
-                         Row{"+1:2", Unknown},
-                         Row{"2", Unknown},
-                         Row{"../Europe/Berlin", Unknown},
-                         Row{"/etc/passwd", Unknown}}) {
-    const std::optional<ToUtc> toUtc = ZoneOf(row.zone);
-    EXPECT_EQ(NumberText(toUtc ? Moment2020 - (*toUtc)(Moment2020) : Unknown), NumberText(row.ahead))
-        << row.zone;
-  }
+  // Seconds ahead in the winter of 2020; not a number: no zone.
+  const std::pair<double, std::vector<std::string_view>> rows[] = {
+      {0, {"UTC", "Z"}},
+      {7200, {"+2", "+02", "+02:00"}},
+      {-12600, {"-0330"}},
+      {19800, {"UTC+5:30"}},
+      {-3600, {"GMT-1"}},
+      {3600, {"Europe/Berlin"}},
+      {32400, {"Asia/Tokyo"}},
+      {-18000, {"America/New_York", "Etc/GMT+5"}},
+      {Unknown, {"", "Berlin", "+", "+25", "+1:2", "2", "../Europe/Berlin", "/etc/passwd"}}};
+  for (const auto& [ahead, zones] : rows)
+    for (const std::string_view zone : zones) {
+      const std::optional<ToUtc> toUtc = ZoneOf(zone);
+      EXPECT_EQ(NumberText(toUtc ? Moment2020 - (*toUtc)(Moment2020) : Unknown), NumberText(ahead)) << zone;
+    }
   // The hour that clocks show twice is the first, the one that they leave out counts on from before.
   const ToUtc berlin = *ZoneOf("Europe/Berlin");
   EXPECT_EQ(berlin(1603593000), 1603593000 - 7200);
