@@ -17,12 +17,6 @@
 #include "test_window.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <gtest/gtest.h>
-#include <span>
-#include <sstream>
-#include <string>
-#include <vector>
 
 namespace sondrix {
 

@@ -7,11 +7,6 @@
 #include "temporary_folder.h"
 #include "test_window.h"
 
-#include <gtest/gtest.h>
-#include <string>
-#include <utility>
-#include <vector>
-
 namespace sondrix {
 
 using Texts = std::vector<std::pair<std::string, std::string>>;  // by the name of a field or a key

@@ -13,13 +13,6 @@
 #include <QTest>
 #include <QTimer>
 #include <algorithm>
-#include <filesystem>
-#include <functional>
-#include <gtest/gtest.h>
-#include <memory>
-#include <optional>
-#include <string>
-#include <vector>
 
 namespace sondrix {
 

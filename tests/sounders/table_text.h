@@ -5,8 +5,6 @@
 #include "temporary_folder.h"
 
 #include <cstdio>
-#include <string>
-#include <string_view>
 
 namespace sondrix {
 

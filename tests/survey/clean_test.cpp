@@ -87,27 +87,6 @@ TEST(Clean, WithoutPositionOrDepth) {
   EXPECT_TRUE(off.soundings[9].beginsLine && !off.soundings[8].beginsLine);
 }
 
-TEST(Clean, TheSmallestDepthIsBlindWhereItIsHeld) {
-  struct Case {
-    const char* name;
-    std::function<double(int)> depth;
-    std::uint64_t blind;
-  };
-  const Case cases[] = {
-      {"held between 9 m", [](int i) { return i % 100 < 30 ? 0.4 : 9 + i % 3 * 0.1; }, 150},
-      {"a shallow come to by degrees", [](int i) { return std::max(0.4, std::abs(i % 100 - 50) * 0.1 - 1); },
-       0},
-      {"2 m held is a bed", [](int i) { return i % 100 < 30 ? 2.0 : 9.0; }, 0},
-      {"single ones", [](int i) { return i % 100 == 30 ? 0.4 : 9.0; }, 0},
-  };
-  for (const Case& test : cases) {
-    Trip trip;
-    for (int i = 0; i < 500; ++i) trip.soundings.Add(SoundingAt(0.2 * i, 0, test.depth(i)));
-    CleanTrip(trip);
-    EXPECT_EQ(CountFates(trip.soundings)[static_cast<std::size_t>(Fate::Blind)], test.blind) << test.name;
-  }
-}
-
 // One bed under all, with a track's depth over 200 m, half a metre apart.
 // Crosses that of the others at so many metres where it is given.
 using Track = std::pair<std::function<double(double)>, double>;
@@ -120,34 +99,41 @@ Trip TripOf(const std::vector<Track>& tracks) {
   return trip;
 }
 
-std::uint64_t LostOf(const Trip& trip) {
-  return CountFates(trip.soundings)[static_cast<std::size_t>(Fate::Lost)];
+std::uint64_t CountOf(const Trip& trip, Fate fate) {
+  return CountFates(trip.soundings)[static_cast<std::size_t>(fate)];
 }
 
-TEST(Clean, WhatABedExplainsStaysAndWhatNoneExplainsIsLost) {
+TEST(Clean, WhatABedExplainsStaysAndWhatNoneExplainsIsLostOrBlind) {
   const auto within = [](double way) { return way >= 80 && way < 120; };
-  struct Case {
+  const auto isHeld = [](double way) { return std::fmod(way, 50) < 15; };
+  const struct {
     const char* name;
     std::function<double(double)> depth;
-    std::uint64_t lost;
+    Fate fate;
+    std::uint64_t count;
+  } cases[] = {
+      {"a wall of 15 m", [&](double way) { return way < 100 ? 6.0 : 21.0; }, Fate::Lost, 0},
+      {"a trench of 5 m", [&](double way) { return within(way) ? 17.0 : 12.0; }, Fate::Lost, 0},
+      {"a ridge of 5 m with its foot at 10 m", [&](double way) { return within(way) ? 5.0 : 10.0; },
+       Fate::Lost, 0},
+      {"45 degrees down and up", [&](double way) { return std::max(1.0, 30 - std::abs(way - 100)); },
+       Fate::Lost, 0},
+      {"8 m off", [&](double way) { return within(way) ? 20.0 : 12.0; }, Fate::Lost, 80},
+      {"half", [&](double way) { return (within(way) ? 0.5 : 1.0) * (6 + way / 60); }, Fate::Lost, 80},
+      {"double", [&](double way) { return (within(way) ? 2.0 : 1.0) * (6 + way / 60); }, Fate::Lost, 80},
+      {"another bottom", [&](double way) { return within(way) ? 38.0 + way / 100 : 12.0; }, Fate::Lost, 80},
+      {"the smallest depth held",
+       [&](double way) { return isHeld(way) ? 0.4 : 9 + std::fmod(way, 1.5) * 0.2; }, Fate::Blind, 120},
+      {"come to by degrees",
+       [&](double way) { return std::max(0.4, std::abs(std::fmod(way, 50) - 25) * 0.2 - 1); }, Fate::Blind,
+       0},
+      {"2 m held is a bed", [&](double way) { return isHeld(way) ? 2.0 : 9.0; }, Fate::Blind, 0},
+      {"single ones", [&](double way) { return std::fmod(way, 50) == 15 ? 0.4 : 9.0; }, Fate::Blind, 0},
   };
-  const Case cases[] = {
-      {"a wall of 15 m", [&](double way) { return way < 100 ? 6.0 : 21.0; }, 0},
-      {"a trench of 5 m", [&](double way) { return within(way) ? 17.0 : 12.0; }, 0},
-      {"a ridge of 5 m with its foot at 10 m", [&](double way) { return within(way) ? 5.0 : 10.0; }, 0},
-      {"45 degrees down and up", [&](double way) { return 30 - 0.2 * std::abs(way - 100) * 5; }, 0},
-      {"8 m off", [&](double way) { return within(way) ? 20.0 : 12.0; }, 80},
-      {"half", [&](double way) { return (within(way) ? 0.5 : 1.0) * (6 + way / 60); }, 80},
-      {"double", [&](double way) { return (within(way) ? 2.0 : 1.0) * (6 + way / 60); }, 80},
-      {"another bottom", [&](double way) { return within(way) ? 38.0 + way / 100 : 12.0; }, 80},
-  };
-  for (const Case& test : cases) {
-    Trip trip = TripOf({{test.depth, Unknown}});
-    // Shallow of the 45 degrees: no depth below 0.
-    for (std::size_t i = 0; i < trip.soundings.size(); ++i)
-      trip.soundings[i].recorded = std::max(trip.soundings[i].recorded, 1.0F);
+  for (const auto& [name, depth, fate, count] : cases) {
+    Trip trip = TripOf({{depth, Unknown}});
     CleanTrip(trip);
-    EXPECT_EQ(LostOf(trip), test.lost) << test.name;
+    EXPECT_EQ(CountOf(trip, fate), count) << name;
   }
 }
 
@@ -164,7 +150,7 @@ TEST(Clean, WhatScattersAsNoBedDoesIsLost) {
     for (std::size_t i = 150; i < 160; ++i) trip.soundings[i].recorded = 0;
     for (std::size_t i = 240; i < 250; ++i) trip.soundings[i].recorded = 0;
     CleanTrip(trip);
-    EXPECT_EQ(LostOf(trip), test.lost) << test.name;
+    EXPECT_EQ(CountOf(trip, Fate::Lost), test.lost) << test.name;
   }
 }
 
@@ -196,7 +182,7 @@ TEST(Clean, CrossingTripsDecide) {
     }
     CleanByCrossings(survey, stretches);
     std::vector<std::uint64_t> found;
-    for (const Trip& trip : survey.trips) found.push_back(LostOf(trip));
+    for (const Trip& trip : survey.trips) found.push_back(CountOf(trip, Fate::Lost));
     EXPECT_EQ(found, lost) << name;
   }
 }

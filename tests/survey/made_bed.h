@@ -3,9 +3,7 @@
 #include "survey/clean.h"
 
 #include <algorithm>
-#include <cmath>
 #include <random>
-#include <vector>
 
 // Beds along a track whose true depth is known, trips over them, and wrong soundings planted in the trips.
 namespace sondrix::made {

@@ -4,10 +4,7 @@
 #include "samples/chart_trip.h"
 #include "survey/survey.h"
 
-#include <cmath>
-#include <functional>
 #include <numbers>
-#include <string>
 #include <utility>
 
 namespace sondrix {
