@@ -143,8 +143,15 @@ Mixture Choose(std::span<const LeftOut> leftOut, ModelMethod method) {
     for (std::size_t m = 0; m < MemberCount; ++m) members[m] = m;
     mixture.stacked = StackMembers(leftOut, members);
   }
+  // What is left out goes to the one that counts most, so that the sum stays 1.
+  const auto heaviest = std::max_element(mixture.stacked.begin(), mixture.stacked.end());
+  for (double& weight : mixture.stacked) {
+    if (std::abs(weight) >= LeastWeight) continue;
+    *heaviest += weight;
+    weight = 0;
+  }
   for (std::size_t m = 0; m < MemberCount; ++m) {
-    if (std::abs(mixture.stacked[m]) < LeastWeight) continue;
+    if (mixture.stacked[m] == 0) continue;
     mixture.members.push_back(ModelMembers[m]);
     mixture.weights.push_back(mixture.stacked[m]);
     std::array<char, 32> weight{};
