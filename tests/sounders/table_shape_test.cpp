@@ -59,6 +59,9 @@ TEST(TableShape, BadRowsAreCountedAndTheRestIsRead) {
   EXPECT_EQ(table.soundings, TwoRows);
   EXPECT_EQ(table.badRows, 5U);
   EXPECT_EQ(table.cutRows, 1U);
+  const Reading reading =
+      ReadTableText("lat,lon,depth\n53.5,13.5,4.5\n" + std::string(5'000'000, '1') + "\n");
+  EXPECT_EQ(reading.passedOver[static_cast<std::size_t>(PassedOver::LongLines)], 1U);
   // A head that other separators part than the rows is none of them.
   EXPECT_EQ(TableOf("Longitude;Latitude;Depth,m;HDOP,m\n53.1234,13.5678,4.5\n").badRows, 0U);
 }

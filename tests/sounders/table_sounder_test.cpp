@@ -82,6 +82,10 @@ TEST(TableSounder, OneChannelOfSeveral) {
   EXPECT_EQ(TableOf(text).soundings, "53.5 13.5 4.6 -|53.6 13.6 4.8 -|");
   EXPECT_NE(TableOf(text).takenFor.find("|rows of channel 2 (Downscan), not of 0 (Primary), 5 (Sidescan)|"),
             std::string::npos);
+  // Without any depth it is the first.
+  EXPECT_NE(TableOf("channel,lat,lon,depth\n0,53.5,13.5,0\n2,53.5,13.5,0\n2,53.6,13.6,0\n")
+                .takenFor.find("channel 0 (Primary), not of 2 (Downscan)"),
+            std::string::npos);
   // Numbers of surveys are none of channels.
   EXPECT_EQ(TableOf("survey,lat,lon,depth\n1,53.5,13.5,4.5\n2,53.5,13.5,4.6\n").soundings,
             "53.5 13.5 4.5 -|53.5 13.5 4.6 -|");
