@@ -7,12 +7,18 @@
 #include <algorithm>
 #include <cpl_string.h>
 #include <gdal.h>
+#include <iterator>
 #include <ogr_api.h>
 #include <optional>
 #include <string_view>
 
 namespace sondrix {
 namespace {
+
+// What they make keeps no line with its depth, needs a model of its own, is a folder, or tells the hour.
+constexpr std::string_view UnfitDrivers[] = {"BAG",    "DGN",    "Interlis 1", "Interlis 2",  "MVT",
+                                             "netCDF", "PCIDSK", "ODS",        "OpenFileGDB", "PDF",
+                                             "PDS4",   "S57",    "VDV",        "WAsP",        "XLSX"};
 
 bool HasCapability(GDALDriverH driver, const char* name) {
   const char* const value = GDALGetMetadataItem(driver, name, nullptr);
@@ -99,6 +105,9 @@ std::string VectorDriverOf(const std::string& path) {
   GDALAllRegister();
   for (int i = 0; i < GDALGetDriverCount(); ++i) {
     const GDALDriverH driver = GDALGetDriver(i);
+    if (std::find(std::begin(UnfitDrivers), std::end(UnfitDrivers), GDALGetDriverShortName(driver)) !=
+        std::end(UnfitDrivers))
+      continue;
     if (HasCapability(driver, GDAL_DCAP_VECTOR) && HasCapability(driver, GDAL_DCAP_CREATE) &&
         HasCapability(driver, GDAL_DCAP_VIRTUALIO) && Knows(driver, path))
       return GDALGetDriverShortName(driver);
@@ -130,6 +139,7 @@ void WriteContours(const ChartData& chart, const ExportRun& run, const std::stri
   run.EndIfAsked();
   file.reset();
   messages.ThrowIfFailed();
+  if (!IdOf(path)) throw CantExport("the driver " + driver + " makes no file of that name");
 }
 
 }  // namespace sondrix

@@ -11,9 +11,9 @@ constexpr struct {
   std::string_view ending;
   ExportKind kind;
 } Kinds[] = {
-    {".csv", ExportKind::Csv},         {".gpx", ExportKind::Gpx},     {".xyz", ExportKind::Xyz},
-    {".gpkg", ExportKind::Geopackage}, {".tif", ExportKind::Geotiff}, {".geojson", ExportKind::GeoJson},
-    {".shp", ExportKind::Shapefile},
+    {".csv", ExportKind::Csv},         {".gpx", ExportKind::Gpx},       {".xyz", ExportKind::Xyz},
+    {".gpkg", ExportKind::Geopackage}, {".tif", ExportKind::Geotiff},   {".geojson", ExportKind::GeoJson},
+    {".json", ExportKind::GeoJson},    {".shp", ExportKind::Shapefile},
 };
 
 constexpr std::string_view KeptEndings[] = {".csb.json", ".kmz", ".png", ".mbtiles", ".mp", ".img"};
@@ -44,6 +44,7 @@ bool NeedsChart(ExportKind kind) {
 }
 
 std::optional<ExportKind> ExportKindOf(std::string_view path) {
+  if (IsKeptEnding(path)) return std::nullopt;
   for (const auto& kind : Kinds) {
     if (EndsWith(path, kind.ending)) return kind.kind;
   }

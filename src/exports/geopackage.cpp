@@ -1,11 +1,14 @@
 #include "exports/geopackage.h"
 
 #include "exports/geopackage_file.h"
+#include "exports/layer_styles.h"
 
 #include <array>
 #include <cmath>
 #include <gdal.h>
+#include <iterator>
 #include <ogr_api.h>
+#include <string>
 
 namespace sondrix {
 namespace {
@@ -152,6 +155,37 @@ void AddAreas(GeopackageFile& file, const ChartData& chart, const ExportRun& run
   }
 }
 
+// Where QGIS looks for what it saves itself.
+void AddStyles(GeopackageFile& file, const ChartData& chart) {
+  constexpr LayerColumn columns[] = {{"f_table_catalog", OFTString},
+                                     {"f_table_schema", OFTString},
+                                     {"f_table_name", OFTString},
+                                     {"f_geometry_column", OFTString},
+                                     {"styleName", OFTString},
+                                     {"styleQML", OFTString},
+                                     {"styleSLD", OFTString},
+                                     {"useAsDefault", OFTInteger, OFSTBoolean},
+                                     {"description", OFTString},
+                                     {"owner", OFTString},
+                                     {"ui", OFTString},
+                                     {"update_time", OFTDateTime}};
+  const OGRLayerH layer = file.AddTable("layer_styles", columns);
+  const auto add = [&](const char* name, const std::string& style) {
+    const Feature feature(OGR_F_Create(OGR_L_GetLayerDefn(layer)));
+    const std::string stamp = StampOf(chart.date) + "Z";
+    const char* const values[] = {"", "",  name, "geom", name, style.c_str(),
+                                  "", "1", "",   "",     "",   stamp.c_str()};
+    for (std::size_t i = 0; i < std::size(values); ++i)
+      OGR_F_SetFieldString(feature.get(), static_cast<int>(i), values[i]);
+    file.Add(layer, feature);
+  };
+  add("soundings", SoundingStyle());
+  add("tracks", TrackStyle());
+  if (chart.contours == nullptr) return;
+  add("contours", ContourStyle());
+  add("areas", AreaStyle(chart.contours->areas));
+}
+
 }  // namespace
 
 void WriteGeopackage(const Survey& survey, const ChartData& chart, const ExportRun& run,
@@ -163,6 +197,7 @@ void WriteGeopackage(const Survey& survey, const ChartData& chart, const ExportR
     AddContours(file, chart, run);
     AddAreas(file, chart, run);
   }
+  AddStyles(file, chart);
   file.Close(run);
 }
 

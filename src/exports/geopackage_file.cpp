@@ -43,13 +43,21 @@ GeopackageFile::GeopackageFile(const std::string& path, double date)
   if (!dataset_ || GDALDatasetStartTransaction(dataset_.get(), 0) != OGRERR_NONE) messages_.Throw();
 }
 
-// Its index of places is made by Close alone: GDAL would make it of a file that is given up too, which
-// takes longer than the features.
 OGRLayerH GeopackageFile::AddLayer(const char* name, OGRwkbGeometryType geometry, const std::string& crs,
                                    std::span<const LayerColumn> columns) {
-  const char* const options[] = {"SPATIAL_INDEX=NO", nullptr};
-  const Reference reference = ReferenceOf(crs, messages_);
-  const OGRLayerH layer = GDALDatasetCreateLayer(dataset_.get(), name, reference.get(), geometry, options);
+  return Add(name, geometry, ReferenceOf(crs, messages_).get(), columns);
+}
+
+OGRLayerH GeopackageFile::AddTable(const char* name, std::span<const LayerColumn> columns) {
+  return Add(name, wkbNone, nullptr, columns);
+}
+
+// Its index of places is made by Close alone: GDAL would make it of a file that is given up too, which
+// takes longer than the features.
+OGRLayerH GeopackageFile::Add(const char* name, OGRwkbGeometryType geometry, OGRSpatialReferenceH reference,
+                              std::span<const LayerColumn> columns) {
+  const char* const options[] = {geometry == wkbNone ? "FID=id" : "SPATIAL_INDEX=NO", nullptr};
+  const OGRLayerH layer = GDALDatasetCreateLayer(dataset_.get(), name, reference, geometry, options);
   if (layer == nullptr) messages_.Throw();
   for (const LayerColumn& column : columns) {
     const OGRFieldDefnH field = OGR_Fld_Create(column.name, column.type);

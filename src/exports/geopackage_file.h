@@ -24,13 +24,18 @@ class GeopackageFile {
 
   OGRLayerH AddLayer(const char* name, OGRwkbGeometryType geometry, const std::string& crs,
                      std::span<const LayerColumn> columns);
+  // One without places.
+  OGRLayerH AddTable(const char* name, std::span<const LayerColumn> columns);
   // The feature gets a number of its own.
   void Add(OGRLayerH layer, const Feature& feature) const;
-  void Run(const std::string& sql) const;
   // Makes the layers' indexes of places; then all is in the file. EndAsked.
   void Close(const ExportRun& run);
 
  private:
+  OGRLayerH Add(const char* name, OGRwkbGeometryType geometry, OGRSpatialReferenceH reference,
+                std::span<const LayerColumn> columns);
+  void Run(const std::string& sql) const;
+
   GdalMessages messages_;
   // The file has no earlier state to go back to, and no name of its own before it is whole.
   GdalOption journal_, synchronous_, date_;
