@@ -112,10 +112,11 @@ It comes with a window (sondrix) and with a program for the command line
 (sondrix-batch).")
 set(CPACK_DEBIAN_CHART_PACKAGE_RECOMMENDS tzdata)
 set(CPACK_DEBIAN_CHART_DESCRIPTION
-    "soundings of many trips, cleaned and put together
+    "depth charts from the soundings of many trips
 Sondrix-chart reads what fish-finders, loggers and apps recorded on any
 number of trips (SL2, SL3, NMEA 0183, GPX, tables of soundings), marks what a
-sounder told wrongly, as lost bottom, spikes and missing fixes, and hands the
-soundings on to other programs: as a table, as tracks, as plain coordinates in
-a projection, or as a GeoPackage.")
+sounder told wrongly, as lost bottom, spikes and missing fixes, and makes a
+chart of the rest for other programs: a grid of depths with its uncertainty,
+contours and depth areas, beside the soundings as a table, as tracks, as plain
+coordinates in a projection, or in a GeoPackage with all of it.")
 unset(CPACK_PACKAGE_DESCRIPTION_SUMMARY)

@@ -1,26 +1,23 @@
 #pragma once
 
-#include "core/sounding.h"
-
 #include <array>
 #include <cstdint>
-#include <span>
 #include <string>
 
 namespace sondrix {
 
 // Finds the zone of Universal Transverse Mercator in which most soundings lie; without the exceptions of the
-// zone grid at Norway and Svalbard.
+// zone grid at Norway and Svalbard. Beyond 84 degrees north and 80 degrees south it is the zone of Universal
+// Polar Stereographic.
 class UtmZoneCount {
  public:
-  // Those used count.
-  void Add(std::span<const Sounding> soundings);
-  // "EPSG:32637", WGS 84; of two zones with as many soundings that of the smaller number. Empty where no
-  // sounding was used.
+  void Add(double longitude, double latitude);  // degrees
+  // "EPSG:32637", WGS 84; of two zones with as many soundings that of the smaller number. Empty where there is
+  // no sounding.
   std::string Crs() const;
 
  private:
-  static constexpr std::size_t Zones = 60;
+  static constexpr std::size_t Zones = 61;  // the last one is the pole's
   std::array<std::uint64_t, Zones> north_{}, south_{};
 };
 

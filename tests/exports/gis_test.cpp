@@ -48,18 +48,15 @@ TEST(Projection, ThereAndBack) {
 TEST(UtmZoneCount, MostSoundingsDecide) {
   const auto crs = [](std::initializer_list<std::pair<double, double>> places) {
     UtmZoneCount zones;
-    for (const auto& [longitude, latitude] : places) {
-      Sounding sounding;
-      sounding.longitude = longitude;
-      sounding.latitude = latitude;
-      zones.Add(std::span(&sounding, 1));
-    }
+    for (const auto& [longitude, latitude] : places) zones.Add(longitude, latitude);
     return zones.Crs();
   };
   EXPECT_EQ(crs({{37, 55}, {35.99999, 55}, {36, 55}}), "EPSG:32637");
   EXPECT_EQ(crs({{-180, 1}, {180, 1}}), "EPSG:32601");
   EXPECT_EQ(crs({{180, -1}, {180, -1}, {5, 1}}), "EPSG:32760");
-  EXPECT_EQ(crs({{Unknown, 1}}), "");
+  EXPECT_EQ(crs({{3, 84}, {93, 89}, {3, 83.9}}), "EPSG:32661");
+  EXPECT_EQ(crs({{3, -80.1}, {93, -89}, {93, -80}}), "EPSG:32761");
+  EXPECT_EQ(crs({}), "");
 }
 
 struct DatasetEnd {

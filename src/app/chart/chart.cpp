@@ -2,6 +2,7 @@
 
 #include "app/chart/assemble.h"
 #include "app/chart/chart_run.h"
+#include "app/chart/chart_steps.h"
 #include "app/chart/gis_library.h"
 #include "app/chart/lines.h"
 #include "app/chart/options.h"
@@ -82,6 +83,7 @@ int MakeChart(ChartRun& run, const SourceChoice& choice, Progress& progress) {
   Assemble(choice.sources, readings, run);
   readings.clear();
   SettleSurvey(run, progress);
+  DrawChart(run, progress);
   WriteOutputs(run, progress);
   WriteReport(run);
   progress.End();
@@ -100,6 +102,17 @@ void TryProjections(const ChartRun& run) {
   const ChartOptions& options = run.options;
   if (!options.sourceCrs.empty()) LoadGis(run.gisFolders).toDegrees(options.sourceCrs);
   if (!options.crs.empty()) LoadGis(run.gisFolders).toPlane(options.crs);
+}
+
+// Returns what is wrong with an output; empty where nothing is.
+std::string FindDrivers(ChartRun& run) {
+  for (ChartOutput& output : run.options.outputs) {
+    if (output.kind == ExportKind::Shapefile) output.driver = "ESRI Shapefile";
+    if (output.kind != ExportKind::Contours) continue;
+    output.driver = LoadGis(run.gisFolders).vectorDriverOf(output.path);
+    if (output.driver.empty()) return OutputRefusal(output.path);
+  }
+  return {};
 }
 
 int ParseAndMake(std::span<const std::string> arguments, std::span<const std::string> gisFolders) {
@@ -124,6 +137,10 @@ int ParseAndMake(std::span<const std::string> arguments, std::span<const std::st
   Progress progress(IsTerminal(stderr));
   try {
     TryProjections(run);
+    if (const std::string refusal = FindDrivers(run); !refusal.empty()) {
+      Complain(refusal);
+      return ExitUsage;
+    }
     return MakeChart(run, choice, progress);
   } catch (const EndAsked&) {
     progress.End();

@@ -10,6 +10,12 @@ void TripAccount::Add(const TripAccount& other) {
   times.to = std::fmax(times.to, other.times.to);
 }
 
+double DeepestOf(const DepthModel& model) {
+  double deepest = Unknown;
+  for (const float depth : model.depth) deepest = std::fmax(deepest, depth);
+  return deepest;
+}
+
 TripAccount AccountOf(const SourceAccount& source, const ChartRun& run) {
   TripAccount sum;
   for (std::size_t t = 0; t < source.tripCount; ++t) sum.Add(run.trips[source.firstTrip + t]);

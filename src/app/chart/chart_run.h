@@ -2,7 +2,10 @@
 
 #include "app/chart/options.h"
 #include "app/chart/source_choice.h"
+#include "chart/contours.h"
+#include "chart/depth_model.h"
 #include "sounders/common/reading.h"
+#include "survey/far_places.h"
 #include "survey/survey.h"
 
 #include <cstddef>
@@ -52,6 +55,18 @@ struct OutputAccount {
   std::string problem = {};  // why it wasn't made; empty: it was
 };
 
+// The chart: the grid and its contours, and how they came about.
+struct ChartResult {
+  std::string crs;          // EPSG:n; empty: it wasn't asked for, or no sounding is used
+  std::vector<FarSoundings> far;  // left out of the chart
+  MadeModel made;
+  std::vector<double> depths;  // of contours, metres
+  bool isStepCoarser = false;  // than asked for: there would be too many
+  Contours contours;
+  bool isMade = false;
+  std::string problem;  // why it wasn't made; empty: it was, or no output needs it
+};
+
 // All that a call holds: what it was asked for and what came of it, for the lines and the report.
 struct ChartRun {
   ChartOptions options;
@@ -63,8 +78,12 @@ struct ChartRun {
   Survey survey;
   std::vector<TripAccount> trips;    // of the survey, once all fates are found
   std::vector<std::string> remarks;  // on all of it, a sentence each
+  ChartResult chart;
   std::vector<OutputAccount> outputs;
 };
+
+// Metres; not a number where no cell has a depth.
+double DeepestOf(const DepthModel& model);
 
 // Of the trips of a source together.
 TripAccount AccountOf(const SourceAccount& source, const ChartRun& run);

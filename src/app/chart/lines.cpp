@@ -1,10 +1,12 @@
 #include "app/chart/lines.h"
 
 #include "app/chart/assemble.h"
+#include "app/chart/chart_lines.h"
 #include "app/chart/chart_run.h"
 #include "core/date_time.h"
 
 #include <cmath>
+#include <utility>
 
 namespace sondrix {
 namespace {
@@ -21,10 +23,6 @@ std::string Counted(std::uint64_t count, std::string_view what) {
     break;
   }
   return std::to_string(count) + " " + words;
-}
-
-std::string CountedThings(std::uint64_t count, std::string_view thing) {
-  return Counted(count, thing) + (count == 1 ? "" : "s");
 }
 
 std::string FatesText(const FateCounts& fates) {
@@ -95,6 +93,10 @@ void AddFolderLines(const ChartRun& run, std::vector<ChartLine>& lines) {
 
 }  // namespace
 
+std::string CountedThings(std::uint64_t count, std::string_view thing) {
+  return Counted(count, thing) + (count == 1 ? "" : "s");
+}
+
 std::string CountsText(const PassedOverCounts& counts) {
   std::string text;
   for (std::size_t i = 0; i < counts.size(); ++i) {
@@ -128,6 +130,7 @@ std::vector<ChartLine> ChartLines(const ChartRun& run) {
   for (const TripAccount& trip : run.trips) sum.Add(trip);
   lines.push_back({CountedThings(run.survey.SoundingCount(), "sounding") + ": " + FatesText(sum.fates)});
   for (const std::string& remark : run.remarks) lines.push_back({remark});
+  for (std::string& sentence : ChartSentences(run)) lines.push_back({std::move(sentence)});
   for (const OutputAccount& output : run.outputs) {
     const std::string name = ShownName(output.path) + ": ";
     if (output.problem.empty()) {

@@ -2,7 +2,9 @@
 
 #include "sounders/common/reading.h"
 
+#include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace sondrix {
@@ -15,8 +17,12 @@ struct ChartLine {
   bool isComplaint = false;
 };
 
-// One for each source in their order, one for the fates in total, one for each file made or not made.
+// One for each source in their order, one for the fates in total, some for the chart, one for each file made
+// or not made.
 std::vector<ChartLine> ChartLines(const ChartRun& run);
+
+// "1 sounding", "2 soundings".
+std::string CountedThings(std::uint64_t count, std::string_view thing);
 
 // "3 bad rows, 1 cut at the end"; empty where nothing was passed over.
 std::string CountsText(const PassedOverCounts& counts);

@@ -1,22 +1,23 @@
 #include "app/chart/options.h"
 
+#include "app/chart/option_values.h"
 #include "app/command_line.h"
 #include "app/exit_status.h"
-#include "core/text.h"
 #include "sounders/common/zone.h"
 #include "sounders/table/table_names.h"
 
 #include <CLI/CLI.hpp>
 #include <array>
-#include <charconv>
-#include <cmath>
+#include <iterator>
+#include <tuple>
+#include <utility>
 
 namespace sondrix {
 namespace {
 
 constexpr const char* Description =
-    "Reads recordings, logs and tables of soundings from many trips, cleans them and hands them on.\n"
-    "Prints a line for each source, what became of the soundings, and the files made.";
+    "Reads recordings, logs and tables of soundings from many trips, cleans them, and makes a chart.\n"
+    "Prints a line for each source, what became of the soundings, the grid and the files made.";
 
 constexpr const char* Footer =
     "Exit status: 0 if all was read and made, 1 if a source gave no sounding or a file was\n"
@@ -24,72 +25,72 @@ constexpr const char* Footer =
 
 constexpr int MaxThreads = 256;
 
-// Of the depth model, which isn't made yet.
+// Of what isn't made yet.
 constexpr struct {
   const char *name, *type, *meaning;
 } LaterOptions[] = {
     {"--level-zero", "METRES", "the level at which the chart's depths hold"},
     {"--levels-out", "FILE", "the levels used"},
     {"--project", "FILE", "sources, options and edits kept together"},
-    {"--method", "NAME", "how the grid is made"},
-    {"--tension", "NUMBER", "of the grid"},
-    {"--shore", "FILE", "the shore: depth 0, and land outside"},
-    {"--cell", "METRES", "cell of the grid"},
-    {"--reach", "METRES", "how far from a sounding the chart goes"},
-    {"--contours", "STEP|LIST", "depths of contours"},
-    {"--units", "m|ft", "of contours, labels and pictures"},
+};
+
+constexpr struct {
+  std::string_view name;
+  ModelMethod method;
+} Methods[] = {
+    {"auto", ModelMethod::Chosen},
+    {"spline", ModelMethod::Spline},
+    {"mean", ModelMethod::Mean},
+    {"linear", ModelMethod::Linear},
 };
 
 ParsedChartOptions Refused(std::string text) { return {{}, ExitUsage, std::move(text)}; }
-
-std::vector<std::string_view> SplitAtCommas(std::string_view text) {
-  std::vector<std::string_view> parts;
-  for (;;) {
-    const std::size_t comma = text.find(',');
-    parts.push_back(Trimmed(text.substr(0, comma)));
-    if (comma == std::string_view::npos) return parts;
-    text.remove_prefix(comma + 1);
-  }
-}
-
-bool ParseCentimetres(std::string_view text, double& metres) {
-  if (text.starts_with('+')) text.remove_prefix(1);
-  double centimetres = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), centimetres);
-  // No boat is longer than that.
-  constexpr double most = 1e5;
-  if (error != std::errc() || end != text.data() + text.size() || !(std::abs(centimetres) <= most))
-    return false;
-  metres = centimetres / 100;
-  return true;
-}
-
-// In capitals; empty where it isn't "EPSG:" and a number.
-std::string EpsgCode(std::string_view text) {
-  constexpr std::string_view authority = "epsg:";
-  constexpr std::size_t mostDigits = 9;
-  const std::string_view number = text.substr(std::min(text.size(), authority.size()));
-  const bool isCode = std::equal(authority.begin(), authority.end(), text.begin(),
-                                 text.end() - static_cast<std::ptrdiff_t>(number.size()),
-                                 [](char a, char b) { return a == Lower(b); }) &&
-                      !number.empty() && number.size() <= mostDigits &&
-                      number.find_first_not_of("0123456789") == std::string_view::npos;
-  return isCode ? "EPSG:" + std::string(number) : std::string();
-}
 
 // What the options say as text, before it is looked at.
 struct Texts {
   std::vector<std::string> outputs;
   std::string columns, sourceCrs, sourceUnits, channel, offset, draft, clean, level, crs;
+  std::string method, tension, shore, cell, reach, contours, units;
 };
 
-// Returns what is wrong, as a text for the user; empty where nothing is.
+// These return what is wrong, as a text for the user; empty where nothing is.
+
+std::string SettleModel(const Texts& texts, ModelChoice& model) {
+  for (const auto& [name, method] : Methods) {
+    if (texts.method == name) model.method = method;
+  }
+  if (!texts.tension.empty()) {
+    model.tension = NumberIn(texts.tension);
+    if (!model.tension || *model.tension < 0 || *model.tension > 1)
+      return "--tension takes a number from 0 to 1, not " + Quoted(texts.tension);
+  }
+  for (const auto& [text, length, option] : {std::tuple(&texts.cell, &model.cell, "--cell"),
+                                             std::tuple(&texts.reach, &model.reach, "--reach")}) {
+    if (text->empty()) continue;
+    *length = LengthIn(*text);
+    if (!*length) return std::string(option) + " takes metres above 0, not " + Quoted(*text);
+  }
+  model.shore = texts.shore;
+  model.isInFeet = texts.units == "ft";
+  if (texts.contours.empty()) return {};
+  std::vector<double> depths = DepthsIn(texts.contours);
+  if (depths.empty()) {
+    return "--contours takes a step above 0, as 0.5, or depths above 0 that rise, as 1,2,3,5,10; not " +
+           Quoted(texts.contours);
+  }
+  for (double& depth : depths) depth *= model.MetresOfUnit();
+  if (depths.size() == 1) {
+    model.contours.step = depths[0];
+  } else {
+    model.contours.list = std::move(depths);
+  }
+  return {};
+}
+
 std::string Settle(const Texts& texts, ChartOptions& options) {
   for (const std::string& path : texts.outputs) {
-    const auto kind = ExportKindOf(path);
-    if (!kind || NeedsChart(*kind))
-      return Quoted(path) + ": this version makes " + std::string(ExportEndings());
-    options.outputs.push_back({path, *kind});
+    if (IsKeptEnding(path)) return OutputRefusal(path);
+    options.outputs.push_back({path, ExportKindOf(path).value_or(ExportKind::Contours)});
   }
   if (!texts.columns.empty()) {
     for (const std::string_view name : SplitAtCommas(texts.columns)) {
@@ -113,19 +114,25 @@ std::string Settle(const Texts& texts, ChartOptions& options) {
   }
   if (!texts.offset.empty()) {
     const std::vector<std::string_view> parts = SplitAtCommas(texts.offset);
-    if (parts.size() != 2 || !ParseCentimetres(parts[0], options.offsetRight) ||
-        !ParseCentimetres(parts[1], options.offsetAhead)) {
+    const auto right = CentimetresIn(parts[0]);
+    const auto ahead = parts.size() == 2 ? CentimetresIn(parts[1]) : std::nullopt;
+    if (!right || !ahead) {
       return "--offset takes two numbers, to the right and ahead in centimetres, as 30,-120; not " +
              Quoted(texts.offset);
     }
+    options.offsetRight = *right;
+    options.offsetAhead = *ahead;
   }
-  if (!texts.draft.empty() && !ParseCentimetres(texts.draft, options.draft)) {
-    return "--draft takes a number of centimetres, not " + Quoted(texts.draft);
+  if (!texts.draft.empty()) {
+    const auto draft = CentimetresIn(texts.draft);
+    if (!draft) return "--draft takes a number of centimetres, not " + Quoted(texts.draft);
+    options.draft = *draft;
   }
   options.cleans = texts.clean != "off";
   if (!texts.level.empty() && texts.level != "none") {
     return "--level " + texts.level + ": this version knows no water levels; leave it out or say none";
   }
+  if (std::string wrong = SettleModel(texts, options.model); !wrong.empty()) return wrong;
   if (options.sources.empty()) return "no source is given; --help tells how";
   for (const std::string& source : options.sources) {
     if (source.empty()) return "a source is empty";
@@ -134,6 +141,17 @@ std::string Settle(const Texts& texts, ChartOptions& options) {
 }
 
 }  // namespace
+
+std::string OutputRefusal(const std::string& path) {
+  return Quoted(path) + ": this version makes " + std::string(ExportEndings());
+}
+
+std::string_view NameOf(ModelMethod method) {
+  for (const auto& row : Methods) {
+    if (row.method == method) return row.name;
+  }
+  return {};
+}
 
 ParsedChartOptions ParseChartOptions(std::span<const std::string> arguments) {
   CLI::App app(Description, "sondrix-chart");
@@ -157,12 +175,16 @@ ParsedChartOptions ParseChartOptions(std::span<const std::string> arguments) {
       ".csv   every sounding with its fate\n"
       ".gpx   tracks with depths\n"
       ".xyz   soundings used: easting northing depth\n"
-      ".gpkg  layers soundings and tracks")
+      ".gpkg  layers soundings, tracks, contours and areas\n"
+      ".tif   the grid: depth and its uncertainty, metres\n"
+      ".geojson, .shp and what else GDAL makes of lines:\n"
+      "       contours")
       ->allow_extra_args(false);
   add("--columns", texts.columns, "NAMES", "of a table, as lat,lon,depth");
   add("--source-crs", texts.sourceCrs, "EPSG:n", "what a table's coordinates are");
   choice("--source-units", texts.sourceUnits, "m|ft", {"m", "ft"}, "of a table's depths");
-  app.add_flag("--z-up", options.isZUp, "a table's depths are heights: positive upwards");
+  app.add_flag("--z-up", options.isZUp,
+               "heights, positive upwards: so a table's depths are\nread, and so a .tif is made");
   add("--zone", options.zone, "ZONE", "of a table's times, as Europe/Berlin or +02:00 (UTC)");
   choice("--channel", texts.channel, "auto|0|2|5", {"auto", "0", "2", "5"},
          "of recordings; auto takes the one whose frames carry\ndepths");
@@ -170,6 +192,15 @@ ParsedChartOptions ParseChartOptions(std::span<const std::string> arguments) {
   add("--draft", texts.draft, "CM", "added to every depth");
   choice("--clean", texts.clean, "on|off", {"on", "off"}, "look for lost bottom and spikes (on)");
   add("--level", texts.level, "none", "water level (none)");
+  choice("--method", texts.method, "NAME", {"auto", "spline", "mean", "linear"},
+         "how the grid is made: auto (the one that predicts lines\nleft out best), spline, mean, linear");
+  add("--tension", texts.tension, "0..1", "of the spline: 0 bends least, 1 has no hills between\nsoundings (chosen)");
+  add("--shore", texts.shore, "FILE", "the shore, lines or areas in any vector format: depth 0,\nand land outside");
+  add("--cell", texts.cell, "METRES", "cell of the grid (from the density of the soundings)");
+  add("--reach", texts.reach, "METRES",
+      "how far from a sounding the chart goes (one and a half\nline spacings, at least five cells)");
+  add("--contours", texts.contours, "STEP|LIST", "depths of contours, as 0.5 or 1,2,3,5,10 (about ten)");
+  choice("--units", texts.units, "m|ft", {"m", "ft"}, "of the contours, in files too (m)");
   add("--crs", texts.crs, "EPSG:n", "projection of the outputs, or auto (the UTM zone of the\nsoundings)");
   add("--report", options.report, "FILE", "the report as JSON");
   add("-j,--threads", options.threads, "N", "how much to do at a time (all cores)")

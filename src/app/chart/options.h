@@ -1,11 +1,14 @@
 #pragma once
 
+#include "chart/contours.h"
+#include "chart/depth_model.h"
 #include "exports/export_formats.h"
 
 #include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace sondrix {
@@ -13,6 +16,20 @@ namespace sondrix {
 struct ChartOutput {
   std::string path;
   ExportKind kind = ExportKind::Csv;
+  std::string driver = {};  // of Contours: what GDAL makes them with, found out once GDAL is loaded
+};
+
+// How the depth model and the contours are to be made.
+struct ModelChoice {
+  ModelMethod method = ModelMethod::Chosen;
+  std::optional<double> tension;      // 0 to 1
+  std::string shore;                  // a vector file; empty: none
+  std::optional<double> cell, reach;  // metres
+  ContourDepths contours;             // metres
+  bool isInFeet = false;              // the contours' steps and depths, also in files
+
+  double MetresOfUnit() const { return isInFeet ? 0.3048 : 1; }
+  std::string_view UnitName() const { return isInFeet ? "ft" : "m"; }
 };
 
 struct ChartOptions {
@@ -27,6 +44,7 @@ struct ChartOptions {
   double draft = 0;                         // added to every depth, metres
   bool cleans = true;
   std::string crs;     // EPSG:n; empty: the UTM zone of the soundings
+  ModelChoice model;
   std::string report;  // empty: none
   int threads = 0;     // 0: as many as the machine has cores
   bool verbose = false;
@@ -41,8 +59,13 @@ struct ParsedChartOptions {
   std::string text;
 };
 
-// From the arguments behind the program's name. Options and outputs of the depth model, which isn't made yet,
-// are known by name and refused.
+// What is wrong with an output of an ending that nothing is made for.
+std::string OutputRefusal(const std::string& path);
+
+// The name of a method as the option has it.
+std::string_view NameOf(ModelMethod method);
+
+// From the arguments behind the program's name. What isn't made yet is known by name and refused.
 ParsedChartOptions ParseChartOptions(std::span<const std::string> arguments);
 
 }  // namespace sondrix

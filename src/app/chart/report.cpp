@@ -7,6 +7,7 @@
 #include <cmath>
 #include <map>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -32,6 +33,21 @@ void AddAccount(const TripAccount& account, Json& object) {
   object["to"] = NumberOrNull(account.times.to);
 }
 
+Json NumberOrNull(const std::optional<double>& value) { return value ? Json(*value) : Json(); }
+
+// In the unit of the contours.
+Json DepthList(std::span<const double> depths, const ModelChoice& choice) {
+  constexpr double digits = 1e6;  // a depth in feet is a whole number of these parts again
+  Json list = Json::array();
+  for (const double depth : depths) list.push_back(std::round(depth / choice.MetresOfUnit() * digits) / digits);
+  return list;
+}
+
+Json ContoursAskedFor(const ModelChoice& choice) {
+  if (!choice.contours.list.empty()) return DepthList(choice.contours.list, choice);
+  return choice.contours.step > 0 ? DepthList(std::span(&choice.contours.step, 1), choice)[0] : Json("auto");
+}
+
 Json OptionsObject(const ChartOptions& options) {
   Json columns = Json::array();
   for (const std::string& name : options.columns) columns.push_back(name);
@@ -46,7 +62,51 @@ Json OptionsObject(const ChartOptions& options) {
           {"draft", options.draft},
           {"clean", options.cleans ? "on" : "off"},
           {"level", "none"},
-          {"crs", options.crs.empty() ? "auto" : options.crs}};
+          {"method", NameOf(options.model.method)},
+          {"tension", NumberOrNull(options.model.tension)},
+          {"shore", TextOrNull(options.model.shore)},
+          {"crs", options.crs.empty() ? "auto" : options.crs},
+          {"cell", NumberOrNull(options.model.cell)},
+          {"reach", NumberOrNull(options.model.reach)},
+          {"contours", ContoursAskedFor(options.model)},
+          {"units", options.model.UnitName()}};
+}
+
+Json FarList(const ChartRun& run) {
+  Json list = Json::array();
+  for (const FarSoundings& far : run.chart.far) {
+    list.push_back({{"trip", run.survey.trips[far.trip].name},
+                    {"soundings", far.count},
+                    {"distance", std::round(far.distance)}});
+  }
+  return list;
+}
+
+// The grid and what came of it, metres but for the contours' depths.
+Json ChartObject(const ChartRun& run) {
+  const ChartResult& chart = run.chart;
+  Json object = {{"crs", TextOrNull(chart.crs)}, {"far", FarList(run)}, {"problem", TextOrNull(chart.problem)}};
+  if (!chart.isMade) return object;
+  const DepthModel& model = chart.made.model;
+  const ModelAccount& account = chart.made.account;
+  const auto cells = std::count_if(model.depth.begin(), model.depth.end(), [](float depth) { return !std::isnan(depth); });
+  object["grid"] = {{"west", model.shape.west},
+                    {"north", model.shape.north},
+                    {"cell", model.shape.cell},
+                    {"columns", model.shape.columns},
+                    {"rows", model.shape.rows},
+                    {"reach", account.reach},
+                    {"cells", cells},
+                    {"deepest", NumberOrNull(DeepestOf(model))}};
+  object["soundings"] = {{"used", account.soundings}, {"thinned", account.thinned}, {"lines", account.lines}, {"line_spacing", NumberOrNull(account.lineSpacing)}};
+  object["method"] = {{"chosen", account.method},
+                      {"left_out_error", NumberOrNull(account.leftOutError)},
+                      {"left_out_soundings", account.leftOut}};
+  object["contours"] = {{"unit", run.options.model.UnitName()},
+                        {"depths", DepthList(chart.depths, run.options.model)},
+                        {"lines", chart.contours.lines.size()},
+                        {"areas", chart.contours.areas.size()}};
+  return object;
 }
 
 Json SourceObject(const SourceAccount& source, const ChartRun& run) {
@@ -140,6 +200,7 @@ std::string ReportText(const ChartRun& run) {
                        {"unknown_files", std::move(unknown)},
                        {"ignored_files", std::move(ignored)},
                        {"trips", JourneyList(run)},
+                       {"chart", ChartObject(run)},
                        {"outputs", std::move(outputs)}};
   return report.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }

@@ -2,18 +2,19 @@
 
 #include "app/chart/chart_run.h"
 #include "app/chart/gis_library.h"
+#include "app/chart/lines.h"
 #include "app/chart/problem_words.h"
 #include "app/chart/progress.h"
 #include "app/chart/report.h"
 #include "app/interrupt.h"
 #include "app/places.h"
-#include "chart/utm_zone.h"
 #include "core/fault.h"
 #include "core/files.h"
-#include "core/growing_folder.h"
 #include "core/number_text.h"
+#include "core/growing_folder.h"
 #include "exports/chart_data.h"
 #include "exports/csv.h"
+#include "exports/geojson.h"
 #include "exports/gis.h"
 #include "exports/gpx.h"
 #include "exports/xyz.h"
@@ -37,30 +38,41 @@ double DateOf(const ChartRun& run) {
   return std::isnan(sum.times.to) ? 0 : sum.times.to;
 }
 
-std::string CrsOf(const ChartRun& run) {
-  if (!run.options.crs.empty()) return run.options.crs;
-  UtmZoneCount zones;
-  for (const Trip& trip : run.survey.trips) {
-    for (std::size_t b = 0; b < trip.soundings.BlockCount(); ++b) zones.Add(trip.soundings.Block(b));
-  }
-  std::string crs = zones.Crs();
-  if (crs.empty()) throw CantExport("no sounding is used");
-  return crs;
+ChartData ChartDataOf(const ChartRun& run) {
+  const ChartResult& chart = run.chart;
+  return {.model = chart.isMade ? &chart.made.model : nullptr,
+          .contours = chart.isMade ? &chart.contours : nullptr,
+          .crs = chart.crs,
+          .isZUp = run.options.isZUp,
+          .date = DateOf(run)};
 }
+
+// Whether the kind of file is made by a library that opens its files itself, and may put others beside it.
+bool IsMadeByLibrary(ExportKind kind) {
+  return kind == ExportKind::Geopackage || kind == ExportKind::Geotiff || kind == ExportKind::Shapefile ||
+         kind == ExportKind::Contours;
+}
+
+// What all outputs of a run are made of.
+struct OutputParts {
+  const ChartRun& run;
+  ChartData chart;
+  ExportRun exportRun;
+};
 
 // An output that isn't in its place yet; what can't be made or isn't wanted any more is taken away.
 class Pending {
  public:
-  Pending(const ChartRun& run, const ExportRun& exportRun, const ChartOutput& output, OutputAccount& account)
-      : account_(account) {
+  Pending(const OutputParts& parts, const ChartOutput& output, OutputAccount& account)
+      : account_(account), stale_(StaleCompanions(output.path, output.kind)) {
     Try([&] {
-      if (output.kind == ExportKind::Geopackage) {
+      if (IsMadeByLibrary(output.kind)) {
         folder_ = GrowingFolder(output.path);
-        stale_ = StaleCompanions(output.path, output.kind);
+        WriteByLibrary(output, parts);
       } else {
         file_ = GrowingFile(output.path);
+        Write(output, parts);
       }
-      Write(output.kind, run, exportRun);
     });
   }
   Pending(OutputAccount& account, std::string_view text) : account_(account) {
@@ -109,57 +121,77 @@ class Pending {
     folder_.TakeAway();
   }
 
-  void Write(ExportKind kind, const ChartRun& run, const ExportRun& exportRun) {
-    switch (kind) {
-      case ExportKind::Csv:
-        return WriteCsv(run.survey, exportRun, file_.File());
-      case ExportKind::Gpx:
-        return WriteGpx(run.survey, exportRun, file_.File());
-      case ExportKind::Xyz:
-        return WriteInPlane(run, exportRun);
+  void Write(const ChartOutput& output, const OutputParts& parts) {
+    const ChartRun& run = parts.run;
+    const ChartData& chart = parts.chart;
+    const ExportRun& exportRun = parts.exportRun;
+    if (output.kind == ExportKind::Csv) return WriteCsv(run.survey, exportRun, file_.File());
+    if (output.kind == ExportKind::Gpx) return WriteGpx(run.survey, exportRun, file_.File());
+    const Gis& gis = LoadGis(run.gisFolders);
+    if (output.kind == ExportKind::GeoJson) {
+      WriteGeoJson(chart, exportRun, [&] { return gis.toDegrees(chart.crs); }, file_.File());
+      account_.note = UnitNote(run);
+      return;
+    }
+    if (chart.crs.empty()) throw CantExport("no sounding is used");
+    account_.note = chart.crs;
+    const std::uint64_t leftOut = WriteXyz(
+        run.survey, exportRun, [&] { return gis.toPlane(chart.crs); }, file_.File());
+    if (leftOut > 0) account_.note += ", " + CountedThings(leftOut, "sounding") + " outside it left out";
+  }
+
+  void WriteByLibrary(const ChartOutput& output, const OutputParts& parts) {
+    const ChartRun& run = parts.run;
+    const ChartData& chart = parts.chart;
+    const Gis& gis = LoadGis(run.gisFolders);
+    const std::string path = folder_.InnerPath();
+    account_.note = UnitNote(run);
+    switch (output.kind) {
+      case ExportKind::Geotiff:
+        account_.note = chart.isZUp ? "heights" : "";
+        return gis.writeGeotiff(chart, parts.exportRun, path);
       case ExportKind::Geopackage:
-        return WriteGeopackageOf(run, exportRun);
+        if (chart.model == nullptr) account_.note = "without contours: " + run.chart.problem;
+        return gis.writeGeopackage(run.survey, chart, parts.exportRun, path);
       default:
-        throw CantExport("there is no depth model");
+        return gis.writeContours(chart, parts.exportRun, output.driver, path);
     }
   }
 
-  void WriteGeopackageOf(const ChartRun& run, const ExportRun& exportRun) {
-    const ChartData chart = {.date = DateOf(run)};
-    LoadGis(run.gisFolders).writeGeopackage(run.survey, chart, exportRun, folder_.InnerPath());
-  }
-
-  void WriteInPlane(const ChartRun& run, const ExportRun& exportRun) {
-    const Gis& gis = LoadGis(run.gisFolders);
-    const std::string crs = CrsOf(run);
-    account_.note = crs;
-    const std::uint64_t leftOut = WriteXyz(
-        run.survey, exportRun, [&] { return gis.toPlane(crs); }, file_.File());
-    if (leftOut > 0) account_.note += ", " + std::to_string(leftOut) + " soundings have no place in it";
+  // Of contours: nobody would take feet for granted.
+  static std::string UnitNote(const ChartRun& run) {
+    return run.options.model.isInFeet ? "depths of contours in ft" : "";
   }
 
   OutputAccount& account_;
-  GrowingFile file_;      // of what we write ourselves
-  GrowingFolder folder_;  // of what GDAL writes
-  std::vector<std::string> stale_;
+  std::vector<std::string> stale_;  // companions of an earlier file
+  GrowingFile file_;      // one of the two grows
+  GrowingFolder folder_;
   bool isInPlace_ = false;
 };
+
+// Why a file of that kind isn't even begun; empty: it is.
+std::string HindranceOf(ExportKind kind, const ChartRun& run) {
+  if (run.survey.SoundingCount() == 0) return "there are no soundings";
+  const bool isForSoundings = kind == ExportKind::Geopackage && run.chart.crs.empty();
+  return NeedsChart(kind) || (kind == ExportKind::Geopackage && !isForSoundings) ? run.chart.problem
+                                                                                 : std::string();
+}
 
 }  // namespace
 
 void WriteOutputs(ChartRun& run, Progress& progress) {
-  const auto soundings = static_cast<std::int64_t>(run.survey.SoundingCount());
-  const ExportRun exportRun = {run.threads, Interrupted, &progress.Done()};
+  const OutputParts parts = {run, ChartDataOf(run), {run.threads, Interrupted, &progress.Done()}};
   run.outputs.reserve(run.options.outputs.size() + 1);  // and the report
   std::deque<Pending> pending;
   for (const ChartOutput& output : run.options.outputs) {
-    progress.Begin("writing " + output.path, soundings, "soundings");
+    const bool isOfSoundings = !NeedsChart(output.kind);
+    progress.Begin("writing " + output.path,
+                   isOfSoundings ? static_cast<std::int64_t>(run.survey.SoundingCount()) : 0, "soundings");
     run.outputs.push_back({output.path});
-    if (soundings == 0) {
-      run.outputs.back().problem = "there are no soundings";
-      continue;
-    }
-    pending.emplace_back(run, exportRun, output, run.outputs.back());
+    OutputAccount& account = run.outputs.back();
+    account.problem = HindranceOf(output.kind, run);
+    if (account.problem.empty()) pending.emplace_back(parts, output, account);
   }
   if (Interrupted()) throw EndAsked();
   for (Pending& one : pending) one.PutInPlace();

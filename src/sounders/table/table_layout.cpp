@@ -312,6 +312,7 @@ TableLayout LayoutOf(const TableShape& shape, const ReadOptions& options) {
                      " holds heights above 0 and no depths; --columns tells which column is the depth");
   }
   if (options.isFeet) layout.metres = *options.isFeet ? 0.3048 : 1;
+  layout.mayBeDepth = options.isZUp && !layout.isHeight;
   if (options.isZUp) layout.isHeight = true;
   layout.takenFor.insert(layout.takenFor.begin(), ColumnsText(layout, shape, !isNamed));
   return layout;

@@ -177,7 +177,10 @@ void TableTaker::FinishPlaces() {
 
 void TableTaker::FinishDepths() {
   if (layout_.isOwn) return;
-  if (layout_.isHeight) {
+  if (layout_.mayBeDepth && negative_ > 0 && positive_ == 0) {
+    for (TripReading& trip : reading_.trips) TurnDepths(trip.soundings);
+    reading_.takenFor.push_back("no depth is below 0: taken as depths, downwards");
+  } else if (layout_.isHeight) {
     reading_.takenFor.push_back("depths are heights, upwards");
   } else if (negative_ > 0 && positive_ == 0) {
     for (TripReading& trip : reading_.trips) TurnDepths(trip.soundings);
