@@ -37,17 +37,17 @@ Multiples MultiplesOf(double step, const DepthRange& range) {
   return {std::max(1.0, std::floor(range.least / step)), std::floor(range.most / step)};
 }
 
-// 1, 2 or 5 times a power of ten.
-double RoundStep(const DepthRange& range) {
+// 1, 2 or 5 times a power of ten of the unit, metres.
+double RoundStep(const DepthRange& range, double unit) {
   constexpr double wanted = 10;
-  const double exact = (range.most - std::max(range.least, 0.0)) / wanted;
-  if (!(exact > 0)) return 1;
+  const double exact = (range.most - std::max(range.least, 0.0)) / unit / wanted;
+  if (!(exact > 0)) return unit;
   const double decade = std::pow(10, std::floor(std::log10(exact)));
   // The limits are the geometric means of neighbours.
   const double part = exact / decade;
-  if (part < std::sqrt(2.0)) return decade;
-  if (part < std::sqrt(10.0)) return 2 * decade;
-  return (part < std::sqrt(50.0) ? 5 : 10) * decade;
+  if (part < std::sqrt(2.0)) return decade * unit;
+  if (part < std::sqrt(10.0)) return 2 * decade * unit;
+  return (part < std::sqrt(50.0) ? 5 : 10) * decade * unit;
 }
 
 // To a nanometre, so that 3 times 0.1 is 0.3.
@@ -103,7 +103,7 @@ std::vector<double> DepthsToDraw(const ContourDepths& wanted, const DepthModel& 
   }
   const DepthRange range = RangeOf(model);
   if (!(range.most > 0)) return depths;
-  double step = wanted.step > 0 ? wanted.step : RoundStep(range);
+  double step = wanted.step > 0 ? wanted.step : RoundStep(range, wanted.unit);
   while (MultiplesOf(step, range).Count() > static_cast<double>(MostContourDepths)) step *= 2;
   const Multiples multiples = MultiplesOf(step, range);
   for (double number = multiples.first; number <= multiples.last; ++number) {

@@ -32,6 +32,7 @@ struct Contours {
 struct ContourDepths {
   double step = 0;           // multiples of it above 0; 0: a round one, so that there are about ten
   std::vector<double> list;  // goes before the step; rising
+  double unit = 1;           // metres: in what a round step is round
 };
 inline constexpr std::size_t MostContourDepths = 2000;
 

@@ -67,6 +67,6 @@ std::vector<std::string> StaleCompanions(std::string_view path, ExportKind kind)
   return paths;
 }
 
-std::string_view ExportEndings() { return ".csv, .gpx, .xyz and .gpkg"; }
+std::string_view ExportEndings() { return ".csv, .gpx, .xyz, .gpkg, .tif, .geojson, .shp and what else GDAL makes of lines"; }
 
 }  // namespace sondrix

@@ -37,9 +37,7 @@ std::string MethodText(const ModelAccount& account) {
 std::string ContoursText(const ChartRun& run) {
   const ChartResult& chart = run.chart;
   const ModelChoice& choice = run.options.model;
-  const auto depth = [&choice](double metres) {
-    return NumberText(metres / choice.MetresOfUnit(), 2);
-  };
+  const auto depth = [&choice](double metres) { return NumberText(choice.InUnit(metres), 2); };
   const std::string unit = " " + std::string(choice.UnitName());
   const std::string deepest = "; the deepest cell has " + depth(DeepestOf(chart.made.model)) + unit;
   if (chart.depths.empty()) return "no contours" + deepest;

@@ -62,7 +62,7 @@ struct ChartResult {
   MadeModel made;
   std::vector<double> depths;  // of contours, metres
   bool isStepCoarser = false;  // than asked for: there would be too many
-  Contours contours;
+  Contours contours;  // their depths in the unit asked for
   bool isMade = false;
   std::string problem;  // why it wasn't made; empty: it was, or no output needs it
 };

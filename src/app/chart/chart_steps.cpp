@@ -70,8 +70,16 @@ void MakeModel(ChartRun& run, const FarPlaces& far, Progress& progress) {
                                 .isToEnd = Interrupted};
   chart.made = MakeDepthModel(std::move(soundings), options);
   progress.Begin("drawing contours", 0, {});
-  chart.depths = DepthsToDraw(choice.contours, chart.made.model);
+  ContourDepths wanted = choice.contours;
+  wanted.unit = choice.MetresOfUnit();
+  chart.depths = DepthsToDraw(wanted, chart.made.model);
+  chart.isStepCoarser = wanted.list.empty() && IsStepTooFine(wanted.step, chart.made.model);
   chart.contours = ContoursOf(chart.made.model, chart.depths, run.threads, Interrupted);
+  for (ContourLine& line : chart.contours.lines) line.depth = choice.InUnit(line.depth);
+  for (DepthArea& area : chart.contours.areas) {
+    area.depthMin = choice.InUnit(area.depthMin);
+    area.depthMax = choice.InUnit(area.depthMax);
+  }
   chart.isMade = true;
 }
 

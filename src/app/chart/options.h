@@ -4,6 +4,7 @@
 #include "chart/depth_model.h"
 #include "exports/export_formats.h"
 
+#include <cmath>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -29,6 +30,8 @@ struct ModelChoice {
   bool isInFeet = false;              // the contours' steps and depths, also in files
 
   double MetresOfUnit() const { return isInFeet ? 0.3048 : 1; }
+  // Of metres; a whole number of millionths, so that 5 feet are 5.
+  double InUnit(double metres) const { return isInFeet ? std::round(metres / 0.3048 * 1e6) / 1e6 : metres; }
   std::string_view UnitName() const { return isInFeet ? "ft" : "m"; }
 };
 

@@ -37,9 +37,8 @@ Json NumberOrNull(const std::optional<double>& value) { return value ? Json(*val
 
 // In the unit of the contours.
 Json DepthList(std::span<const double> depths, const ModelChoice& choice) {
-  constexpr double digits = 1e6;  // a depth in feet is a whole number of these parts again
   Json list = Json::array();
-  for (const double depth : depths) list.push_back(std::round(depth / choice.MetresOfUnit() * digits) / digits);
+  for (const double depth : depths) list.push_back(choice.InUnit(depth));
   return list;
 }
 
