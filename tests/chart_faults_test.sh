@@ -37,7 +37,8 @@ one_error() {
 # The names of a folder, in one line.
 names() { ls -A "$1" | tr '\n' ' '; }
 
-outputs=(a.csv a.gpx a.xyz a.gpkg a.json)
+outputs=(a.csv a.gpx a.xyz a.tif a.geojson a.shp a.gpkg a.json)
+files=("${outputs[@]}" a.dbf a.shx a.prj a.cpg)
 # arguments FOLDER OUTPUT...: sets $made to a call that makes these outputs there. The report holds their names.
 arguments() {
   local output
@@ -50,11 +51,11 @@ arguments() {
   done
   made+=("${sources[@]}" -j 1)
 }
-# earlier FOLDER: each output as a run before would have left it.
+# earlier FOLDER: each file as a run before would have left it.
 earlier() {
-  local output
+  local file
   rm -rf "${1:?}"/*
-  for output in "${outputs[@]}"; do echo "an earlier $output" >"$1/$output"; done
+  for file in "${files[@]}"; do echo "an earlier $file" >"$1/$file"; done
 }
 is_earlier() { cmp -s "$1" <(echo "an earlier ${1##*/}"); }
 # The same files, and no others.
@@ -68,6 +69,7 @@ begin=${EPOCHREALTIME/./}
 make "${made[@]}"
 took=$((${EPOCHREALTIME/./} - begin))
 [ "$status" -eq 0 ] || fail "a sound run"
+[ "$(names whole)" = "$(printf '%s\n' "${files[@]}" | sort | tr '\n' ' ')" ] || fail "a sound run made $(names whole)"
 arguments out "${outputs[@]}"
 make "${made[@]::${#made[@]}-1}" 4
 is_same whole out || fail "-j 4 gave other files than -j 1"
@@ -78,7 +80,7 @@ for output in "${outputs[@]}"; do
   arguments out "$output"
   make bash -c 'ulimit -f 4; "$@"' limited "${made[@]}"
   [ "$output" = a.json ] || one_error "$output, a limit to files" "$output: not made: "
-  for file in "${outputs[@]}"; do
+  for file in "${files[@]}"; do
     [ "$status" -eq 0 ] || is_earlier "out/$file" || fail "$output, a limit to files: $file was changed"
   done
   [ "$(names out)" = "$(names whole)" ] || fail "$output, a limit to files: left $(names out)"
@@ -94,7 +96,7 @@ if mount -t tmpfs -o size=24m tmpfs disk 2>/dev/null; then
       make "${made[@]}"
       one_error "$output, $room KB" "$output: not made: "
       rm disk/filler
-      for file in "${outputs[@]}"; do is_earlier "disk/$file" || fail "$output, $room KB: $file was changed"; done
+      for file in "${files[@]}"; do is_earlier "disk/$file" || fail "$output, $room KB: $file was changed"; done
       [ "$(names disk)" = "$(names whole)" ] || fail "$output, $room KB: left $(names disk)"
     done
   done
@@ -194,7 +196,7 @@ for i in "${!signals[@]}"; do
     continue
   fi
   stopped=$((stopped + 1))
-  for file in "${outputs[@]}"; do is_earlier "out/$file" || fail "SIG$signal after $moment s: $file was changed"; done
+  for file in "${files[@]}"; do is_earlier "out/$file" || fail "SIG$signal after $moment s: $file was changed"; done
   if [ "$signal" = KILL ]; then
     make "${made[@]}"
     is_same whole out || fail "the run after SIGKILL after $moment s: $(cat differs)"

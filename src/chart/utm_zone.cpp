@@ -9,8 +9,8 @@ void UtmZoneCount::Add(double longitude, double latitude) {
   constexpr double zoneWidth = 6, northEnd = 84, southEnd = -80;  // degrees
   const double zone = std::floor((longitude + 180) / zoneWidth);
   const bool isPolar = latitude >= northEnd || latitude < southEnd;
-  const auto index = isPolar ? Zones - 1
-                             : static_cast<std::size_t>(std::clamp(zone, 0.0, static_cast<double>(Zones - 2)));
+  const auto index =
+      isPolar ? Zones - 1 : static_cast<std::size_t>(std::clamp(zone, 0.0, static_cast<double>(Zones - 2)));
   if (latitude < 0) {
     ++south_[index];
   } else {

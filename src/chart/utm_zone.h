@@ -12,8 +12,8 @@ namespace sondrix {
 class UtmZoneCount {
  public:
   void Add(double longitude, double latitude);  // degrees
-  // "EPSG:32637", WGS 84; of two zones with as many soundings that of the smaller number. Empty where there is
-  // no sounding.
+  // "EPSG:32637", WGS 84; of two zones with as many soundings that of the smaller number. Empty where there
+  // is no sounding.
   std::string Crs() const;
 
  private:

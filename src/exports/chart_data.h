@@ -11,9 +11,9 @@ namespace sondrix {
 struct ChartData {
   const DepthModel* model = nullptr;
   const Contours* contours = nullptr;  // their depths as they are to be written, metres or feet
-  std::string crs = {};  // EPSG:n, of both
-  bool isZUp = false;    // rasters hold heights, the depths with the other sign
-  double date = 0;       // what a file says of its last change, seconds since 1970 UTC
+  std::string crs = {};                // EPSG:n, of both
+  bool isZUp = false;                  // rasters hold heights, the depths with the other sign
+  double date = 0;                     // what a file says of its last change, seconds since 1970 UTC
 };
 
 }  // namespace sondrix

@@ -67,6 +67,8 @@ std::vector<std::string> StaleCompanions(std::string_view path, ExportKind kind)
   return paths;
 }
 
-std::string_view ExportEndings() { return ".csv, .gpx, .xyz, .gpkg, .tif, .geojson, .shp and what else GDAL makes of lines"; }
+std::string_view ExportEndings() {
+  return ".csv, .gpx, .xyz, .gpkg, .tif, .geojson, .shp and what else GDAL makes of lines";
+}
 
 }  // namespace sondrix

@@ -1,6 +1,4 @@
-#include "app/chart/chart.h"
-
-#include "call.h"
+#include "chart_call.h"
 #include "core/files.h"
 #include "temporary_folder.h"
 
@@ -20,12 +18,6 @@ namespace sondrix {
 namespace {
 
 namespace fs = std::filesystem;
-
-Called Call(const std::string& line) {
-  return CallWith(line, [](const std::vector<std::string>& arguments) {
-    return RunChart(arguments, std::vector<std::string>{GIS_FOLDER});
-  });
-}
 
 // A boat that goes north over an even bed, a sounding a second.
 std::string TrackText(int soundings, int minute, double longitude = 37.2, int depth = 5) {
@@ -111,12 +103,16 @@ TEST_F(Chart, LinesAndStatusOfACall) {
       // Wrong usage: nothing is read.
       {"", 2, "", "no source is given"},
       {"a.gpx \"\"", 2, "", "a source is empty"},
-      {"-o x.kml a.gpx", 2, "", "\"x.kml\": this version makes .csv, .gpx, .xyz and .gpkg\n"},
+      {"-o x.foo a.gpx", 2, "",
+       "\"x.foo\": this version makes .csv, .gpx, .xyz, .gpkg, .tif, .geojson, .shp "},
+      {"-o x.kmz a.gpx", 2, "", "\"x.kmz\""},
       {"-o .csv a.gpx", 2, "", "\".csv\""},
-      {"--shore lake.shp a.gpx", 2, "",
-       "--shore (the shore: depth 0, and land outside): this version doesn't make that\n"},
+      {"--project lake.prj a.gpx", 2, "",
+       "--project (sources, options and edits kept together): this version doesn't make that\n"},
+      {"-o lake.geojson --shore ./lake.geojson a.gpx", 2, "", "./lake.geojson: is the shore and an output\n"},
       {"--level auto a.gpx", 2, "", "--level auto"},
-      {"--contours 1,2 a.gpx", 2, "", "--contours"},
+      {"--method best a.gpx", 2, "", "best"},
+      {"--units yd a.gpx", 2, "", "yd"},
       {"--wrong a.gpx", 2, "", "--wrong"},
       {"--offset 30 a.gpx", 2, "", "--offset takes two numbers"},
       {"--draft deep a.gpx", 2, "", "not \"deep\""},
@@ -148,6 +144,29 @@ TEST_F(Chart, LinesAndStatusOfACall) {
                                    "more", "ring.gpx", "trips", "x.csv", "x.gpkg", "x.gpx", "y.xyz"}));
 }
 
+TEST_F(Chart, NumbersOfTheModel) {
+  const struct {
+    std::string option;
+    std::vector<std::string> bad, good;
+  } cases[] = {
+      {"--tension", {"-0.1", "1.1", "nan", "x", "0,5"}, {"0", "0.35", "1"}},
+      {"--cell", {"0", "-1", "nan", "inf", "1e9", "1e999", "5m", "+-5"}, {"0.5", "+1e1"}},
+      {"--reach", {"0", "-0", "-5", "x"}, {"25"}},
+      {"--contours",
+       {"0", "-1", "nan", "x", "1,1", "2,1", "0,1", "1,,2", "1,2,", "1;2", "1e99"},
+       {"0.5", "1,2.5,10"}},
+  };
+  for (const auto& [option, bad, good] : cases) {
+    for (const std::string& value : bad) {
+      const Called called = Call(option + " \"" + value + "\" a.gpx");
+      EXPECT_EQ(called.status, 2) << option << " " << value;
+      EXPECT_EQ(called.err.find("sondrix-chart: " + option + " takes "), 0u) << called.err;
+      EXPECT_NE(called.err.find("not \"" + value + "\"\n"), std::string::npos) << called.err;
+    }
+    for (const std::string& value : good) EXPECT_EQ(Call(option + " " + value + " a.gpx").status, 0) << value;
+  }
+}
+
 TEST_F(Chart, TextsThatAreAskedFor) {
   for (const auto& [option, part] : {std::pair("--help", "-o,--output"), {"--version", "sondrix-chart "}}) {
     const Called called = Call(option);
@@ -161,11 +180,12 @@ TEST_F(Chart, ThreadsDontShow) {
     folder_.Write("trips/t" + std::to_string(i) + ".gpx", TrackText(3000 - 350 * i, i, 37.2 + 1e-4 * i));
   }
   const auto run = [&](const std::string& threads) {
-    const Called called =
-        Call("-v -j " + threads + " -o x.csv -o x.xyz -o x.gpkg --report x.json trips a.gpx");
+    const Called called = Call("-v -j " + threads +
+                               " -o x.csv -o x.xyz -o x.gpkg -o x.tif -o x.shp --report x.json trips a.gpx");
     EXPECT_EQ(called.status, 0);
     std::string left = called.out + called.err;
-    for (const char* name : {"x.csv", "x.xyz", "x.gpkg", "x.json"}) left += folder_.Read(name);
+    for (const char* name : {"x.csv", "x.xyz", "x.gpkg", "x.tif", "x.shp", "x.dbf", "x.json"})
+      left += folder_.Read(name);
     return left;
   };
   const std::string alone = run("1");

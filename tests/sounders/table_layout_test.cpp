@@ -144,7 +144,8 @@ TEST(TableLayout, OptionsOverrule) {
   up.isZUp = true;
   EXPECT_EQ(TableOf("lat,lon,z\n53.5,13.5,-10\n53.5,13.5,1.5\n53.5,13.5,0\n", up).soundings,
             "53.5 13.5 10 -|53.5 13.5 -1.5 -|53.5 13.5 0 -|");
-  EXPECT_EQ(TableOf("lat,lon,depth\n53.5,13.5,10\n53.5,13.5,0\n", up).soundings, "53.5 13.5 10 -|53.5 13.5 0 -|");
+  EXPECT_EQ(TableOf("lat,lon,depth\n53.5,13.5,10\n53.5,13.5,0\n", up).soundings,
+            "53.5 13.5 10 -|53.5 13.5 0 -|");
   EXPECT_EQ(TableOf("lat,lon,elevation\n53.5,13.5,10\n53.5,13.5,9\n", up).soundings,
             "53.5 13.5 -10 -|53.5 13.5 -9 -|");
   ReadOptions channel;

@@ -124,7 +124,8 @@ int ParseAndMake(std::span<const std::string> arguments, std::span<const std::st
   run.gisFolders.assign(gisFolders.begin(), gisFolders.end());
   run.threads = run.options.threads > 0 ? run.options.threads
                                         : static_cast<int>(std::max(1U, std::thread::hardware_concurrency()));
-  const SourceChoice choice = ChooseSources(run.options.sources, OutputPathsOf(run.options));
+  const SourceChoice choice =
+      ChooseSources(run.options.sources, OutputPathsOf(run.options), run.options.model.shore);
   if (!choice.refusal.empty()) {
     Complain(choice.refusal);
     return ExitUsage;

@@ -14,22 +14,25 @@ std::string FarText(const FarSoundings& far, const ChartRun& run) {
   constexpr double step = 10'000;  // metres; it isn't known better
   const bool isOne = far.count == 1;
   return (far.isAll && !isOne ? "all " : "") + CountedThings(far.count, "sounding") + " of " +
-         run.survey.trips[far.trip].name + (isOne ? " lies some " : " lie some ") + std::to_string(10 * std::lround(far.distance / step)) +
+         run.survey.trips[far.trip].name + (isOne ? " lies some " : " lie some ") +
+         std::to_string(10 * std::lround(far.distance / step)) +
          " km from the others: " + (isOne ? "it isn't" : "they aren't") + " in the chart";
 }
 
 std::string GridText(const ChartResult& chart) {
   const GridShape& shape = chart.made.model.shape;
   const ModelAccount& account = chart.made.account;
-  std::string text = "grid in " + chart.crs + ": " + CountedThings(static_cast<std::uint64_t>(shape.columns), "column") +
-                     ", " + CountedThings(static_cast<std::uint64_t>(shape.rows), "row") + " of " + NumberText(shape.cell, 3) + " m, up to " +
-                     NumberText(account.reach, 2) + " m from soundings";
+  std::string text =
+      "grid in " + chart.crs + ": " + CountedThings(static_cast<std::uint64_t>(shape.columns), "column") +
+      ", " + CountedThings(static_cast<std::uint64_t>(shape.rows), "row") + " of " +
+      NumberText(shape.cell, 3) + " m, up to " + NumberText(account.reach, 2) + " m from soundings";
   if (account.lineSpacing > 0) text += "; lines are " + NumberText(account.lineSpacing, 1) + " m apart";
   return text;
 }
 
 std::string MethodText(const ModelAccount& account) {
-  if (std::isnan(account.leftOutError)) return account.method + "; there are no lines to leave out and predict";
+  if (std::isnan(account.leftOutError))
+    return account.method + "; there are no lines to leave out and predict";
   return account.method + "; predicted lines left out: " + NumberText(account.leftOutError, 3) +
          " m root mean square over " + CountedThings(account.lines, "line");
 }
@@ -44,8 +47,8 @@ std::string ContoursText(const ChartRun& run) {
   std::string depths = depth(chart.depths.front());
   if (chart.depths.size() > 1) depths += " to " + depth(chart.depths.back());
   std::string text = CountedThings(chart.contours.lines.size(), "contour") + " of " +
-         CountedThings(chart.depths.size(), "depth") + ", " + depths + unit + ", and " +
-         CountedThings(chart.contours.areas.size(), "area") + deepest;
+                     CountedThings(chart.depths.size(), "depth") + ", " + depths + unit + ", and " +
+                     CountedThings(chart.contours.areas.size(), "area") + deepest;
   if (chart.isStepCoarser) text += "; the step is too fine, so some depths are passed over";
   return text;
 }

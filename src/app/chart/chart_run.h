@@ -57,12 +57,12 @@ struct OutputAccount {
 
 // The chart: the grid and its contours, and how they came about.
 struct ChartResult {
-  std::string crs;          // EPSG:n; empty: it wasn't asked for, or no sounding is used
+  std::string crs;                // EPSG:n; empty: it wasn't asked for, or no sounding is used
   std::vector<FarSoundings> far;  // left out of the chart
   MadeModel made;
   std::vector<double> depths;  // of contours, metres
   bool isStepCoarser = false;  // than asked for: there would be too many
-  Contours contours;  // their depths in the unit asked for
+  Contours contours;           // their depths in the unit asked for
   bool isMade = false;
   std::string problem;  // why it wasn't made; empty: it was, or no output needs it
 };

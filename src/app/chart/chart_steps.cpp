@@ -19,8 +19,9 @@ namespace sondrix {
 namespace {
 
 bool NeedsProjection(const ChartRun& run) {
-  return NeedsModel(run) || std::any_of(run.options.outputs.begin(), run.options.outputs.end(),
-                                        [](const ChartOutput& output) { return output.kind == ExportKind::Xyz; });
+  return NeedsModel(run) ||
+         std::any_of(run.options.outputs.begin(), run.options.outputs.end(),
+                     [](const ChartOutput& output) { return output.kind == ExportKind::Xyz; });
 }
 
 // Around the soundings, so far that a shore belongs to them: half as far as they reach, and 500 m at least.
@@ -52,8 +53,7 @@ void MakeModel(ChartRun& run, const FarPlaces& far, Progress& progress) {
   const Gis& gis = LoadGis(run.gisFolders);
   progress.Begin("projecting", static_cast<std::int64_t>(run.survey.SoundingCount()), "soundings");
   std::vector<PlaneSounding> soundings = PlaneSoundingsOf(
-      run.survey, far,
-      {run.threads, [&] { return gis.toPlane(chart.crs); }, Interrupted, &progress.Done()});
+      run.survey, far, {run.threads, [&] { return gis.toPlane(chart.crs); }, Interrupted, &progress.Done()});
   if (soundings.empty()) throw CantModel("no sounding has a place in " + chart.crs);
   Shore shore;
   if (!choice.shore.empty()) {

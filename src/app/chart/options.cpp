@@ -64,8 +64,8 @@ std::string SettleModel(const Texts& texts, ModelChoice& model) {
     if (!model.tension || *model.tension < 0 || *model.tension > 1)
       return "--tension takes a number from 0 to 1, not " + Quoted(texts.tension);
   }
-  for (const auto& [text, length, option] : {std::tuple(&texts.cell, &model.cell, "--cell"),
-                                             std::tuple(&texts.reach, &model.reach, "--reach")}) {
+  for (const auto& [text, length, option] :
+       {std::tuple(&texts.cell, &model.cell, "--cell"), std::tuple(&texts.reach, &model.reach, "--reach")}) {
     if (text->empty()) continue;
     *length = LengthIn(*text);
     if (!*length) return std::string(option) + " takes metres above 0, not " + Quoted(*text);
@@ -194,8 +194,10 @@ ParsedChartOptions ParseChartOptions(std::span<const std::string> arguments) {
   add("--level", texts.level, "none", "water level (none)");
   choice("--method", texts.method, "NAME", {"auto", "spline", "mean", "linear"},
          "how the grid is made: auto (the one that predicts lines\nleft out best), spline, mean, linear");
-  add("--tension", texts.tension, "0..1", "of the spline: 0 bends least, 1 has no hills between\nsoundings (chosen)");
-  add("--shore", texts.shore, "FILE", "the shore, lines or areas in any vector format: depth 0,\nand land outside");
+  add("--tension", texts.tension, "0..1",
+      "of the spline: 0 bends least, 1 has no hills between\nsoundings (chosen)");
+  add("--shore", texts.shore, "FILE",
+      "the shore, lines or areas in any vector format: depth 0,\nand land outside");
   add("--cell", texts.cell, "METRES", "cell of the grid (from the density of the soundings)");
   add("--reach", texts.reach, "METRES",
       "how far from a sounding the chart goes (one and a half\nline spacings, at least five cells)");

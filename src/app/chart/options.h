@@ -46,7 +46,7 @@ struct ChartOptions {
   double offsetRight = 0, offsetAhead = 0;  // transducer from the antenna, metres
   double draft = 0;                         // added to every depth, metres
   bool cleans = true;
-  std::string crs;     // EPSG:n; empty: the UTM zone of the soundings
+  std::string crs;  // EPSG:n; empty: the UTM zone of the soundings
   ModelChoice model;
   std::string report;  // empty: none
   int threads = 0;     // 0: as many as the machine has cores

@@ -25,8 +25,8 @@ struct PlaneOptions {
 };
 
 // The soundings of a survey that a chart is made of, in the order of the trips: those used, but for those far
-// from the rest and those that have no place in the projection. Where others between two of them are left out,
-// a line goes on. The same for any number of threads.
+// from the rest and those that have no place in the projection. Where others between two of them are left
+// out, a line goes on. The same for any number of threads.
 std::vector<PlaneSounding> PlaneSoundingsOf(const Survey& survey, const FarPlaces& far,
                                             const PlaneOptions& options);
 

@@ -84,20 +84,21 @@ Json FarList(const ChartRun& run) {
 // The grid and what came of it, metres but for the contours' depths.
 Json ChartObject(const ChartRun& run) {
   const ChartResult& chart = run.chart;
-  Json object = {{"crs", TextOrNull(chart.crs)}, {"far", FarList(run)}, {"problem", TextOrNull(chart.problem)}};
+  Json object = {
+      {"crs", TextOrNull(chart.crs)}, {"far", FarList(run)}, {"problem", TextOrNull(chart.problem)}};
   if (!chart.isMade) return object;
   const DepthModel& model = chart.made.model;
   const ModelAccount& account = chart.made.account;
-  const auto cells = std::count_if(model.depth.begin(), model.depth.end(), [](float depth) { return !std::isnan(depth); });
-  object["grid"] = {{"west", model.shape.west},
-                    {"north", model.shape.north},
-                    {"cell", model.shape.cell},
-                    {"columns", model.shape.columns},
-                    {"rows", model.shape.rows},
-                    {"reach", account.reach},
-                    {"cells", cells},
-                    {"deepest", NumberOrNull(DeepestOf(model))}};
-  object["soundings"] = {{"used", account.soundings}, {"thinned", account.thinned}, {"lines", account.lines}, {"line_spacing", NumberOrNull(account.lineSpacing)}};
+  const auto cells =
+      std::count_if(model.depth.begin(), model.depth.end(), [](float depth) { return !std::isnan(depth); });
+  object["grid"] = {{"west", model.shape.west}, {"north", model.shape.north},
+                    {"cell", model.shape.cell}, {"columns", model.shape.columns},
+                    {"rows", model.shape.rows}, {"reach", account.reach},
+                    {"cells", cells},           {"deepest", NumberOrNull(DeepestOf(model))}};
+  object["soundings"] = {{"used", account.soundings},
+                         {"thinned", account.thinned},
+                         {"lines", account.lines},
+                         {"line_spacing", NumberOrNull(account.lineSpacing)}};
   object["method"] = {{"chosen", account.method},
                       {"left_out_error", NumberOrNull(account.leftOutError)},
                       {"left_out_soundings", account.leftOut}};

@@ -51,10 +51,15 @@ bool IsHidden(std::string_view below) {
 
 }  // namespace
 
-SourceChoice ChooseSources(std::span<const std::string> given, std::span<const std::string> outputs) {
+SourceChoice ChooseSources(std::span<const std::string> given, std::span<const std::string> outputs,
+                           const std::string& shore) {
   SourceChoice choice;
   OutputPlaces places;
   choice.refusal = places.Add(outputs);
+  const std::string shorePlace = shore.empty() ? shore : PlaceOf(shore);
+  if (!shore.empty() && choice.refusal.empty() && places.Holds(shore, shorePlace)) {
+    choice.refusal = shore + ": is the shore and an output";
+  }
   std::set<std::string> taken;
   const auto take = [&](const std::string& path, std::optional<std::size_t> folder) {
     const std::string place = PlaceOf(path);
@@ -64,6 +69,8 @@ SourceChoice ChooseSources(std::span<const std::string> given, std::span<const s
       } else if (choice.refusal.empty()) {
         choice.refusal = path + ": is a source and an output";
       }
+    } else if (place == shorePlace && folder) {
+      choice.ignored.push_back({path, "it is the shore"});
     } else if (taken.insert(place).second) {
       choice.sources.push_back({path, folder, LengthOfFile(path)});
     } else if (folder) {

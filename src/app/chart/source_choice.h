@@ -38,7 +38,9 @@ struct SourceChoice {
 // Puts all files of a folder and of its subfolders in the place of the folder, but for those whose names, or
 // whose folders' names, begin with a period; links to folders aren't followed. What is given twice is read
 // once. A named source that is one of the outputs, whatever the way there, and two outputs of the same place
-// are refused; a folder's file that is an output is left out.
-SourceChoice ChooseSources(std::span<const std::string> given, std::span<const std::string> outputs);
+// are refused; a folder's file that is an output is left out. The same with the shore, which is read too and
+// is no source of soundings; empty: there is none.
+SourceChoice ChooseSources(std::span<const std::string> given, std::span<const std::string> outputs,
+                           const std::string& shore);
 
 }  // namespace sondrix

@@ -10,8 +10,8 @@
 #include "app/places.h"
 #include "core/fault.h"
 #include "core/files.h"
-#include "core/number_text.h"
 #include "core/growing_folder.h"
+#include "core/number_text.h"
 #include "exports/chart_data.h"
 #include "exports/csv.h"
 #include "exports/geojson.h"
@@ -129,7 +129,8 @@ class Pending {
     if (output.kind == ExportKind::Gpx) return WriteGpx(run.survey, exportRun, file_.File());
     const Gis& gis = LoadGis(run.gisFolders);
     if (output.kind == ExportKind::GeoJson) {
-      WriteGeoJson(chart, exportRun, [&] { return gis.toDegrees(chart.crs); }, file_.File());
+      WriteGeoJson(
+          chart, exportRun, [&] { return gis.toDegrees(chart.crs); }, file_.File());
       account_.note = UnitNote(run);
       return;
     }
@@ -165,7 +166,7 @@ class Pending {
 
   OutputAccount& account_;
   std::vector<std::string> stale_;  // companions of an earlier file
-  GrowingFile file_;      // one of the two grows
+  GrowingFile file_;                // one of the two grows
   GrowingFolder folder_;
   bool isInPlace_ = false;
 };

@@ -41,7 +41,7 @@ struct TableLayout {
   PlaceForm place = PlaceForm::Degrees;
   double metres = 1;  // of the unit of depths
   bool isHeight = false;
-  bool mayBeDepth = false;  // it is a height only because the user said so, and has to be below 0 then
+  bool mayBeDepth = false;   // it is a height only because the user said so, and has to be below 0 then
   bool isOwn = false;        // soundings as the chart program writes them
   bool isOrderOpen = false;  // of latitude and longitude: guessed by the sign of the depths
   TimeForm time = TimeForm::None, date = TimeForm::None;
