@@ -143,7 +143,7 @@ TEST_F(ChartSteps, DepthsOfContours) {
     std::string options;
     std::vector<double> depths;
   } cases[] = {
-      {"--contours 2", {2, 4, 6, 8}},
+      {"--contours 4", {4, 8}},
       {"--contours 1.5,3,4", {1.5, 3, 4}},
       {"--contours 10 --units ft", {10, 20, 30}},
       {"--contours 5,12 --units ft", {5, 12}},
@@ -154,8 +154,7 @@ TEST_F(ChartSteps, DepthsOfContours) {
     EXPECT_EQ(report["chart"]["contours"]["depths"].get<std::vector<double>>(), depths) << options;
     std::set<double> drawn;
     const auto made = nlohmann::json::parse(folder_.Read("x.geojson"));
-    for (const auto& feature : made["features"])
-      drawn.insert(feature["properties"]["depth"].get<double>());
+    for (const auto& feature : made["features"]) drawn.insert(feature["properties"]["depth"].get<double>());
     EXPECT_EQ(std::vector<double>(drawn.begin(), drawn.end()), depths) << options;
   }
 }

@@ -40,8 +40,6 @@ constexpr struct {
 } Methods[] = {
     {"auto", ModelMethod::Chosen},
     {"spline", ModelMethod::Spline},
-    {"mean", ModelMethod::Mean},
-    {"linear", ModelMethod::Linear},
 };
 
 ParsedChartOptions Refused(std::string text) { return {{}, ExitUsage, std::move(text)}; }
@@ -192,10 +190,11 @@ ParsedChartOptions ParseChartOptions(std::span<const std::string> arguments) {
   add("--draft", texts.draft, "CM", "added to every depth");
   choice("--clean", texts.clean, "on|off", {"on", "off"}, "look for lost bottom and spikes (on)");
   add("--level", texts.level, "none", "water level (none)");
-  choice("--method", texts.method, "NAME", {"auto", "spline", "mean", "linear"},
-         "how the grid is made: auto (the one that predicts lines\nleft out best), spline, mean, linear");
+  choice("--method", texts.method, "auto|spline", {"auto", "spline"},
+         "how the grid is made: the weighted mean of splines that\npredicts lines left out best (auto), or "
+         "the best one");
   add("--tension", texts.tension, "0..1",
-      "of the spline: 0 bends least, 1 has no hills between\nsoundings (chosen)");
+      "of the one spline that is taken then: 0 bends least, 1 has\nno hills between soundings");
   add("--shore", texts.shore, "FILE",
       "the shore, lines or areas in any vector format: depth 0,\nand land outside");
   add("--cell", texts.cell, "METRES", "cell of the grid (from the density of the soundings)");
