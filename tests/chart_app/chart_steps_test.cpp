@@ -103,7 +103,7 @@ TEST_F(ChartSteps, WhatLiesFarStaysOutOfTheChartAlone) {
 }
 
 TEST_F(ChartSteps, WhatKeepsAChartFromBeingMade) {
-  folder_.Write("water.geojson", AreaText(37.19, 55.49, 0.05));
+  folder_.Write("water.geojson", AreaText(37.1995, 55.4995, 0.003));
   folder_.Write("elsewhere.geojson", AreaText(10, 50, 0.05));
   folder_.Write("none.geojson", R"({"type":"FeatureCollection","features":[]})");
   folder_.Write("words.shp", "a shore");
