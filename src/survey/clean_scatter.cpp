@@ -14,7 +14,8 @@ constexpr float LeastScatter = 2;                         // metres
 constexpr float LeastScatterOfDepth = 0.04F;
 constexpr double MostBetween = 50;  // metres of way
 constexpr float ScatterOfUsual = 4;
-constexpr float DeviationOfMedian = 1.4826F * 0.8165F;  // as for the noise
+constexpr float MostLost = 0.5F, MostLostBesideGap = 0.2F;  // shares of a run
+constexpr float DeviationOfMedian = 1.4826F * 0.8165F;      // as for the noise
 
 float MedianOf(std::span<float> values) {
   const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
@@ -92,10 +93,15 @@ void FindScatter(TrackSection& section) {
   if (wide.empty()) return;
   std::vector<float> scatter(count);
   for (std::size_t w = 0; w < count; ++w) scatter[w] = ScatterOf(windowAt(w));
-  const float usual = MedianOf(scatter);
-  for (const std::size_t w : wide) {
-    if (ScatterOf(windowAt(w)) <= ScatterOfUsual * usual) continue;
-    for (const TrackPoint& point : windowAt(w)) section.fate[point.at] = Fate::Lost;
+  std::vector<float> ordered = scatter;
+  const float usual = MedianOf(ordered);
+  std::erase_if(wide, [&](std::size_t w) { return scatter[w] <= ScatterOfUsual * usual; });
+  for (std::size_t k = 0; k < wide.size(); ++k) {
+    // A window alone may scatter by chance.
+    const bool isAlone =
+        (k == 0 || wide[k - 1] + 1 < wide[k]) && (k + 1 == wide.size() || wide[k] + 1 < wide[k + 1]);
+    if (isAlone) continue;
+    for (const TrackPoint& point : windowAt(wide[k])) section.fate[point.at] = Fate::Lost;
   }
   for (std::size_t first = 0, end = 1; first < points.size(); first = end++) {
     while (end < points.size() && !IsGap(section, points[end - 1], points[end])) ++end;
@@ -104,7 +110,10 @@ void FindScatter(TrackSection& section) {
     const auto lost = std::count_if(run.begin(), run.end(), [&](const TrackPoint& point) {
       return section.fate[point.at] == Fate::Lost;
     });
-    if (static_cast<std::size_t>(lost) * 2 < run.size()) continue;
+    const bool isBesideGap = first > 0 || end < points.size();
+    if (static_cast<float>(lost) <
+        (isBesideGap ? MostLostBesideGap : MostLost) * static_cast<float>(run.size()))
+      continue;
     for (const TrackPoint& point : run) section.fate[point.at] = Fate::Lost;
   }
 }

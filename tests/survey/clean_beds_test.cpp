@@ -66,7 +66,7 @@ Score ScoreOf(const BedCase& bed, std::size_t count, bool hasWrong) {
 TEST(CleanBeds, SoundOnesStayAndSpikesAndLostStretchesAreFound) {
   for (const BedCase& bed : Cases) {
     const Score sound = ScoreOf(bed, 10000, false), score = ScoreOf(bed, 20000, true);
-    EXPECT_LE(100 * sound.soundLost / sound.sound, 0.1) << bed.name;
+    EXPECT_LE(100 * sound.soundLost / sound.sound, 0.01) << bed.name;
     ASSERT_TRUE(score.spikes > 500 && score.stretches > 100);
     EXPECT_GE(100 * score.spikesFound / score.spikes, bed.minSpikes) << bed.name;
     EXPECT_GE(100 * score.stretchesFound / score.stretches, bed.minStretches) << bed.name;

@@ -140,15 +140,20 @@ TEST(Clean, WhatABedExplainsStaysAndWhatNoneExplainsIsLostOrBlind) {
 TEST(Clean, WhatScattersAsNoBedDoesIsLost) {
   struct Case {
     const char* name;
-    double scatter;  // metres up and down by turns
+    double scatter;       // metres up and down by turns
+    std::size_t end;      // behind the last sounding that scatters; 160 is the first
+    std::size_t gaps[2];  // of ten soundings, where they begin
     std::uint64_t lost;
   };
-  for (const Case& test : {Case{"a lost bottom", 6, 80}, {"a rough bed", 0.5, 0}}) {
+  for (const Case& test : {Case{"a lost bottom", 6, 240, {150, 240}, 80},
+                           {"a rough bed", 0.5, 240, {150, 240}, 0},
+                           {"held numbers behind a quarter that scatters", 6, 200, {150, 300}, 140}}) {
     Trip trip = TripOf({{[](double) { return 50; }, Unknown}});
-    for (std::size_t i = 160; i < 240; ++i)
+    for (std::size_t i = 160; i < test.end; ++i)
       trip.soundings[i].recorded += static_cast<float>(test.scatter * (static_cast<double>(i * 7 % 5) - 2));
-    for (std::size_t i = 150; i < 160; ++i) trip.soundings[i].recorded = 0;
-    for (std::size_t i = 240; i < 250; ++i) trip.soundings[i].recorded = 0;
+    for (const std::size_t gap : test.gaps) {
+      for (std::size_t i = gap; i < gap + 10; ++i) trip.soundings[i].recorded = 0;
+    }
     CleanTrip(trip);
     EXPECT_EQ(CountOf(trip, Fate::Lost), test.lost) << test.name;
   }
