@@ -200,7 +200,8 @@ ParsedChartOptions ParseChartOptions(std::span<const std::string> arguments) {
   add("--cell", texts.cell, "METRES", "cell of the grid (from the density of the soundings)");
   add("--reach", texts.reach, "METRES",
       "how far from a sounding the chart goes (one and a half\nline spacings, at least five cells)");
-  add("--contours", texts.contours, "STEP|LIST", "depths of contours, as 0.5 or 1,2,3,5,10 (about ten)");
+  add("--contours", texts.contours, "DEPTHS",
+      "of contours: a step as 0.5 or a list as 1,2,3,5,10\n(about ten)");
   choice("--units", texts.units, "m|ft", {"m", "ft"}, "of the contours, in files too (m)");
   add("--crs", texts.crs, "EPSG:n", "projection of the outputs, or auto (the UTM zone of the\nsoundings)");
   add("--report", options.report, "FILE", "the report as JSON");

@@ -18,6 +18,9 @@ using Json = nlohmann::ordered_json;
 
 Json NumberOrNull(double value) { return std::isnan(value) ? Json() : Json(value); }
 
+// To a millimetre, as depths are.
+Json MetresOrNull(double metres) { return NumberOrNull(std::round(metres * 1e3) / 1e3); }
+
 Json TextOrNull(const std::string& text) { return text.empty() ? Json() : Json(text); }
 
 void AddAccount(const TripAccount& account, Json& object) {
@@ -93,14 +96,14 @@ Json ChartObject(const ChartRun& run) {
       std::count_if(model.depth.begin(), model.depth.end(), [](float depth) { return !std::isnan(depth); });
   object["grid"] = {{"west", model.shape.west}, {"north", model.shape.north},
                     {"cell", model.shape.cell}, {"columns", model.shape.columns},
-                    {"rows", model.shape.rows}, {"reach", account.reach},
-                    {"cells", cells},           {"deepest", NumberOrNull(DeepestOf(model))}};
+                    {"rows", model.shape.rows}, {"reach", MetresOrNull(account.reach)},
+                    {"cells", cells},           {"deepest", MetresOrNull(DeepestOf(model))}};
   object["soundings"] = {{"used", account.soundings},
                          {"thinned", account.thinned},
                          {"lines", account.lines},
-                         {"line_spacing", NumberOrNull(account.lineSpacing)}};
+                         {"line_spacing", MetresOrNull(account.lineSpacing)}};
   object["method"] = {{"chosen", account.method},
-                      {"left_out_error", NumberOrNull(account.leftOutError)},
+                      {"left_out_error", MetresOrNull(account.leftOutError)},
                       {"left_out_soundings", account.leftOut}};
   object["contours"] = {{"unit", run.options.model.UnitName()},
                         {"depths", DepthList(chart.depths, run.options.model)},
