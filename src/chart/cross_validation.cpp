@@ -1,6 +1,7 @@
 #include "chart/cross_validation.h"
 
 #include "chart/distance_field.h"
+#include "chart/surroundings.h"
 #include "chart/thinning.h"
 #include "core/files.h"
 
@@ -103,6 +104,8 @@ std::vector<LeftOut> LeaveLinesOut(std::span<const PlaneSounding> soundings, con
     }
     if (kept.empty()) continue;
     const std::vector<float> distance = DistanceField(shape.columns, shape.rows, marked, threads);
+    const int around = static_cast<int>(SurroundingSpacings * spacing / cell);
+    const std::vector<float> off = OffMiddle(shape.columns, shape.rows, marked, around, threads);
     const std::size_t first = leftOut.size();
     std::vector<GridPoint> wanted;
     for (const ThinnedPoint& point : thinned) {
@@ -112,7 +115,9 @@ std::vector<LeftOut> LeaveLinesOut(std::span<const PlaneSounding> soundings, con
       wanted.push_back(point.at);
       leftOut.push_back({{shape.west + (static_cast<double>(point.at.x) + 0.5) * cell,
                           shape.north - (static_cast<double>(point.at.y) + 0.5) * cell},
-                         static_cast<float>(way)});
+                         static_cast<float>(way),
+                         static_cast<float>(
+                             static_cast<double>(ValueAt(off, shape.columns, shape.rows, point.at)) * cell)});
     }
     std::vector<float> domain(distance.size());
     for (std::size_t k = 0; k < domain.size(); ++k) {

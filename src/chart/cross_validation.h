@@ -5,6 +5,7 @@
 #include "chart/track_lines.h"
 
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <functional>
 #include <span>
@@ -17,6 +18,7 @@ struct ModelMember {
   double smoothing = 0, tensionLength = 0;  // of SplineShape
 };
 inline constexpr std::size_t MemberCount = 4;
+inline constexpr std::size_t SlackMember = 2;
 using MemberWeights = std::array<double, MemberCount>;
 extern const std::array<ModelMember, MemberCount> ModelMembers;
 
@@ -27,14 +29,20 @@ SplineShape ShapeOf(const ModelMember& member, double spacing, double cell);
 struct LeftOut {
   PlanePoint at;
   float distance = 0;                      // to the nearest sounding not left out, metres
+  float offMiddle = 0;                     // of the soundings around it that aren't left out, metres
   std::array<float, MemberCount> error{};  // of each surface, metres; deeper than the sounding is positive
 
+  // How far the plate and the slackest surface are from each other, metres.
+  double Disagreement() const { return std::abs(static_cast<double>(error[0] - error[SlackMember])); }
   double ErrorOf(const MemberWeights& weights) const {
     double sum = 0;
     for (std::size_t m = 0; m < MemberCount; ++m) sum += weights[m] * static_cast<double>(error[m]);
     return sum;
   }
 };
+
+// Within so many line spacings soundings count for offMiddle.
+inline constexpr double SurroundingSpacings = 1.5;
 
 // Predicts stretches of the lines from all the others, in turns (cross-validation, Stone, 1974). A stretch is
 // two and a half line spacings long: its middle is then about as far from other soundings as that of the

@@ -5,6 +5,7 @@
 #include "chart/distance_field.h"
 #include "chart/shore_mask.h"
 #include "chart/spline_surface.h"
+#include "chart/surroundings.h"
 #include "chart/thinning.h"
 #include "chart/track_lines.h"
 #include "chart/uncertainty.h"
@@ -32,6 +33,7 @@ constexpr double DefaultCells = 16e6, MostCells = 64e6;
 constexpr float Margin = 2;
 // A member with less weight than that changes nothing that can be seen.
 constexpr double LeastWeight = 0.01;
+constexpr double DisagreementSpacings = 0.2;
 
 // The next of 1, 2, 2.5 and 5 times a power of ten that isn't larger.
 double RoundedDown(double value) {
@@ -109,6 +111,7 @@ double TensionLengthOf(double tension) {
 struct Mixture {
   std::vector<ModelMember> members;
   std::vector<double> weights;
+  std::vector<int> kinds;   // 1 for the plate, -1 for the slackest: their difference tells of the uncertainty
   MemberWeights stacked{};  // of the members that can be left out
   std::string words;
 };
@@ -151,15 +154,19 @@ Mixture Choose(std::span<const LeftOut> leftOut, ModelMethod method) {
     weight = 0;
   }
   for (std::size_t m = 0; m < MemberCount; ++m) {
-    if (mixture.stacked[m] == 0) continue;
+    const int kind = m == 0 ? 1 : m == SlackMember ? -1 : 0;
+    if (mixture.stacked[m] == 0 && kind == 0) continue;
+    mixture.kinds.push_back(kind);
     mixture.members.push_back(ModelMembers[m]);
     mixture.weights.push_back(mixture.stacked[m]);
+    if (mixture.stacked[m] == 0) continue;
     std::array<char, 32> weight{};
     std::snprintf(weight.data(), weight.size(), "%.2f ", mixture.stacked[m]);
     mixture.words +=
         (mixture.words.empty() ? "" : ", ") + std::string(weight.data()) + WordsOf(ModelMembers[m]);
   }
-  mixture.words = (mixture.members.size() > 1 ? "weighted mean of splines: " : "spline: ") + mixture.words;
+  mixture.words = (mixture.words.find(',') != std::string::npos ? "weighted mean of splines: " : "spline: ") +
+                  mixture.words;
   return mixture;
 }
 
@@ -217,6 +224,7 @@ MadeModel MakeDepthModel(std::vector<PlaneSounding> soundings, const ModelOption
   if (options.tension) {
     mixture.members = {{ModelMembers[0].smoothing, TensionLengthOf(*options.tension)}};
     mixture.weights = {1};
+    mixture.kinds = {0};
     mixture.stacked[*options.tension < 0.1 ? 0 : *options.tension < 0.5 ? 1 : 2] = 1;
     mixture.words = "spline of tension " + ShownMetres(*options.tension);
   } else {
@@ -261,6 +269,9 @@ MadeModel MakeDepthModel(std::vector<PlaneSounding> soundings, const ModelOption
     least = std::min(least, 0.0F);
   }
   std::vector<float> distance = DistanceField(shape.columns, shape.rows, marked, options.threads);
+  const std::vector<float> offMiddle =
+      OffMiddle(shape.columns, shape.rows, marked,
+                std::max(1, static_cast<int>(SurroundingSpacings * spacing / shape.cell)), options.threads);
   marked = {};
   const auto reachNodes = static_cast<float>(account.reach / shape.cell);
   const bool isBounded = shore != nullptr && shore->Encloses() && !options.reach;
@@ -271,6 +282,7 @@ MadeModel MakeDepthModel(std::vector<PlaneSounding> soundings, const ModelOption
 
   std::vector<float>& depth = made.model.depth;
   depth.assign(shape.CellCount(), 0.0F);
+  std::vector<float> disagreement(shape.CellCount(), 0.0F);
   for (std::size_t m = 0; m < mixture.members.size(); ++m) {
     endIfAsked();
     const std::vector<float> surface =
@@ -278,9 +290,16 @@ MadeModel MakeDepthModel(std::vector<PlaneSounding> soundings, const ModelOption
                       ShapeOf(mixture.members[m], spacing, shape.cell), options.threads);
     const auto weight = static_cast<float>(mixture.weights[m]);
     for (std::size_t k = 0; k < depth.size(); ++k) depth[k] += weight * surface[k];
+    const double sign = mixture.kinds[m];
+    if (sign == 0) continue;
+    for (std::size_t k = 0; k < depth.size(); ++k) disagreement[k] += static_cast<float>(sign) * surface[k];
   }
   domain = {};
   endIfAsked();
+  // Where the surfaces cross they agree by chance: what counts is by how much they differ around.
+  for (float& one : disagreement) one *= one;
+  MeanAround(shape.columns, shape.rows, disagreement,
+             std::max(1, static_cast<int>(DisagreementSpacings * spacing / shape.cell)), options.threads);
 
   // Away from soundings a bending plate goes on and on: no bed is expected a quarter of the range beyond
   // them.
@@ -299,7 +318,9 @@ MadeModel MakeDepthModel(std::vector<PlaneSounding> soundings, const ModelOption
         }
         depth[k] = std::clamp(depth[k], highest, most + slack);
         uncertainty[k] = static_cast<float>(
-            rule.At(shape.MiddleOf(column, row), static_cast<double>(distance[k]) * shape.cell));
+            rule.At({shape.MiddleOf(column, row), static_cast<double>(distance[k]) * shape.cell,
+                     static_cast<double>(offMiddle[k]) * shape.cell,
+                     std::sqrt(static_cast<double>(disagreement[k]))}));
       }
     }
   });

@@ -1,6 +1,7 @@
 #include "chart/uncertainty.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <limits>
@@ -9,7 +10,9 @@ namespace sondrix {
 namespace {
 
 constexpr std::size_t FewestLeftOut = 30;
-constexpr double SmallestError = 0.01;  // metres: no sounder tells less
+// More tell no more.
+constexpr std::size_t EnoughLeftOut = 20'000;
+constexpr double SmallestError = 0.003;  // metres: sounders tell no less
 // A tile is two line spacings wide, so that some lines cross each.
 constexpr double TileSpacings = 2;
 // The tiles' own errors count beside so many of the whole water.
@@ -19,73 +22,107 @@ constexpr double MostRoughness = 16;
 // distribution.
 constexpr double ShareWithin = 0.954;
 
-double SquareOf(const LeftOut& one, const MemberWeights& weights) {
-  const double error = one.ErrorOf(weights);
-  return error * error;
+// Least squares of three terms that may not be negative, from the products of the terms with each other and
+// with what they shall be: one after the other, until nothing moves (Gauss-Seidel, projected).
+using Triple = std::array<double, 3>;
+Triple PositiveLeastSquares(const std::array<Triple, 3>& products, const Triple& right, Triple start) {
+  for (int round = 0; round < 100; ++round) {
+    for (std::size_t i = 0; i < 3; ++i) {
+      if (!(products[i][i] > 0)) continue;
+      double rest = right[i];
+      for (std::size_t j = 0; j < 3; ++j) rest -= j == i ? 0 : products[i][j] * start[j];
+      start[i] = std::max(0.0, rest / products[i][i]);
+    }
+  }
+  return start;
 }
 
 }  // namespace
 
 UncertaintyRule::UncertaintyRule(std::span<const LeftOut> leftOut, const MemberWeights& weights,
                                  double spacing, double scatter, double spread)
-    : spacing_(spacing), scatter_(scatter) {
+    : spacing_(spacing) {
   const double least = std::max(SmallestError * SmallestError, scatter * scatter / 4);
   if (leftOut.size() < FewestLeftOut) {
-    base_ = least, growth_ = spread * spread, power_ = 2;
+    terms_ = {least, spread * spread, 0, 2, 1};
     return;
   }
-  double best = std::numeric_limits<double>::infinity();
-  for (const double power : {1.0, 1.5, 2.0, 3.0, 4.0}) {
-    // Least squares of the square errors, each weighted by what it is expected to scatter (Fisher scoring).
-    double base = least, growth = 0;
-    for (const LeftOut& one : leftOut) growth += SquareOf(one, weights);
-    growth /= static_cast<double>(leftOut.size());
-    for (int round = 0; round < 8; ++round) {
-      double n = 0, x1 = 0, x2 = 0, y0 = 0, y1 = 0;
-      for (const LeftOut& one : leftOut) {
-        const double x = std::pow(static_cast<double>(one.distance) / spacing, power);
-        const double expected = base + growth * x, weight = 1 / (expected * expected);
-        const double y = SquareOf(one, weights);
-        n += weight, x1 += weight * x, x2 += weight * x * x, y0 += weight * y, y1 += weight * x * y;
-      }
-      const double determinant = n * x2 - x1 * x1;
-      if (!(determinant > 0)) break;
-      base = std::max(least, (x2 * y0 - x1 * y1) / determinant);
-      growth = std::max(1e-9, (y1 - base * x1) / x2);
-    }
-    double cost = 0;
-    for (const LeftOut& one : leftOut) {
-      const double expected = base + growth * std::pow(static_cast<double>(one.distance) / spacing, power);
-      cost += std::log(expected) + SquareOf(one, weights) / expected;
-    }
-    if (cost >= best) continue;
-    best = cost;
-    base_ = base, growth_ = growth, power_ = power;
+  std::vector<PlaceKnown> places;
+  std::vector<double> squares;
+  const std::size_t stride = std::max<std::size_t>(1, leftOut.size() / EnoughLeftOut);
+  for (std::size_t i = 0; i < leftOut.size(); i += stride) {
+    const LeftOut& one = leftOut[i];
+    places.push_back(
+        {one.at, static_cast<double>(one.distance), static_cast<double>(one.offMiddle), one.Disagreement()});
+    squares.push_back(std::pow(one.ErrorOf(weights), 2));
   }
-  LearnRoughness(leftOut, weights);
-  MeetShare(leftOut, weights);
-  base_ = std::max(least, base_ - scatter * scatter);
+  Fit(places, squares, least);
+  LearnRoughness(places, squares);
+  MeetShare(places, squares);
+  terms_.base = std::max(least, terms_.base - scatter * scatter);
 }
 
-double UncertaintyRule::Square(double distance) const {
-  return base_ + growth_ * std::pow(distance / spacing_, power_);
+double UncertaintyRule::Reckoned(const PlaceKnown& place, const Terms& terms) const {
+  return std::pow(place.distance / spacing_ * (1 + terms.onesided * place.offMiddle / spacing_), terms.power);
 }
 
-void UncertaintyRule::LearnRoughness(std::span<const LeftOut> leftOut, const MemberWeights& weights) {
+double UncertaintyRule::Square(const PlaceKnown& place, const Terms& terms) const {
+  return terms.base + terms.growth * Reckoned(place, terms) +
+         terms.share * place.disagreement * place.disagreement;
+}
+
+void UncertaintyRule::Fit(std::span<const PlaceKnown> places, std::span<const double> squares, double least) {
+  double mean = 0;
+  for (const double square : squares) mean += square / static_cast<double>(squares.size());
+  double best = std::numeric_limits<double>::infinity();
+  std::vector<double> reckoned(places.size());
+  for (const double power : {1.0, 1.5, 2.0, 3.0, 4.0}) {
+    for (const double onesided : {0.5, 1.0, 2.0, 4.0}) {
+      Terms terms = {least, mean, 0, power, onesided};
+      for (std::size_t i = 0; i < places.size(); ++i) reckoned[i] = Reckoned(places[i], terms);
+      const auto expectedAt = [&](std::size_t i) {
+        return terms.base + terms.growth * reckoned[i] + terms.share * std::pow(places[i].disagreement, 2);
+      };
+      // Each square is weighted by what it is expected to scatter (Fisher scoring).
+      for (int round = 0; round < 6; ++round) {
+        std::array<Triple, 3> products{};
+        Triple right{};
+        for (std::size_t i = 0; i < places.size(); ++i) {
+          const double expected = expectedAt(i), weight = 1 / (expected * expected);
+          const Triple term = {1, reckoned[i], std::pow(places[i].disagreement, 2)};
+          for (std::size_t a = 0; a < 3; ++a) {
+            right[a] += weight * term[a] * squares[i];
+            for (std::size_t b = 0; b < 3; ++b) products[a][b] += weight * term[a] * term[b];
+          }
+        }
+        const Triple solved = PositiveLeastSquares(products, right, {terms.base, terms.growth, terms.share});
+        terms.base = std::max(least, solved[0]), terms.growth = solved[1], terms.share = solved[2];
+      }
+      double cost = 0;
+      for (std::size_t i = 0; i < places.size(); ++i) {
+        const double expected = expectedAt(i);
+        cost += std::log(expected) + squares[i] / expected;
+      }
+      if (cost < best) best = cost, terms_ = terms;
+    }
+  }
+}
+
+void UncertaintyRule::LearnRoughness(std::span<const PlaceKnown> places, std::span<const double> squares) {
   const double side = TileSpacings * spacing_;
-  double west = leftOut[0].at.x, east = west, south = leftOut[0].at.y, north = south;
-  for (const LeftOut& one : leftOut) {
+  double west = places[0].at.x, east = west, south = places[0].at.y, north = south;
+  for (const PlaceKnown& one : places) {
     west = std::min(west, one.at.x), east = std::max(east, one.at.x);
     south = std::min(south, one.at.y), north = std::max(north, one.at.y);
   }
   tiles_ = {west, north, side, static_cast<int>((east - west) / side) + 1,
             static_cast<int>((north - south) / side) + 1};
   std::vector<double> sums(tiles_.CellCount()), counts(tiles_.CellCount());
-  for (const LeftOut& one : leftOut) {
-    const std::size_t tile = tiles_.IndexOf(static_cast<int>((one.at.x - west) / side),
-                                            static_cast<int>((north - one.at.y) / side));
+  for (std::size_t i = 0; i < places.size(); ++i) {
+    const std::size_t tile = tiles_.IndexOf(static_cast<int>((places[i].at.x - west) / side),
+                                            static_cast<int>((north - places[i].at.y) / side));
     constexpr double most = 25;  // one spike isn't a rough bed
-    sums[tile] += std::min(most, SquareOf(one, weights) / Square(static_cast<double>(one.distance)));
+    sums[tile] += std::min(most, squares[i] / Square(places[i], terms_));
     counts[tile] += 1;
   }
   roughness_.resize(tiles_.CellCount());
@@ -119,20 +156,18 @@ double UncertaintyRule::RoughnessAt(const PlanePoint& at) const {
          below * ((1 - right) * value(column, nextRow) + right * value(nextColumn, nextRow));
 }
 
-void UncertaintyRule::MeetShare(std::span<const LeftOut> leftOut, const MemberWeights& weights) {
+void UncertaintyRule::MeetShare(std::span<const PlaceKnown> places, std::span<const double> squares) {
   std::vector<double> ratios;
-  ratios.reserve(leftOut.size());
-  for (const LeftOut& one : leftOut) {
-    ratios.push_back(std::abs(one.ErrorOf(weights)) / At(one.at, static_cast<double>(one.distance)));
-  }
+  ratios.reserve(places.size());
+  for (std::size_t i = 0; i < places.size(); ++i) ratios.push_back(std::sqrt(squares[i]) / At(places[i]));
   const auto at =
       ratios.begin() + static_cast<std::ptrdiff_t>(ShareWithin * static_cast<double>(ratios.size() - 1));
   std::nth_element(ratios.begin(), at, ratios.end());
   scale_ = std::clamp(*at / 2, 0.5, 2.0);
 }
 
-double UncertaintyRule::At(const PlanePoint& at, double distance) const {
-  return scale_ * std::sqrt(Square(distance) * RoughnessAt(at));
+double UncertaintyRule::At(const PlaceKnown& place) const {
+  return scale_ * std::sqrt(Square(place, terms_) * RoughnessAt(place.at));
 }
 
 }  // namespace sondrix
