@@ -33,7 +33,7 @@ constexpr double DefaultCells = 16e6, MostCells = 64e6;
 constexpr float Margin = 2;
 // A member with less weight than that changes nothing that can be seen.
 constexpr double LeastWeight = 0.01;
-constexpr double DisagreementSpacings = 0.2;
+constexpr double DisagreementSpacings = 0.3;
 
 // The next of 1, 2, 2.5 and 5 times a power of ten that isn't larger.
 double RoundedDown(double value) {
