@@ -9,6 +9,9 @@ foreach(alone
     sondrix_samples:samples/lake.cpp
     sondrix_samples:samples/text_export.cpp
     sondrix_samples:samples/three_column.cpp
+    sondrix_nmea_reader:src/sounders/nmea/nmea_depth.cpp
+    sondrix_survey:src/survey/far_places.cpp
+    sondrix_survey:src/survey/parts.cpp
     jobs_test:tests/jobs/job_mp_test.cpp)
   string(REGEX MATCH "^([^:]+):(.+)$" parts ${alone})
   if(TARGET ${CMAKE_MATCH_1})

@@ -133,7 +133,7 @@ void AddChartSeeds(Seeds& seeds) {
     seeds.Add("sl_sounder", std::string(1, '\0') + Text(damage.Apply(small)));
   }
   for (const int formatWord : {2, 3}) {
-    for (const char channel : {0, 1, 2}) {
+    for (const char channel : {'\0', '\1', '\2'}) {
       seeds.Add("sl_sounder", std::string(1, channel) + SmallEchogram(formatWord));
       for (const bool isEachFlagged : {false, true})
         seeds.Add("sl_sounder", std::string(1, channel) + SmallTrack(formatWord, isEachFlagged));
@@ -143,7 +143,8 @@ void AddChartSeeds(Seeds& seeds) {
     std::string wide(1, '\0');
     for (const char c : table) (wide += c) += '\0';
     seeds.Add("table", wide);
-    for (const char options : {0, 1, 2, 8, 24, 63}) seeds.Add("table", std::string(1, options).append(table));
+    for (const int options : {0, 1, 2, 8, 24, 63})
+      seeds.Add("table", std::string(1, static_cast<char>(options)).append(table));
   }
   for (const char separator : {',', ';', '\t'})
     seeds.Add("table", "\4" + TextExport({true, separator, true}).substr(0, TextLength));

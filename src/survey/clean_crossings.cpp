@@ -166,7 +166,7 @@ std::vector<CrossingVotes> VotesOf(std::span<const CellPass> passes,
   };
   // Each pass with those behind it in its own cell, and with those of the four touching cells that aren't
   // compared from their side.
-  constexpr std::array<std::array<std::int32_t, 2>, 4> Touching{{{1, 0}, {-1, 1}, {0, 1}, {1, 1}}};
+  constexpr std::array<std::array<std::int32_t, 2>, 4> touching{{{1, 0}, {-1, 1}, {0, 1}, {1, 1}}};
   const auto isBefore = [](const CellPass& pass, std::uint64_t cell) { return pass.cell < cell; };
   for (std::size_t begin = 0; begin < passes.size();) {
     std::size_t end = begin;
@@ -175,7 +175,7 @@ std::vector<CrossingVotes> VotesOf(std::span<const CellPass> passes,
     for (std::size_t i = begin; i < most; ++i) {
       for (std::size_t j = i + 1; j < most; ++j) compare(passes[i], passes[j]);
     }
-    for (const auto& [east, north] : Touching) {
+    for (const auto& [east, north] : touching) {
       const std::uint64_t cell = CellGrid::Key(CellGrid::East(passes[begin].cell) + east,
                                                CellGrid::North(passes[begin].cell) + north);
       auto other = std::lower_bound(passes.begin(), passes.end(), cell, isBefore);

@@ -61,12 +61,12 @@ std::vector<Part> PartsOf(const SoundingList& soundings) {
 }
 
 void LinkParts(const SoundingList& soundings, std::vector<Part>& parts) {
-  constexpr double WorthOfSounding = 1e-3;  // decides between parts of no length
+  constexpr double worthOfSounding = 1e-3;  // decides between parts of no length
   for (std::size_t i = 0; i < parts.size(); ++i) {
     Part& part = parts[i];
     const Sounding& first = soundings[part.first];
     const double seconds = soundings[part.last].time - first.time;
-    const double own = (seconds > 0 ? seconds : 0) + WorthOfSounding * (part.last - part.first + 1);
+    const double own = (seconds > 0 ? seconds : 0) + worthOfSounding * (part.last - part.first + 1);
     part.before = static_cast<std::uint32_t>(i);
     part.worth = own;
     for (std::size_t back = 1; back <= std::min(i, MaxPartsBack); ++back) {

@@ -1,5 +1,6 @@
 #include "survey/clean_scatter.h"
 
+#include "survey/median.h"
 #include "survey/track_pieces.h"
 
 #include <algorithm>
@@ -17,19 +18,13 @@ constexpr float ScatterOfUsual = 4;
 constexpr float MostLost = 0.5F, MostLostBesideGap = 0.2F;  // shares of a run
 constexpr float DeviationOfMedian = 1.4826F * 0.8165F;      // as for the noise
 
-float MedianOf(std::span<float> values) {
-  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-  std::nth_element(values.begin(), middle, values.end());
-  return *middle;
-}
-
 // Whether enough soundings differ from the next one that a window can scatter at all: each such step serves
 // two residuals at most.
 bool MayScatter(std::span<const TrackPoint> window) {
-  constexpr float Least = LeastScatter / DeviationOfMedian;
+  constexpr float least = LeastScatter / DeviationOfMedian;
   int steps = 0;
   for (std::size_t i = 1; i < WindowSize; ++i) {
-    steps += std::abs(window[i].depth - window[i - 1].depth) > Least ? 1 : 0;
+    steps += std::abs(window[i].depth - window[i - 1].depth) > least ? 1 : 0;
   }
   return steps >= static_cast<int>(WindowSize / 2 - 1) / 2;
 }
@@ -44,7 +39,7 @@ float ScatterOf(std::span<const TrackPoint> window) {
     residuals[i - 1] =
         std::abs(window[i].depth - before.depth - static_cast<float>(share) * (behind.depth - before.depth));
   }
-  return DeviationOfMedian * MedianOf(residuals);
+  return DeviationOfMedian * UpperMedianOf(residuals);
 }
 
 float UsualStep(std::span<const TrackPoint> window) {
@@ -52,7 +47,7 @@ float UsualStep(std::span<const TrackPoint> window) {
   for (std::size_t i = 0; i + 1 < WindowSize; ++i) {
     steps[i] = static_cast<float>(window[i + 1].way - window[i].way);
   }
-  return MedianOf(steps);
+  return UpperMedianOf(steps);
 }
 
 bool HasGap(const TrackSection& section, std::span<const TrackPoint> window) {
@@ -94,7 +89,7 @@ void FindScatter(TrackSection& section) {
   std::vector<float> scatter(count);
   for (std::size_t w = 0; w < count; ++w) scatter[w] = ScatterOf(windowAt(w));
   std::vector<float> ordered = scatter;
-  const float usual = MedianOf(ordered);
+  const float usual = UpperMedianOf(ordered);
   std::erase_if(wide, [&](std::size_t w) { return scatter[w] <= ScatterOfUsual * usual; });
   for (std::size_t k = 0; k < wide.size(); ++k) {
     // A window alone may scatter by chance.

@@ -1,5 +1,7 @@
 #include "survey/clean_spikes.h"
 
+#include "survey/median.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -13,12 +15,6 @@ constexpr float MinNoise = 0.02F;           // metres
 constexpr float MinNoiseOfDepth = 0.005F;
 constexpr float SpikeNoises = 5;
 constexpr float SlopeShare = 0.5F;
-
-float MedianOf(std::span<float> values) {
-  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-  std::nth_element(values.begin(), middle, values.end());
-  return *middle;
-}
 
 float MedianOf4(float a, float b, float c, float d) {
   const float low = std::max(std::min(a, b), std::min(c, d));
@@ -91,22 +87,22 @@ bool IsNear(const TrackSection& section, std::size_t i) {
 }  // namespace
 
 float DepthResolution(const SoundingList& soundings) {
-  constexpr std::size_t Sample = 2048;
-  constexpr std::array<double, 5> Steps{0.3048, 0.1, 0.03048, 0.05, 0.01};
-  std::array<std::size_t, Steps.size()> multiples{};
+  constexpr std::size_t sample = 2048;
+  constexpr std::array<double, 5> steps{0.3048, 0.1, 0.03048, 0.05, 0.01};
+  std::array<std::size_t, steps.size()> multiples{};
   std::size_t count = 0;
-  const std::size_t stride = std::max<std::size_t>(1, soundings.size() / Sample);
+  const std::size_t stride = std::max<std::size_t>(1, soundings.size() / sample);
   for (std::size_t i = 0; i < soundings.size(); i += stride) {
     if (soundings[i].fate != Fate::Used) continue;
     ++count;
     const double depth = soundings[i].recorded;
-    for (std::size_t s = 0; s < Steps.size(); ++s) {
+    for (std::size_t s = 0; s < steps.size(); ++s) {
       // Depths hold whole millimetres.
-      if (std::abs(depth - std::round(depth / Steps[s]) * Steps[s]) < 0.00051) ++multiples[s];
+      if (std::abs(depth - std::round(depth / steps[s]) * steps[s]) < 0.00051) ++multiples[s];
     }
   }
-  for (std::size_t s = 0; s < Steps.size(); ++s) {
-    if (count > 0 && multiples[s] * 20 >= count * 19) return static_cast<float>(Steps[s]);
+  for (std::size_t s = 0; s < steps.size(); ++s) {
+    if (count > 0 && multiples[s] * 20 >= count * 19) return static_cast<float>(steps[s]);
   }
   return 0.001F;
 }
@@ -127,7 +123,8 @@ void FindNoise(TrackSection& section, float resolution) {
     const float depth = section.depth[(begin + end) / 2];
     float noise = std::max({MinNoise, resolution / 2, MinNoiseOfDepth * depth});
     if (count > 0) {
-      noise = std::max(noise, NoiseOfMad * NoiseOfResidual * MedianOf(std::span(residuals.data(), count)));
+      noise =
+          std::max(noise, NoiseOfMad * NoiseOfResidual * UpperMedianOf(std::span(residuals.data(), count)));
     }
     own[b] = noise;
   }

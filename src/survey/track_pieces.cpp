@@ -1,5 +1,7 @@
 #include "survey/track_pieces.h"
 
+#include "survey/median.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -17,13 +19,6 @@ constexpr float SideNoises = 1.5F, OwnNoises = 4;
 constexpr float SharpNoises = 6;  // of a jump from one sounding to the next
 constexpr float JumpOfDepth = 0.25F;
 constexpr float LargeJump = 3;  // metres
-
-float MedianOf(std::span<float> values) {
-  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-  std::nth_element(values.begin(), middle, values.end());
-  if (values.size() % 2 == 1) return *middle;
-  return (*middle + *std::max_element(values.begin(), middle)) / 2;
-}
 
 // The soundings at the end of some points that tell a level: a few, or more within 10 m where they are noisy.
 std::span<const TrackPoint> LastOf(std::span<const TrackPoint> points, std::size_t most) {

@@ -35,7 +35,7 @@ std::optional<double> CellNumber(std::string_view cell);
 // (W. D. Clinger, "How to read floating point numbers accurately", 1990). Returns where it ends; null where
 // it is none of these.
 inline const char* ReadDecimal(const char* at, const char* end, double& value, char mark = '.') {
-  static constexpr double Powers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8, 1e9,
+  static constexpr double powers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8, 1e9,
                                       1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18};
   const bool isNegative = at != end && *at == '-';
   if (isNegative) ++at;
@@ -52,7 +52,7 @@ inline const char* ReadDecimal(const char* at, const char* end, double& value, c
     digits += decimals;
   }
   if (digits == 0 || digits > 18 || mantissa > (std::uint64_t{1} << 53)) return nullptr;
-  value = static_cast<double>(mantissa) / Powers[decimals];
+  value = static_cast<double>(mantissa) / powers[decimals];
   if (isNegative) value = -value;
   return at;
 }

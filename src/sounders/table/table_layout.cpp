@@ -124,7 +124,7 @@ void FindPlaceForm(TableLayout& layout, const std::vector<ColumnStats>& stats, c
   if (first->axis == Axis::Longitude || second->axis == Axis::Latitude) {
     std::swap(layout.Of(Slot::First), layout.Of(Slot::Second));
     std::swap(first, second);
-    layout.takenFor.push_back("latitude and longitude by their letters, against the head");
+    layout.takenFor.emplace_back("latitude and longitude by their letters, against the head");
   }
   // Longitudes may be counted up to 360.
   const bool isNorthSmall = first->beyond180 * 2 <= first->values;
@@ -134,13 +134,13 @@ void FindPlaceForm(TableLayout& layout, const std::vector<ColumnStats>& stats, c
   const bool isWhole = first->whole == first->values && second->whole == second->values;
   if (isDegrees && isWhole && largest > 1e7 && largest <= 1.8e9) {
     layout.place = PlaceForm::DegreesE7;
-    layout.takenFor.push_back("positions in units of 1e-7 degrees");
+    layout.takenFor.emplace_back("positions in units of 1e-7 degrees");
     return;
   }
   const bool isMinutes = !isNorthSmall || layout.Has(Slot::NorthSouth);
   if (isDegrees && isMinutes && !isWhole && first->isMinutes && second->isMinutes && largest <= 18000) {
     layout.place = PlaceForm::Minutes;
-    layout.takenFor.push_back("positions as degrees and minutes without a mark between them (ddmm.mmmm)");
+    layout.takenFor.emplace_back("positions as degrees and minutes without a mark between them (ddmm.mmmm)");
     return;
   }
   const ColumnStats& example = first->largest > second->largest ? *first : *second;
@@ -170,7 +170,7 @@ void FindTimeForms(TableLayout& layout, const std::vector<ColumnStats>& stats) {
   }
   const DateOrderFound order = DateOrderOf(texts);
   layout.dateOrder = order.order;
-  if (!order.isSure) layout.takenFor.push_back("dates as month/day/year: nothing in them tells otherwise");
+  if (!order.isSure) layout.takenFor.emplace_back("dates as month/day/year: nothing in them tells otherwise");
   if (layout.Has(Slot::Time) && layout.time == TimeForm::None) {
     const auto cells = cellsOf(Slot::Time);
     const bool isEmpty = std::all_of(cells.begin(), cells.end(), IsMissing);
@@ -282,7 +282,7 @@ TableLayout LayoutOf(const TableShape& shape, const ReadOptions& options) {
     layout.Of(Slot::Trip) = 4;
     layout.Of(Slot::Depth) = 5;
     layout.time = TimeForm::Seconds;
-    layout.takenFor.push_back("soundings of this program: the recorded depths, split by trip");
+    layout.takenFor.emplace_back("soundings of this program: the recorded depths, split by trip");
     return layout;
   }
   const std::vector<ColumnStats> stats = StatsOf(shape);

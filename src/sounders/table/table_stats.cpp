@@ -10,7 +10,6 @@ namespace sondrix {
 namespace {
 
 constexpr std::size_t FineDecimals = 4;
-constexpr double DeepestWater = 12000;  // metres; the oceans end before
 
 std::size_t DecimalsOf(std::string_view cell) {
   const std::size_t mark = cell.find_last_of(".,");

@@ -10,6 +10,9 @@
 
 namespace sondrix {
 
+// Metres; the oceans end before. A larger number stands for a missing one.
+inline constexpr double DeepestWater = 12000;
+
 // What the cells of a column look like, from the rows of a shape. Zeros and missing values aren't counted: a
 // sounder without a fix or an echo writes them.
 struct ColumnStats {

@@ -6,6 +6,7 @@
 #include "sounders/table/table_cells.h"
 #include "sounders/table/table_guess.h"
 #include "sounders/table/table_places.h"
+#include "sounders/table/table_stats.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,7 +14,6 @@
 namespace sondrix {
 namespace {
 
-constexpr double DeepestWater = 12000;       // metres; a larger number stands for a missing one
 constexpr double LargestDepth = 1e9;         // metres, in a table of our own, which keeps what was read
 constexpr double SounderReach = 20'037'508;  // metres from the equator and the zero meridian
 constexpr int KeptDigits = 8;
@@ -157,7 +157,8 @@ void TableTaker::FinishPlaces() {
       }
     }
     if (isSwapped)
-      reading_.takenFor.push_back("latitude and longitude the other way round: no other order is possible");
+      reading_.takenFor.emplace_back(
+          "latitude and longitude the other way round: no other order is possible");
     Remark(without, " rows with a latitude beyond 90 have no position");
   }
   if (layout_.isOrderOpen && sure_ == 0 && exchanged_ == 0) {
@@ -179,12 +180,12 @@ void TableTaker::FinishDepths() {
   if (layout_.isOwn) return;
   if (layout_.mayBeDepth && negative_ > 0 && positive_ == 0) {
     for (TripReading& trip : reading_.trips) TurnDepths(trip.soundings);
-    reading_.takenFor.push_back("no depth is below 0: taken as depths, downwards");
+    reading_.takenFor.emplace_back("no depth is below 0: taken as depths, downwards");
   } else if (layout_.isHeight) {
-    reading_.takenFor.push_back("depths are heights, upwards");
+    reading_.takenFor.emplace_back("depths are heights, upwards");
   } else if (negative_ > 0 && positive_ == 0) {
     for (TripReading& trip : reading_.trips) TurnDepths(trip.soundings);
-    reading_.takenFor.push_back("depths are below 0 in all rows: taken as heights");
+    reading_.takenFor.emplace_back("depths are below 0 in all rows: taken as heights");
   } else {
     Remark(negative_, " depths are below 0");
   }
