@@ -12,6 +12,9 @@ foreach(alone
     sondrix_nmea_reader:src/sounders/nmea/nmea_depth.cpp
     sondrix_survey:src/survey/far_places.cpp
     sondrix_survey:src/survey/parts.cpp
+    sondrix_chart:src/chart/cross_validation.cpp
+    sondrix_exports:src/exports/gpx.cpp
+    sondrix_exports:src/exports/layer_styles.cpp
     jobs_test:tests/jobs/job_mp_test.cpp)
   string(REGEX MATCH "^([^:]+):(.+)$" parts ${alone})
   if(TARGET ${CMAKE_MATCH_1})

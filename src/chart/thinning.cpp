@@ -30,7 +30,7 @@ std::vector<ThinnedPoint> ThinSoundings(std::span<const PlaneSounding> soundings
     const double column = std::floor((soundings[i].x - shape.west) / side);
     const double row = std::floor((shape.north - soundings[i].y) / side);
     if (column < 0 || row < 0 || column >= parts * shape.columns || row >= parts * shape.rows) continue;
-    const auto width = static_cast<std::uint64_t>(parts * shape.columns);
+    const auto width = std::uint64_t{parts} * static_cast<std::uint64_t>(shape.columns);
     placed.push_back({static_cast<std::uint64_t>(row) * width + static_cast<std::uint64_t>(column),
                       lineOf.empty() ? 0 : lineOf[i], static_cast<std::uint32_t>(i)});
   }

@@ -93,8 +93,8 @@ std::string SoundingStyle() {
   std::string categories, symbols;
   for (std::size_t i = 0; i < FateCount; ++i) {
     const std::string name(NameOf(static_cast<Fate>(i)));
-    categories += "<category render=\"true\" symbol=\"" + std::to_string(i) + "\" value=\"" + name +
-                  "\" label=\"" + name + "\"/>\n";
+    categories += "<category render=\"true\" symbol=\"";
+    categories += std::to_string(i) + "\" value=\"" + name + "\" label=\"" + name + "\"/>\n";
     symbols += Symbol(i, "marker", "SimpleMarker",
                       {{"name", "circle"},
                        {"color", TextOf(FateColours[i])},

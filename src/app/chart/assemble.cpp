@@ -46,6 +46,7 @@ void MakeNamesDiffer(std::vector<Trip>& trips) {
 void LeaveRepeatsOut(ChartRun& run) {
   std::vector<Trip>& trips = run.survey.trips;
   std::vector<std::string> names;
+  names.reserve(trips.size());
   for (const Trip& trip : trips) names.push_back(trip.name);
   MakeNamesDiffer(trips);
   const std::vector<RepeatedTrip> repeats = FindRepeatedTrips(run.survey);
