@@ -12,7 +12,12 @@ struct Node {
   bool operator==(const Node&) const = default;
 };
 
-constexpr std::size_t MostHollow = 11, MostShoal = 3;  // cells
+constexpr std::size_t MostHollow = 11, LeastHollow = 1, MostShoal = 3;  // cells
+
+// Part of the chart's cells, and number of cells, that may go beyond twice their uncertainty. Soundings lie
+// in a part of the cells only, so that more of them can.
+constexpr double MostBeyond = 0.0025;
+constexpr std::size_t LeastBeyond = 24;
 
 // The nodes of one place, from the first of them on.
 struct Place {
@@ -74,6 +79,46 @@ float WideDepth(const ContourSurface& surface, Node node, int level) {
   return std::min(depth, static_cast<float>(std::max(2 * contour - sum / count, middle)));
 }
 
+// The nodes that are deeper than the contour by more than twice their uncertainty.
+std::size_t CountBeyond(const DepthModel& model, const Place& place, double contour) {
+  const auto isBeyond = [&](Node node) {
+    const std::size_t index = model.shape.IndexOf(node.column, node.row);
+    return static_cast<double>(model.depth[index]) >
+           contour + 2 * static_cast<double>(model.uncertainty[index]);
+  };
+  return static_cast<std::size_t>(std::count_if(
+      place.nodes.begin(), place.nodes.begin() + static_cast<std::ptrdiff_t>(place.count), isBeyond));
+}
+
+// Hollows of up to that many cells, and those up to the largest that no cell minds. How many cells mind;
+// those in one hollow within another count for each, where they aren't filled.
+std::size_t HollowsUpTo(std::size_t size, const DepthModel& model, ContourSurface& surface, bool isToFill) {
+  std::size_t beyond = 0;
+  Place place;
+  const int stride = surface.shape.columns;
+  for (int row = 1; row + 1 < surface.shape.rows; ++row) {
+    for (int column = 1; column + 1 < surface.shape.columns; ++column) {
+      // The first node of a hollow, in the order of the rows, has shallower ones to the north and to the
+      // west.
+      const std::uint16_t* band = surface.band.data() + surface.shape.IndexOf(column, row);
+      const int last = *band;
+      for (int level = std::max(band[-1], band[-stride]) + 1; level <= last; ++level) {
+        if (!Gather(surface, Kind::Hollow, {column, row}, level, MostHollow, place)) continue;
+        const double contour = surface.depths[static_cast<std::size_t>(level) - 1];
+        const std::size_t count = CountBeyond(model, place, contour);
+        if (count > 0 && place.count > size) continue;
+        beyond += count;
+        for (std::size_t i = 0; isToFill && i < place.count; ++i) {
+          surface.SetDepth(surface.shape.IndexOf(place.nodes[i].column, place.nodes[i].row),
+                           JustAbove(contour));
+        }
+        break;
+      }
+    }
+  }
+  return beyond;
+}
+
 }  // namespace
 
 void WidenSmallShoals(ContourSurface& surface) {
@@ -97,23 +142,12 @@ void WidenSmallShoals(ContourSurface& surface) {
   }
 }
 
-void FillSmallHollows(ContourSurface& surface) {
-  Place place;
-  const int stride = surface.shape.columns;
-  for (int row = 1; row + 1 < surface.shape.rows; ++row) {
-    for (int column = 1; column + 1 < surface.shape.columns; ++column) {
-      const std::uint16_t* band = surface.band.data() + surface.shape.IndexOf(column, row);
-      const int last = *band;
-      for (int level = std::max(band[-1], band[-stride]) + 1; level <= last; ++level) {
-        if (!Gather(surface, Kind::Hollow, {column, row}, level, MostHollow, place)) continue;
-        const float filled = JustAbove(surface.depths[static_cast<std::size_t>(level) - 1]);
-        for (std::size_t i = 0; i < place.count; ++i) {
-          surface.SetDepth(surface.shape.IndexOf(place.nodes[i].column, place.nodes[i].row), filled);
-        }
-        break;
-      }
-    }
-  }
+void FillSmallHollows(const DepthModel& model, ContourSurface& surface) {
+  const auto cells = static_cast<double>(std::count(surface.squares.begin(), surface.squares.end(), 1));
+  const std::size_t most = std::max(LeastBeyond, static_cast<std::size_t>(MostBeyond * cells));
+  std::size_t size = MostHollow;
+  while (size > LeastHollow && HollowsUpTo(size, model, surface, false) > most) size -= 2;
+  HollowsUpTo(size, model, surface, true);
 }
 
 }  // namespace sondrix

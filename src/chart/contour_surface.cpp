@@ -163,7 +163,7 @@ ContourSurface ContourSurfaceOf(const DepthModel& model, std::span<const double>
   FindBands(surface);
   WidenSmallShoals(surface);
   KeepOffNodes(surface);
-  FillSmallHollows(surface);
+  FillSmallHollows(model, surface);
   return surface;
 }
 
