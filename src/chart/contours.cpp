@@ -116,7 +116,7 @@ bool IsStepTooFine(double step, const DepthModel& model) {
   return step > 0 && MultiplesOf(step, RangeOf(model)).Count() > static_cast<double>(MostContourDepths);
 }
 
-Contours ContoursOf(const DepthModel& model, std::span<const double> depths, int /*threads*/,
+Contours ContoursOf(const DepthModel& model, std::span<const double> depths,
                     const std::function<bool()>& isToEnd) {
   const auto askEnd = [&isToEnd] {
     if (isToEnd && isToEnd()) throw EndAsked();

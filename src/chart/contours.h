@@ -43,9 +43,9 @@ bool IsStepTooFine(double step, const DepthModel& model);
 
 // Contours and the areas between them, both of one surface that is nowhere deeper than the model: all along a
 // contour, bilinear interpolation of the model gives at least its depth. They go no further than the middles
-// of the outermost cells. Depths are rising; those of 0 or less are the shore, with no area before them. The
-// same for any number of threads. isToEnd is asked now and then; then EndAsked is thrown.
-Contours ContoursOf(const DepthModel& model, std::span<const double> depths, int threads,
+// of the outermost cells. Depths are rising; those of 0 or less are the shore, with no area before them.
+// isToEnd is asked now and then; then EndAsked is thrown.
+Contours ContoursOf(const DepthModel& model, std::span<const double> depths,
                     const std::function<bool()>& isToEnd);
 
 }  // namespace sondrix

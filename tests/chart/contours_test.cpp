@@ -18,7 +18,7 @@ const std::vector<double> HalfMetres = [] {
   return depths;
 }();
 
-const MadeBed Beds[] = {
+const RoughBed Beds[] = {
     {1, 20, 20, 0.0, 0.0, 0},  {2, 25, 17, 0.05, 0.02, 0},  {3, 17, 25, 0.5, 0.1, 0},
     {4, 20, 20, 0.2, 0.3, 15}, {5, 20, 20, 2.0, 0.05, 3},   {6, 20, 20, 0.05, 0.5, 0},
     {7, 2, 20, 0.3, 0, 0},     {8, 20, 20, 0.02, 0.05, 20},
@@ -106,10 +106,10 @@ double Bilinear(const DepthModel& model, PlanePoint p) {
   return depth;
 }
 
-class OnBeds : public testing::TestWithParam<MadeBed> {
+class OnBeds : public testing::TestWithParam<RoughBed> {
  protected:
   DepthModel model_ = ModelOf(GetParam());
-  Contours contours_ = ContoursOf(model_, HalfMetres, 1, nullptr);
+  Contours contours_ = ContoursOf(model_, HalfMetres, nullptr);
 };
 
 TEST_P(OnBeds, NoLineTouchesAnother) {
@@ -187,7 +187,7 @@ TEST(Contours, SmallShoalsStayAndSmallHollowsGo) {
       }
     }
     const std::vector<double> depths = {2, 3, 4, 5, 6.5};
-    const Contours contours = ContoursOf(model, depths, 1, nullptr);
+    const Contours contours = ContoursOf(model, depths, nullptr);
     ASSERT_EQ(contours.lines.size(), rings) << rise << " " << size;
     if (rings == 0) continue;
     const double area = std::abs(AreaWithin(contours.lines[rise > 0 ? rings - 1 : 0].points));
@@ -199,7 +199,7 @@ TEST(Contours, SmallShoalsStayAndSmallHollowsGo) {
 TEST(Contours, AShoreOfDepthZero) {
   DepthModel model = {{0, 2, 1, 4, 2}, {-1, 1, 2, 3, -1, 1, 2, 3}, std::vector<float>(8, 0.1F)};
   const std::vector<double> depths = {0, 2.5};
-  const Contours contours = ContoursOf(model, depths, 1, nullptr);
+  const Contours contours = ContoursOf(model, depths, nullptr);
   ASSERT_EQ(contours.areas.size(), 2U);
   EXPECT_EQ(contours.areas[0].depthMin, 0);
   EXPECT_EQ(contours.areas[1].depthMax, 3);
@@ -237,7 +237,7 @@ TEST(Contours, EachFifthIsAnIndex) {
       {{2, 4, 6, 8, 10, 12}, {10}}, {{4, 5, 6, 7, 8, 9, 10, 11}, {5, 10}}, {{1, 2, 3, 5, 10, 20}, {10}}};
   for (const auto& [depths, indices] : cases) {
     std::vector<double> found;
-    for (const ContourLine& line : ContoursOf(model, depths, 1, nullptr).lines) {
+    for (const ContourLine& line : ContoursOf(model, depths, nullptr).lines) {
       if (line.isIndex) found.push_back(line.depth);
     }
     EXPECT_EQ(found, indices);

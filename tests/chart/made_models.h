@@ -10,13 +10,13 @@ namespace sondrix {
 
 // A bed of waves with noise of a centimetre or so, walls that fall by many metres from cell to cell, holes in
 // the chart of any form, and some depths that are exactly those of contours.
-struct MadeBed {
+struct RoughBed {
   unsigned seed = 1;
   int columns = 20, rows = 20;
   double noise = 0.05, holes = 0.05, wall = 0;  // metres, part of the cells, metres
 };
 
-inline DepthModel ModelOf(const MadeBed& bed) {
+inline DepthModel ModelOf(const RoughBed& bed) {
   DepthModel model = {{500000, 5800000, 2, bed.columns, bed.rows}, {}, {}};
   std::mt19937 random(bed.seed);
   std::uniform_real_distribution<double> any(0, 1);

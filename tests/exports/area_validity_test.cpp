@@ -29,12 +29,12 @@ TEST(DepthAreas, AreValidInDegrees) {
   const Transform toDegrees = ToDegrees("EPSG:32633");
   std::vector<double> depths;
   for (int i = 1; i < 100; ++i) depths.push_back(i * 0.25);
-  for (const MadeBed& bed : {MadeBed{11, 120, 80, 0.3, 0.01, 0}, MadeBed{12, 80, 120, 0.05, 0.3, 12},
-                             MadeBed{13, 90, 90, 4, 0.05, 0}}) {
+  for (const RoughBed& bed : {RoughBed{11, 120, 80, 0.3, 0.01, 0}, RoughBed{12, 80, 120, 0.05, 0.3, 12},
+                              RoughBed{13, 90, 90, 4, 0.05, 0}}) {
     for (const double cell : {0.5, 5.0}) {
       DepthModel model = ModelOf(bed);
       model.shape.cell = cell;
-      const Contours contours = ContoursOf(model, depths, 1, nullptr);
+      const Contours contours = ContoursOf(model, depths, nullptr);
       EXPECT_GT(contours.areas.size(), 100U);
       std::size_t invalid = 0;
       for (const DepthArea& area : contours.areas) {

@@ -74,7 +74,7 @@ void MakeModel(ChartRun& run, const FarPlaces& far, Progress& progress) {
   wanted.unit = choice.MetresOfUnit();
   chart.depths = DepthsToDraw(wanted, chart.made.model);
   chart.isStepCoarser = wanted.list.empty() && IsStepTooFine(wanted.step, chart.made.model);
-  chart.contours = ContoursOf(chart.made.model, chart.depths, run.threads, Interrupted);
+  chart.contours = ContoursOf(chart.made.model, chart.depths, Interrupted);
   for (ContourLine& line : chart.contours.lines) line.depth = choice.InUnit(line.depth);
   for (DepthArea& area : chart.contours.areas) {
     area.depthMin = choice.InUnit(area.depthMin);
