@@ -3,6 +3,7 @@
 #include "core/files.h"
 #include "core/text.h"
 #include "exports/gdal_handles.h"
+#include "exports/made_file.h"
 
 #include <algorithm>
 #include <cpl_string.h>
@@ -99,24 +100,8 @@ class ContourLayer {
   bool hasFields_ = false;
 };
 
-}  // namespace
-
-std::string VectorDriverOf(const std::string& path) {
-  GDALAllRegister();
-  for (int i = 0; i < GDALGetDriverCount(); ++i) {
-    const GDALDriverH driver = GDALGetDriver(i);
-    if (std::find(std::begin(UnfitDrivers), std::end(UnfitDrivers), GDALGetDriverShortName(driver)) !=
-        std::end(UnfitDrivers))
-      continue;
-    if (HasCapability(driver, GDAL_DCAP_VECTOR) && HasCapability(driver, GDAL_DCAP_CREATE) &&
-        HasCapability(driver, GDAL_DCAP_VIRTUALIO) && Knows(driver, path))
-      return GDALGetDriverShortName(driver);
-  }
-  return {};
-}
-
-void WriteContours(const ChartData& chart, const ExportRun& run, const std::string& driver,
-                   const std::string& path) {
+void MakeContours(const ChartData& chart, const ExportRun& run, const std::string& driver,
+                  const std::string& path) {
   GdalMessages messages;
   GDALAllRegister();
   const GDALDriverH maker = GDALGetDriverByName(driver.c_str());
@@ -140,6 +125,27 @@ void WriteContours(const ChartData& chart, const ExportRun& run, const std::stri
   file.reset();
   messages.ThrowIfFailed();
   if (!IdOf(path)) throw CantExport("the driver " + driver + " makes no file of that name");
+}
+
+}  // namespace
+
+std::string VectorDriverOf(const std::string& path) {
+  GDALAllRegister();
+  for (int i = 0; i < GDALGetDriverCount(); ++i) {
+    const GDALDriverH driver = GDALGetDriver(i);
+    if (std::find(std::begin(UnfitDrivers), std::end(UnfitDrivers), GDALGetDriverShortName(driver)) !=
+        std::end(UnfitDrivers))
+      continue;
+    if (HasCapability(driver, GDAL_DCAP_VECTOR) && HasCapability(driver, GDAL_DCAP_CREATE) &&
+        HasCapability(driver, GDAL_DCAP_VIRTUALIO) && Knows(driver, path))
+      return GDALGetDriverShortName(driver);
+  }
+  return {};
+}
+
+void WriteContours(const ChartData& chart, const ExportRun& run, const std::string& driver,
+                   const std::string& path) {
+  MakeFile(path, [&] { MakeContours(chart, run, driver, path); });
 }
 
 }  // namespace sondrix

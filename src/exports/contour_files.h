@@ -14,7 +14,7 @@ std::string VectorDriverOf(const std::string& path);
 // The contours as GDAL's driver of that name makes them, at a path where nothing stands, with their
 // companions beside it: lines with depth (metres) and index (whether it is drawn heavier), in the chart's
 // projection or, where the kind of file has one of its own, in that. A kind that keeps no fields gets the
-// depth as height. CantExport with what GDAL says, EndAsked.
+// depth as height. Faults as of the operating system, CantExport with what GDAL says, EndAsked.
 void WriteContours(const ChartData& chart, const ExportRun& run, const std::string& driver,
                    const std::string& path);
 

@@ -2,6 +2,7 @@
 
 #include "exports/geopackage_file.h"
 #include "exports/layer_styles.h"
+#include "exports/made_file.h"
 
 #include <array>
 #include <cmath>
@@ -186,10 +187,8 @@ void AddStyles(GeopackageFile& file, const ChartData& chart) {
   add("areas", AreaStyle(chart.contours->areas));
 }
 
-}  // namespace
-
-void WriteGeopackage(const Survey& survey, const ChartData& chart, const ExportRun& run,
-                     const std::string& path) {
+void MakeGeopackage(const Survey& survey, const ChartData& chart, const ExportRun& run,
+                    const std::string& path) {
   GeopackageFile file(path, chart.date);
   AddSoundings(file, survey, run);
   AddTracks(file, survey, run);
@@ -199,6 +198,13 @@ void WriteGeopackage(const Survey& survey, const ChartData& chart, const ExportR
   }
   AddStyles(file, chart);
   file.Close(run);
+}
+
+}  // namespace
+
+void WriteGeopackage(const Survey& survey, const ChartData& chart, const ExportRun& run,
+                     const std::string& path) {
+  MakeFile(path, [&] { MakeGeopackage(survey, chart, run, path); });
 }
 
 }  // namespace sondrix

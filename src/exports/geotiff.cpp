@@ -2,6 +2,7 @@
 
 #include "core/files.h"
 #include "exports/gdal_handles.h"
+#include "exports/made_file.h"
 
 #include <array>
 #include <cmath>
@@ -34,9 +35,7 @@ std::vector<float> HeightsOf(const std::vector<float>& depths) {
   return heights;
 }
 
-}  // namespace
-
-void WriteGeotiff(const ChartData& chart, const ExportRun& run, const std::string& path) {
+void MakeGeotiff(const ChartData& chart, const ExportRun& run, const std::string& path) {
   GdalMessages messages;
   // Tiles of ours pass through it once.
   constexpr GIntBig cacheBytes = 32 << 20;
@@ -75,6 +74,12 @@ void WriteGeotiff(const ChartData& chart, const ExportRun& run, const std::strin
   if (!file) messages.Throw();
   file.reset();
   messages.ThrowIfFailed();
+}
+
+}  // namespace
+
+void WriteGeotiff(const ChartData& chart, const ExportRun& run, const std::string& path) {
+  MakeFile(path, [&] { MakeGeotiff(chart, run, path); });
 }
 
 }  // namespace sondrix
