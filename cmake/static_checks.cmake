@@ -9,9 +9,10 @@ foreach(alone
     sondrix_samples:samples/lake.cpp
     sondrix_samples:samples/text_export.cpp
     sondrix_samples:samples/three_column.cpp
-    sondrix_nmea_reader:src/sounders/nmea/nmea_depth.cpp
+    sondrix_nmea_reader:src/sounders/nmea/nmea_delta.cpp
     sondrix_survey:src/survey/far_places.cpp
     sondrix_survey:src/survey/parts.cpp
+    sondrix_survey:src/survey/track_pieces.cpp
     sondrix_chart:src/chart/cross_validation.cpp
     sondrix_exports:src/exports/gpx.cpp
     sondrix_exports:src/exports/layer_styles.cpp

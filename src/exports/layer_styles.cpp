@@ -94,7 +94,8 @@ std::string SoundingStyle() {
   for (std::size_t i = 0; i < FateCount; ++i) {
     const std::string name(NameOf(static_cast<Fate>(i)));
     categories += "<category render=\"true\" symbol=\"";
-    categories += std::to_string(i) + "\" value=\"" + name + "\" label=\"" + name + "\"/>\n";
+    categories.append(std::to_string(i)).append("\" value=\"").append(name);
+    categories.append("\" label=\"").append(name).append("\"/>\n");
     symbols += Symbol(i, "marker", "SimpleMarker",
                       {{"name", "circle"},
                        {"color", TextOf(FateColours[i])},
