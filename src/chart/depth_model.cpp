@@ -218,7 +218,11 @@ MadeModel MakeDepthModel(std::vector<PlaneSounding> soundings, const ModelOption
   const std::array<std::size_t, MemberCount> all = {0, 1, 2, 3};
   Mixture mixture;
   std::vector<LeftOut> leftOut;
+  const auto begin = [&options](std::string_view step) {
+    if (options.begin) options.begin(step);
+  };
   if (lines.count > 1 || soundings.size() > 50) {
+    begin("predicting lines left out");
     leftOut = LeaveLinesOut(soundings, lines, spacing, all, account.reach, options.threads, options.isToEnd);
   }
   if (options.tension) {
@@ -285,6 +289,7 @@ MadeModel MakeDepthModel(std::vector<PlaneSounding> soundings, const ModelOption
   std::vector<float> disagreement(shape.CellCount(), 0.0F);
   for (std::size_t m = 0; m < mixture.members.size(); ++m) {
     endIfAsked();
+    begin("drawing surface " + std::to_string(m + 1) + " of " + std::to_string(mixture.members.size()));
     const std::vector<float> surface =
         SplineSurface(shape.columns, shape.rows, domain, points,
                       ShapeOf(mixture.members[m], spacing, shape.cell), options.threads);

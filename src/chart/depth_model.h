@@ -9,6 +9,7 @@
 #include <span>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -30,7 +31,8 @@ struct ModelOptions {
   std::optional<double> tension;  // 0 to 1
   const Shore* shore = nullptr;
   int threads = 1;
-  std::function<bool()> isToEnd = {};  // asked now and then; then EndAsked is thrown
+  std::function<bool()> isToEnd = {};                     // asked now and then; then EndAsked is thrown
+  std::function<void(std::string_view step)> begin = {};  // told of what takes long, in words for a user
 };
 
 // What was chosen, and how well it did.

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string_view>
 #include <utility>
 
 namespace sondrix {
@@ -67,7 +68,8 @@ void MakeModel(ChartRun& run, const FarPlaces& far, Progress& progress) {
                                 .tension = choice.tension,
                                 .shore = choice.shore.empty() ? nullptr : &shore,
                                 .threads = run.threads,
-                                .isToEnd = Interrupted};
+                                .isToEnd = Interrupted,
+                                .begin = [&](std::string_view step) { progress.Begin(step, 0, {}); }};
   chart.made = MakeDepthModel(std::move(soundings), options);
   progress.Begin("drawing contours", 0, {});
   ContourDepths wanted = choice.contours;
