@@ -26,6 +26,8 @@ namespace {
 constexpr double CellsOfSpacing = 5;
 constexpr double LongestStretch = 2.5;  // line spacings
 constexpr std::uint32_t Turns = 4;
+// Of the squares that are left out; each fourth is.
+constexpr double AwaySpacings = 4;
 // On larger waters fewer turns are taken: there are soundings enough.
 constexpr double MostNodes = 600'000;
 
@@ -94,11 +96,18 @@ std::vector<LeftOut> LeaveLinesOut(std::span<const PlaneSounding> soundings, con
   const std::vector<std::uint32_t> turnOf = TurnsOf(lines, stretches);
   const std::vector<ThinnedPoint> thinned = ThinSoundings(soundings, stretches.lineOf, shape);
   std::vector<LeftOut> leftOut;
-  for (std::uint32_t turn = 0; turn < turns; ++turn) {
+  const auto isAway = [&](const ThinnedPoint& point) {
+    const auto square = static_cast<float>(AwaySpacings * spacing / cell);
+    return static_cast<int>(point.at.x / square) % 2 == 1 && static_cast<int>(point.at.y / square) % 2 == 1;
+  };
+  for (std::uint32_t turn = 0; turn <= turns; ++turn) {
+    const auto isLeftOut = [&](const ThinnedPoint& point) {
+      return turn == turns ? isAway(point) : turnOf[point.line] == turn;
+    };
     std::vector<GridPoint> kept;
     std::vector<std::uint8_t> marked(shape.CellCount());
     for (const ThinnedPoint& point : thinned) {
-      if (turnOf[point.line] == turn) continue;
+      if (isLeftOut(point)) continue;
       kept.push_back(point.at);
       marked[shape.IndexOf(static_cast<int>(point.at.x + 0.5F), static_cast<int>(point.at.y + 0.5F))] = 1;
     }
@@ -109,15 +118,16 @@ std::vector<LeftOut> LeaveLinesOut(std::span<const PlaneSounding> soundings, con
     const std::size_t first = leftOut.size();
     std::vector<GridPoint> wanted;
     for (const ThinnedPoint& point : thinned) {
-      if (turnOf[point.line] != turn) continue;
+      if (!isLeftOut(point)) continue;
       const auto way = static_cast<double>(ValueAt(distance, shape.columns, shape.rows, point.at)) * cell;
       if (way > reach) continue;
       wanted.push_back(point.at);
-      leftOut.push_back({{shape.west + (static_cast<double>(point.at.x) + 0.5) * cell,
-                          shape.north - (static_cast<double>(point.at.y) + 0.5) * cell},
-                         static_cast<float>(way),
-                         static_cast<float>(
-                             static_cast<double>(ValueAt(off, shape.columns, shape.rows, point.at)) * cell)});
+      leftOut.push_back(
+          {{shape.west + (static_cast<double>(point.at.x) + 0.5) * cell,
+            shape.north - (static_cast<double>(point.at.y) + 0.5) * cell},
+           static_cast<float>(way),
+           static_cast<float>(static_cast<double>(ValueAt(off, shape.columns, shape.rows, point.at)) * cell),
+           turn == turns});
     }
     std::vector<float> domain(distance.size());
     for (std::size_t k = 0; k < domain.size(); ++k) {
@@ -146,6 +156,7 @@ MemberWeights StackMembers(std::span<const LeftOut> leftOut, std::span<const std
   std::array<double, MemberCount> right{};
   double square = 0;
   for (const LeftOut& one : leftOut) {
+    if (one.isAway) continue;
     const auto base = static_cast<double>(one.error[members[0]]);
     square += base * base;
     for (std::size_t i = 0; i < others; ++i) {

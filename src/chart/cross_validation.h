@@ -30,6 +30,7 @@ struct LeftOut {
   PlanePoint at;
   float distance = 0;                      // to the nearest sounding not left out, metres
   float offMiddle = 0;                     // of the soundings around it that aren't left out, metres
+  bool isAway = false;                     // beyond the others, as what lies beyond the last line is
   std::array<float, MemberCount> error{};  // of each surface, metres; deeper than the sounding is positive
 
   // How far the plate and the slackest surface are from each other, metres.
@@ -46,7 +47,8 @@ inline constexpr double SurroundingSpacings = 1.5;
 
 // Predicts stretches of the lines from all the others, in turns (cross-validation, Stone, 1974). A stretch is
 // two and a half line spacings long: its middle is then about as far from other soundings as that of the
-// water between two lines is, while of whole lines the neighbours would be twice as far off.
+// water between two lines is, while of whole lines the neighbours would be twice as far off. In a turn more
+// the soundings of whole squares are left out: they are away from the others.
 std::vector<LeftOut> LeaveLinesOut(std::span<const PlaneSounding> soundings, const TrackLines& lines,
                                    double spacing, std::span<const std::size_t> members, double reach,
                                    int threads, const std::function<bool()>& isToEnd);

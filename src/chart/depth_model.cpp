@@ -124,9 +124,11 @@ std::string WordsOf(const ModelMember& member) {
 }
 
 double ErrorOf(std::span<const LeftOut> leftOut, const MemberWeights& weights) {
-  double squares = 0;
-  for (const LeftOut& one : leftOut) squares += std::pow(one.ErrorOf(weights), 2);
-  return leftOut.empty() ? std::nan("") : std::sqrt(squares / static_cast<double>(leftOut.size()));
+  double squares = 0, count = 0;
+  for (const LeftOut& one : leftOut) {
+    if (!one.isAway) squares += std::pow(one.ErrorOf(weights), 2), count += 1;
+  }
+  return count == 0 ? std::nan("") : std::sqrt(squares / count);
 }
 
 Mixture Choose(std::span<const LeftOut> leftOut, ModelMethod method) {
@@ -235,7 +237,8 @@ MadeModel MakeDepthModel(std::vector<PlaneSounding> soundings, const ModelOption
     mixture = Choose(leftOut, options.method);
   }
   account.method = mixture.words;
-  account.leftOut = leftOut.size();
+  account.leftOut = static_cast<std::size_t>(
+      std::count_if(leftOut.begin(), leftOut.end(), [](const LeftOut& one) { return !one.isAway; }));
   account.leftOutError = ErrorOf(leftOut, mixture.stacked);
   const UncertaintyRule rule(leftOut, mixture.stacked, spacing, ScatterOf(soundings, lines),
                              SpreadOf(soundings));

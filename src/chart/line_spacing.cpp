@@ -21,6 +21,7 @@ constexpr std::size_t FewestGaps = 20;
 struct Tile {
   std::uint32_t line = 0;  // its number and 1; 0: none
   float east = 0, north = 0;
+  std::uint32_t sounding = 0;
 };
 
 // The soundings by tiles of the plane.
@@ -61,16 +62,10 @@ class Tiles {
   std::vector<Tile> tiles_;
 };
 
-// By length, so that a line that was run twice counts little.
-double MedianByLength(std::vector<double> gaps) {
-  std::sort(gaps.begin(), gaps.end());
-  double sum = 0, part = 0;
-  for (const double gap : gaps) sum += gap;
-  for (const double gap : gaps) {
-    part += gap;
-    if (part >= sum / 2) return gap;
-  }
-  return 0;
+double MedianOf(std::vector<double> gaps) {
+  const auto middle = gaps.begin() + static_cast<std::ptrdiff_t>(gaps.size() / 2);
+  std::nth_element(gaps.begin(), middle, gaps.end());
+  return *middle;
 }
 
 }  // namespace
@@ -91,7 +86,8 @@ double LineSpacing(std::span<const PlaneSounding> soundings, const TrackLines& l
   for (std::size_t i = 0; i < soundings.size(); ++i) {
     const auto [east, north] = courseAt(i);
     Tile& tile = *tiles.At(soundings[i].x, soundings[i].y);
-    tile = {lines.lineOf[i] + 1, static_cast<float>(east), static_cast<float>(north)};
+    tile = {lines.lineOf[i] + 1, static_cast<float>(east), static_cast<float>(north),
+            static_cast<std::uint32_t>(i)};
   }
   std::vector<double> gaps;
   const std::size_t stride = std::max<std::size_t>(1, soundings.size() / Samples);
@@ -99,18 +95,20 @@ double LineSpacing(std::span<const PlaneSounding> soundings, const TrackLines& l
     const auto [east, north] = courseAt(i);
     if (east == 0 && north == 0) continue;
     for (const double side : {1.0, -1.0}) {
+      // A line that was run twice is one.
       for (double way = 1.5 * tiles.Side(); way < tiles.Reach(); way += tiles.Side() / 2) {
         const Tile* const tile =
             tiles.At(soundings[i].x + side * way * north, soundings[i].y - side * way * east);
         if (tile == nullptr) break;
         if (tile->line == 0 || tile->line == lines.lineOf[i] + 1) continue;
         if (std::abs(tile->east * east + tile->north * north) < SideBySide) continue;
-        gaps.push_back(way);
+        const PlaneSounding& other = soundings[tile->sounding];
+        gaps.push_back(std::abs((other.x - soundings[i].x) * north - (other.y - soundings[i].y) * east));
         break;
       }
     }
   }
-  if (gaps.size() >= FewestGaps) return MedianByLength(std::move(gaps));
+  if (gaps.size() >= FewestGaps) return MedianOf(std::move(gaps));
   return std::sqrt(tiles.Covered() / static_cast<double>(soundings.size())) * 2;
 }
 

@@ -10,6 +10,8 @@ namespace {
 
 using Area = std::vector<PlaneLine>;
 
+constexpr double NearShore = 1'000;  // metres
+
 bool IsClosed(const PlaneLine& line) {
   return line.size() > 3 && line.front().x == line.back().x && line.front().y == line.back().y;
 }
@@ -89,6 +91,12 @@ std::size_t CellOf(const GridShape& shape, const PlanePoint& at) {
 
 }  // namespace
 
+void ShoreLines::Box::Join(const Box& other) {
+  if (other.isEmpty) return;
+  Add({other.west, other.south});
+  Add({other.east, other.north});
+}
+
 void ShoreLines::Box::Add(const PlanePoint& point) {
   if (isEmpty) *this = {point.x, point.y, point.x, point.y, false};
   west = std::min(west, point.x), east = std::max(east, point.x);
@@ -107,6 +115,17 @@ ShoreLines::ShoreLines(const Shore& shore, std::span<const PlaneSounding> soundi
   if (!rings.empty()) areas_.push_back(std::move(rings));
   if (areas_.empty() && open_.empty()) throw CantModel("the shore has neither lines nor areas");
 
+  Box land, water;
+  for (const Area& area : areas_) land.Join(BoxOf(area));
+  for (const PlaneLine& line : open_) land.Join(BoxOf({line}));
+  for (const PlaneSounding& one : soundings) water.Add({one.x, one.y});
+  // What lies a whole chart away from it is the shore of another water.
+  const double reach = std::max(water.east - water.west, water.north - water.south) + NearShore;
+  if (land.west > water.east + reach || land.east < water.west - reach || land.south > water.north + reach ||
+      land.north < water.south - reach) {
+    throw CantModel("the shore lies nowhere near the soundings");
+  }
+
   // A sample tells on which side of the shore the water is.
   constexpr std::size_t enough = 2'000;
   const std::size_t stride = std::max<std::size_t>(1, soundings.size() / enough);
@@ -124,9 +143,7 @@ ShoreLines::ShoreLines(const Shore& shore, std::span<const PlaneSounding> soundi
   areasAreWater_ = 2 * inside > sample;
   for (std::size_t a = 0; areasAreWater_ && a < areas_.size(); ++a) {
     if (within[a] == 0) continue;
-    for (const PlaneLine& ring : areas_[a]) {
-      for (const PlanePoint& point : ring) water_.Add(point);
-    }
+    water_.Join(BoxOf(areas_[a]));
   }
 }
 

@@ -13,7 +13,7 @@ namespace sondrix {
 // What a shore says of the plane. Closed lines are areas, all of them together: a lake's and its islands'.
 class ShoreLines {
  public:
-  // CantModel where no sounding is near enough to the shore to tell on which side of it water is.
+  // CantModel where it has neither lines nor areas, or lies nowhere near the soundings.
   ShoreLines(const Shore& shore, std::span<const PlaneSounding> soundings);
 
   // The box of the areas of water that hold soundings; empty where there are none.
@@ -21,6 +21,7 @@ class ShoreLines {
     double west = 0, south = 0, east = 0, north = 0;
     bool isEmpty = true;
     void Add(const PlanePoint& point);
+    void Join(const Box& other);
   };
   const Box& Water() const { return water_; }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <numeric>
 
 namespace sondrix {
 namespace {
@@ -17,7 +18,7 @@ constexpr double TurnCosine = 0.7071;
 
 double Distance(const PlaneSounding& a, const PlaneSounding& b) { return std::hypot(a.x - b.x, a.y - b.y); }
 
-double MedianStep(std::span<const PlaneSounding> soundings) {
+double UsualStep(std::span<const PlaneSounding> soundings) {
   constexpr std::size_t enough = 200'000;
   const std::size_t stride = std::max<std::size_t>(1, soundings.size() / enough);
   std::vector<double> steps;
@@ -26,10 +27,15 @@ double MedianStep(std::span<const PlaneSounding> soundings) {
     const double step = Distance(soundings[i - 1], soundings[i]);
     if (step > 0) steps.push_back(step);  // a recorder may hold a fix for several soundings
   }
-  if (steps.empty()) return 0;
-  const auto middle = steps.begin() + static_cast<std::ptrdiff_t>(steps.size() / 2);
-  std::nth_element(steps.begin(), middle, steps.end());
-  return *middle;
+  // By way: a boat that stays at a place makes many steps and no way.
+  std::sort(steps.begin(), steps.end());
+  const double sum = std::accumulate(steps.begin(), steps.end(), 0.0);
+  double way = 0;
+  for (const double step : steps) {
+    way += step;
+    if (way >= sum / 2) return step;
+  }
+  return 0;
 }
 
 // Follows one line and tells where it ends.
@@ -56,7 +62,7 @@ class LineCourse {
 
 TrackLines CutLines(std::span<const PlaneSounding> soundings) {
   TrackLines lines;
-  lines.step = MedianStep(soundings);
+  lines.step = UsualStep(soundings);
   lines.lineOf.resize(soundings.size());
   LineCourse course(std::max(ShortestMark, MarkSteps * lines.step));
   for (std::size_t i = 0; i < soundings.size(); ++i) {

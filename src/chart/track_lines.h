@@ -12,7 +12,7 @@ namespace sondrix {
 struct TrackLines {
   std::vector<std::uint32_t> lineOf;  // by sounding, rising
   std::uint32_t count = 0;
-  double step = 0;  // metres from one sounding to the next, the median; 0 where there are none
+  double step = 0;  // metres from one sounding to the next on half of the way; 0 where there are none
 };
 
 // Cuts where the source begins a line, at jumps, and where the boat turned off the course of the line so far;
