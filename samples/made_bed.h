@@ -11,10 +11,10 @@ namespace sondrix {
 // A closed shore around a middle, about an ellipse.
 class MadeShore {
  public:
-  MadeShore(double u, double v, double halfLength, double halfWidth, double ragged, XorShift& random);
+  MadeShore(double middleU, double middleV, double length, double width, double ragged, XorShift& random);
 
   // Metres from the shore, measured from the middle; negative on land.
-  double Off(double u, double v) const;
+  double Off(double atU, double atV) const;
 
   double u, v, halfLength, halfWidth;  // metres
 

@@ -41,7 +41,7 @@ double UsualStep(std::span<const PlaneSounding> soundings) {
 // Follows one line and tells where it ends.
 class LineCourse {
  public:
-  LineCourse(double mark) : mark_(mark) {}
+  explicit LineCourse(double mark) : mark_(mark) {}
 
   void Begin(const PlaneSounding& at) { begin_ = last_ = at; }
   bool TurnsAt(const PlaneSounding& at) {

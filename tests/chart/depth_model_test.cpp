@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <functional>
 #include <gtest/gtest.h>
 #include <numbers>
@@ -96,12 +97,12 @@ TEST(DepthModel, HoldsTheSameBytesForAnyThreads) {
   const DepthModel alone = ModelOf(lawn, options);
   options.threads = 3;
   const DepthModel three = ModelOf(lawn, options);
-  const auto bytes = [](const std::vector<float>& values) {
-    return std::string(reinterpret_cast<const char*>(values.data()), values.size() * sizeof(float));
-  };
   EXPECT_GT(ChartedCells(alone), 5000u);
-  EXPECT_TRUE(bytes(alone.depth) == bytes(three.depth));
-  EXPECT_TRUE(bytes(alone.uncertainty) == bytes(three.uncertainty));
+  const auto isSame = [](const std::vector<float>& a, const std::vector<float>& b) {
+    return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(float)) == 0;
+  };
+  EXPECT_TRUE(isSame(alone.depth, three.depth));
+  EXPECT_TRUE(isSame(alone.uncertainty, three.uncertainty));
 }
 
 TEST(DepthModel, ALongStayCountsNoMoreThanAPass) {

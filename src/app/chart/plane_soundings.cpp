@@ -67,7 +67,7 @@ void PutPiece(const Piece& piece, bool begins, const FarPlaces& far, const Trans
 void Tidy(std::vector<PlaneSounding>& soundings) {
   bool begins = false;
   auto kept = soundings.begin();
-  for (PlaneSounding& sounding : soundings) {
+  for (const PlaneSounding& sounding : soundings) {
     begins = begins || sounding.beginsLine;
     if (std::isnan(sounding.x)) continue;
     *kept = sounding;
