@@ -37,7 +37,7 @@ one_error() {
 # The names of a folder, in one line.
 names() { ls -A "$1" | tr '\n' ' '; }
 
-outputs=(a.csv a.gpx a.xyz a.tif a.geojson a.shp a.gpkg a.json)
+outputs=(a.csv a.gpx a.xyz a.tif a.geojson a.shp a.kml a.gpkg a.json)
 files=("${outputs[@]}" a.dbf a.shx a.prj a.cpg)
 # arguments FOLDER OUTPUT...: sets $made to a call that makes these outputs there. The report holds their names.
 arguments() {

@@ -1,13 +1,20 @@
 #!/usr/bin/env bash
 # Whether other programs read what a conversion writes.
 # Usage: tests/readers_test.sh gpsbabel|mkgmap|ogr2ogr MAKE_SAMPLE SONDRIX_BATCH WRITE_WPT
-#        tests/readers_test.sh xmllint|gpsbabel|ogrinfo MAKE_SAMPLE --chart SONDRIX_CHART
+#        tests/readers_test.sh xmllint|gpsbabel|ogrinfo|gdalinfo|sqlite3|cog MAKE_SAMPLE --chart SONDRIX_CHART
 # Exit status: 0 all was read, 1 not so, 77 the reader isn't installed.
 set -euo pipefail
 export LC_ALL=C
 
 reader=$1 make_sample=$2 sondrix_batch=$3 write_wpt=$4
-if ! command -v "$reader" >/dev/null; then
+# GDAL's own check of the cloud optimized layout is a module of the system's Python.
+check_cog=(/usr/bin/python3 -m osgeo_utils.samples.validate_cloud_optimized_geotiff --full-check=yes)
+if [ "$reader" = cog ]; then
+  if ! "${check_cog[0]}" -c 'import osgeo_utils.samples.validate_cloud_optimized_geotiff' 2>/dev/null; then
+    echo "skipped: python3-gdal is not installed"
+    exit 77
+  fi
+elif ! command -v "$reader" >/dev/null; then
   echo "skipped: $reader is not installed"
   exit 77
 fi
@@ -36,10 +43,35 @@ chart_with_ogrinfo() {
   wanted=$(grep -c '<trk>' a.gpx) count_is a.gpkg tracks
   wanted=$all count_is a.csv a
   wanted=$used count_is CSV:a.xyz a -oo HEADERS=NO
+  wanted=$(grep -c '"type":"Feature",' a.geojson)
+  [ "$wanted" -gt 5 ] || fail "only $wanted contours"
+  for file in a.geojson a.shp a.kml "a.gpkg contours"; do count_is $file $([[ $file == *\ * ]] || echo a); done
+  for file in "a.shp a" "a.gpkg contours" "a.gpkg areas"; do
+    ogrinfo -ro -so $file | grep -q 'ID\["EPSG",32637\]\]$' || fail "$file: not in the chart's projection"
+  done
+  # Areas that GEOS finds at fault.
+  wanted=0 count_is -dialect SQLite -sql "SELECT 1 FROM areas WHERE NOT ST_IsValid(geom)" a.gpkg
+}
+chart_with_gdalinfo() {
+  gdalinfo a.tif >info
+  for line in 'ID["EPSG",32637]]' '  Description = depth' '  Description = uncertainty' '  LAYOUT=COG'; do
+    grep -qF -- "$line" info || fail "the .tif has no line \"$line\""
+  done
+  [ "$(grep -c 'NoData Value=nan' info)$(grep -c 'Unit Type: m' info)$(grep -c Overviews: info)" = 222 ] || fail "bands: $(tr "\n" " " <info)"
+}
+chart_with_cog() { "${check_cog[@]}" a.tif; }
+chart_with_sqlite3() {
+  [ "$(sqlite3 a.gpkg 'PRAGMA integrity_check')" = ok ] || fail "the .gpkg has faults"
+  [ "$(sqlite3 a.gpkg 'SELECT group_concat(f_table_name) FROM layer_styles WHERE styleQML LIKE "%<qgis%" AND useAsDefault')" = \
+    soundings,tracks,contours,areas ] || fail "styles of the .gpkg"
+  for layer in soundings tracks contours areas; do
+    [ "$(sqlite3 a.gpkg "SELECT (SELECT count(*) FROM rtree_${layer}_geom) = (SELECT count(geom) FROM $layer),
+      (SELECT count(*) FROM $layer) > 0, rtreecheck('rtree_${layer}_geom')")" = "1|1|ok" ] || fail "the index of $layer"
+  done
 }
 if [ "$sondrix_batch" = --chart ]; then
   "$make_sample" lake lake
-  "$4" -o a.csv -o a.gpx -o a.gpkg -o a.xyz lake >said
+  "$4" -o a.csv -o a.gpx -o a.gpkg -o a.xyz -o a.tif -o a.geojson -o a.shp -o a.kml lake >said
   all=$(tail -n +2 a.csv | wc -l)
   used=$(wc -l <a.xyz)
   [ "$used" -gt 90000 ] && [ "$all" -gt "$used" ] || fail "the lake: $(tail -5 said)"

@@ -4,6 +4,7 @@
 #include "exports/gdal_handles.h"
 #include "exports/made_file.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cpl_conv.h>
@@ -27,6 +28,14 @@ void AddBand(GDALDatasetH raster, const std::vector<float>& values, const char* 
   GDALSetDescription(band, name);
   GDALSetRasterUnitType(band, "m");
   GDALSetRasterNoDataValue(band, std::numeric_limits<double>::quiet_NaN());
+}
+
+// Each is half as long as the one before, and the last one fits a small window.
+int OverviewsOf(const GridShape& shape) {
+  constexpr int window = 256;
+  int count = 1;
+  for (int length = std::max(shape.columns, shape.rows) / 2; length > window; length /= 2) ++count;
+  return count;
 }
 
 std::vector<float> HeightsOf(const std::vector<float>& depths) {
@@ -64,9 +73,14 @@ void MakeGeotiff(const ChartData& chart, const ExportRun& run, const std::string
 
   // Any reader of the last twenty years knows DEFLATE; the levels above the first hardly gain on floats.
   const std::string threads = "NUM_THREADS=" + std::to_string(run.threads);
-  const char* options[] = {
-      "COMPRESS=DEFLATE", "LEVEL=1", "PREDICTOR=FLOATING_POINT", "OVERVIEW_RESAMPLING=AVERAGE",
-      threads.c_str(),    nullptr};
+  const std::string overviews = "OVERVIEW_COUNT=" + std::to_string(OverviewsOf(shape));
+  const char* options[] = {overviews.c_str(),
+                           "COMPRESS=DEFLATE",
+                           "LEVEL=1",
+                           "PREDICTOR=FLOATING_POINT",
+                           "OVERVIEW_RESAMPLING=AVERAGE",
+                           threads.c_str(),
+                           nullptr};
   ExportRun asked = run;
   Dataset file(
       GDALCreateCopy(cog, path.c_str(), raster.get(), FALSE, const_cast<char**>(options), GoOn, &asked));
