@@ -33,8 +33,9 @@ void AddBand(GDALDatasetH raster, const std::vector<float>& values, const char* 
 // Each is half as long as the one before, and the last one fits a small window.
 int OverviewsOf(const GridShape& shape) {
   constexpr int window = 256;
-  int count = 1;
-  for (int length = std::max(shape.columns, shape.rows) / 2; length > window; length /= 2) ++count;
+  const int longest = std::max(shape.columns, shape.rows);
+  int count = longest > 1 ? 1 : 0;
+  for (int length = longest / 2; length > window; length /= 2) ++count;
   return count;
 }
 
