@@ -61,6 +61,13 @@ TEST(Geotiff, HoldsTheModelAndIsTheSameForAnyThreads) {
       }
     }
   }
+  // A single cell has no overview, a single row has.
+  MadeChart row(1);
+  WriteGeotiff(row.data, {}, folder.Path("cell.tif"));
+  row.model.shape.columns = 3000;
+  row.model.depth.resize(3000);
+  row.model.uncertainty.resize(3000);
+  WriteGeotiff(row.data, {}, folder.Path("row.tif"));
   EXPECT_EQ(
       ReasonOf([&] { WriteGeotiff(chart.data, {.isToEnd = [] { return true; }}, folder.Path("c.tif")); }),
       "end");
