@@ -208,9 +208,10 @@ MadeModel MakeDepthModel(std::vector<PlaneSounding> soundings, const ModelOption
   } else {
     const double side = 2 * ReachSpacings * spacing;
     const double area = (box.east - box.west + side) * (box.north - box.south + side);
-    account.cell = RoundedDown(std::max(spacing / CellsOfSpacing, std::sqrt(area / DefaultCells) * 2.5));
-    if (area / (account.cell * account.cell) < DefaultCells / 4)
-      account.cell = RoundedDown(spacing / CellsOfSpacing);
+    account.cell = RoundedDown(spacing / CellsOfSpacing);
+    // Rounding takes at most three fifths away.
+    if (area > DefaultCells * account.cell * account.cell)
+      account.cell = RoundedDown(2.5 * std::sqrt(area / DefaultCells));
   }
   account.reach = options.reach.value_or(std::max(ReachSpacings * spacing, ReachCells * account.cell));
   GridShape& shape = made.model.shape;
