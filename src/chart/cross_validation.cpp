@@ -1,9 +1,9 @@
 #include "chart/cross_validation.h"
 
+#include "chart/bands.h"
 #include "chart/distance_field.h"
 #include "chart/surroundings.h"
 #include "chart/thinning.h"
-#include "core/files.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,7 +13,7 @@
 namespace sondrix {
 
 // From stiff to slack, and one that takes the soundings' scatter for what it is.
-const std::array<ModelMember, MemberCount> ModelMembers = {{
+const Members ModelMembers = {{
     {0.045, std::numeric_limits<double>::infinity()},
     {0.045, 2.0},
     {0.045, 0.5},
@@ -81,8 +81,8 @@ SplineShape ShapeOf(const ModelMember& member, double spacing, double cell) {
 }
 
 std::vector<LeftOut> LeaveLinesOut(std::span<const PlaneSounding> soundings, const TrackLines& lines,
-                                   double spacing, std::span<const std::size_t> members, double reach,
-                                   int threads, const std::function<bool()>& isToEnd) {
+                                   double spacing, const Members& members, double reach, int threads,
+                                   const std::function<bool()>& isToEnd) {
   double cell = spacing / CellsOfSpacing;
   GridShape shape = ShapeAround(soundings, cell, spacing);
   const double nodes = static_cast<double>(shape.columns) * static_cast<double>(shape.rows);
@@ -133,37 +133,37 @@ std::vector<LeftOut> LeaveLinesOut(std::span<const PlaneSounding> soundings, con
     for (std::size_t k = 0; k < domain.size(); ++k) {
       domain[k] = static_cast<double>(distance[k]) * cell <= reach + 3 * cell ? 1.0F : 0.0F;
     }
-    for (const std::size_t m : members) {
-      if (isToEnd && isToEnd()) throw EndAsked();
+    InTurns(MemberCount, threads, [&](int member) {
+      const auto m = static_cast<std::size_t>(member);
       const std::vector<float> surface = SplineSurface(shape.columns, shape.rows, domain, kept,
-                                                       ShapeOf(ModelMembers[m], spacing, cell), threads);
+                                                       ShapeOf(members[m], spacing, cell), 1, isToEnd);
       for (std::size_t i = 0; i < wanted.size(); ++i) {
         leftOut[first + i].error[m] =
             ValueAt(surface, shape.columns, shape.rows, wanted[i]) - wanted[i].depth;
       }
-    }
+    });
   }
   return leftOut;
 }
 
-MemberWeights StackMembers(std::span<const LeftOut> leftOut, std::span<const std::size_t> members) {
+MemberWeights StackMembers(std::span<const LeftOut> leftOut) {
   MemberWeights weights{};
-  weights[members[0]] = 1;
-  const std::size_t others = members.size() - 1;
-  if (leftOut.size() < 10 * members.size() || others == 0) return weights;
+  weights[0] = 1;
+  constexpr std::size_t others = MemberCount - 1;
+  if (leftOut.size() < 10 * MemberCount) return weights;
   // The first has 1 less the others' weights: the others' differences from it explain its error.
   std::array<std::array<double, MemberCount>, MemberCount> product{};
   std::array<double, MemberCount> right{};
   double square = 0;
   for (const LeftOut& one : leftOut) {
     if (one.isAway) continue;
-    const auto base = static_cast<double>(one.error[members[0]]);
+    const auto base = static_cast<double>(one.error[0]);
     square += base * base;
     for (std::size_t i = 0; i < others; ++i) {
-      const double di = static_cast<double>(one.error[members[i + 1]]) - base;
+      const double di = static_cast<double>(one.error[i + 1]) - base;
       right[i] -= di * base;
       for (std::size_t j = 0; j < others; ++j) {
-        product[i][j] += di * (static_cast<double>(one.error[members[j + 1]]) - base);
+        product[i][j] += di * (static_cast<double>(one.error[j + 1]) - base);
       }
     }
   }
@@ -180,8 +180,8 @@ MemberWeights StackMembers(std::span<const LeftOut> leftOut, std::span<const std
   for (std::size_t i = others; i-- > 0;) {
     for (std::size_t j = i + 1; j < others; ++j) right[i] -= product[i][j] * right[j];
     right[i] /= product[i][i];
-    weights[members[i + 1]] = right[i];
-    weights[members[0]] -= right[i];
+    weights[i + 1] = right[i];
+    weights[0] -= right[i];
   }
   return weights;
 }

@@ -20,7 +20,9 @@ struct ModelMember {
 inline constexpr std::size_t MemberCount = 4;
 inline constexpr std::size_t SlackMember = 2;
 using MemberWeights = std::array<double, MemberCount>;
-extern const std::array<ModelMember, MemberCount> ModelMembers;
+using Members = std::array<ModelMember, MemberCount>;
+// The first is a plate, SlackMember the slackest.
+extern const Members ModelMembers;
 
 // In the nodes of a grid with such cells.
 SplineShape ShapeOf(const ModelMember& member, double spacing, double cell);
@@ -50,11 +52,11 @@ inline constexpr double SurroundingSpacings = 1.5;
 // water between two lines is, while of whole lines the neighbours would be twice as far off. In a turn more
 // the soundings of whole squares are left out: they are away from the others.
 std::vector<LeftOut> LeaveLinesOut(std::span<const PlaneSounding> soundings, const TrackLines& lines,
-                                   double spacing, std::span<const std::size_t> members, double reach,
-                                   int threads, const std::function<bool()>& isToEnd);
+                                   double spacing, const Members& members, double reach, int threads,
+                                   const std::function<bool()>& isToEnd);
 
 // The weights of the smallest square error; their sum is 1, each may be negative (stacked regressions:
-// Breiman, 1996, Machine Learning 24, 49-64). Of members that aren't named they are 0.
-MemberWeights StackMembers(std::span<const LeftOut> leftOut, std::span<const std::size_t> members);
+// Breiman, 1996, Machine Learning 24, 49-64). Too few left out: the first has all.
+MemberWeights StackMembers(std::span<const LeftOut> leftOut);
 
 }  // namespace sondrix

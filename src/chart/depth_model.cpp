@@ -3,6 +3,7 @@
 #include "chart/bands.h"
 #include "chart/cross_validation.h"
 #include "chart/distance_field.h"
+#include "chart/model_choice.h"
 #include "chart/shore_mask.h"
 #include "chart/spline_surface.h"
 #include "chart/surroundings.h"
@@ -31,9 +32,8 @@ constexpr double ReachSpacings = 1.5, ReachCells = 5;
 constexpr double DefaultCells = 16e6, MostCells = 64e6;
 // Cells around those of the chart that the surface needs to end freely.
 constexpr float Margin = 2;
-// A member with less weight than that changes nothing that can be seen.
-constexpr double LeastWeight = 0.01;
 constexpr double DisagreementSpacings = 0.3;
+constexpr std::size_t SurfacesAtOnce = 2;
 
 // The next of 1, 2, 2.5 and 5 times a power of ten that isn't larger.
 double RoundedDown(double value) {
@@ -101,77 +101,6 @@ double SpreadOf(std::span<const PlaneSounding> soundings) {
   return std::sqrt(squares / count);
 }
 
-// --tension: 0 is a plate, 1 a skin; at a half both share at the length of a line spacing.
-double TensionLengthOf(double tension) {
-  if (tension <= 0) return std::numeric_limits<double>::infinity();
-  return std::sqrt((1 - tension) / tension);
-}
-
-// The surfaces that together are the model, and their weights.
-struct Mixture {
-  std::vector<ModelMember> members;
-  std::vector<double> weights;
-  std::vector<int> kinds;   // 1 for the plate, -1 for the slackest: their difference tells of the uncertainty
-  MemberWeights stacked{};  // of the members that can be left out
-  std::string words;
-};
-
-std::string WordsOf(const ModelMember& member) {
-  const std::string kind = std::isinf(member.tensionLength)
-                               ? std::string("plate")
-                               : "tension at " + ShownMetres(member.tensionLength) + " line spacings";
-  return member.smoothing > ModelMembers[0].smoothing ? "smoothed " + kind : kind;
-}
-
-double ErrorOf(std::span<const LeftOut> leftOut, const MemberWeights& weights) {
-  double squares = 0, count = 0;
-  for (const LeftOut& one : leftOut) {
-    if (!one.isAway) squares += std::pow(one.ErrorOf(weights), 2), count += 1;
-  }
-  return count == 0 ? std::nan("") : std::sqrt(squares / count);
-}
-
-Mixture Choose(std::span<const LeftOut> leftOut, ModelMethod method) {
-  Mixture mixture;
-  if (method == ModelMethod::Spline) {
-    std::size_t best = 0;
-    double least = std::numeric_limits<double>::infinity();
-    for (std::size_t m = 0; m < MemberCount; ++m) {
-      MemberWeights alone{};
-      alone[m] = 1;
-      const double error = ErrorOf(leftOut, alone);
-      if (error < least) least = error, best = m;
-    }
-    mixture.stacked[best] = 1;
-  } else {
-    std::vector<std::size_t> members(MemberCount);
-    for (std::size_t m = 0; m < MemberCount; ++m) members[m] = m;
-    mixture.stacked = StackMembers(leftOut, members);
-  }
-  // What is left out goes to the one that counts most, so that the sum stays 1.
-  const auto heaviest = std::max_element(mixture.stacked.begin(), mixture.stacked.end());
-  for (double& weight : mixture.stacked) {
-    if (std::abs(weight) >= LeastWeight) continue;
-    *heaviest += weight;
-    weight = 0;
-  }
-  for (std::size_t m = 0; m < MemberCount; ++m) {
-    const int kind = m == 0 ? 1 : m == SlackMember ? -1 : 0;
-    if (mixture.stacked[m] == 0 && kind == 0) continue;
-    mixture.kinds.push_back(kind);
-    mixture.members.push_back(ModelMembers[m]);
-    mixture.weights.push_back(mixture.stacked[m]);
-    if (mixture.stacked[m] == 0) continue;
-    std::array<char, 32> weight{};
-    std::snprintf(weight.data(), weight.size(), "%.2f ", mixture.stacked[m]);
-    mixture.words +=
-        (mixture.words.empty() ? "" : ", ") + std::string(weight.data()) + WordsOf(ModelMembers[m]);
-  }
-  mixture.words = (mixture.words.find(',') != std::string::npos ? "weighted mean of splines: " : "spline: ") +
-                  mixture.words;
-  return mixture;
-}
-
 std::size_t NodeOf(const GridShape& shape, const GridPoint& at) {
   return shape.IndexOf(std::clamp(static_cast<int>(std::floor(at.x + 0.5F)), 0, shape.columns - 1),
                        std::clamp(static_cast<int>(std::floor(at.y + 0.5F)), 0, shape.rows - 1));
@@ -218,30 +147,21 @@ MadeModel MakeDepthModel(std::vector<PlaneSounding> soundings, const ModelOption
   shape = ShapeOver(box, account.cell, account.reach + account.cell);
 
   // What was chosen by leaving lines out, and how far that is to be trusted.
-  const std::array<std::size_t, MemberCount> all = {0, 1, 2, 3};
-  Mixture mixture;
   std::vector<LeftOut> leftOut;
   const auto begin = [&options](std::string_view step) {
     if (options.begin) options.begin(step);
   };
   if (lines.count > 1 || soundings.size() > 50) {
     begin("predicting lines left out");
-    leftOut = LeaveLinesOut(soundings, lines, spacing, all, account.reach, options.threads, options.isToEnd);
+    leftOut = LeaveLinesOut(soundings, lines, spacing, MembersToTry(options.tension), account.reach,
+                            options.threads, options.isToEnd);
   }
-  if (options.tension) {
-    mixture.members = {{ModelMembers[0].smoothing, TensionLengthOf(*options.tension)}};
-    mixture.weights = {1};
-    mixture.kinds = {0};
-    mixture.stacked[*options.tension < 0.1 ? 0 : *options.tension < 0.5 ? 1 : 2] = 1;
-    mixture.words = "spline of tension " + ShownMetres(*options.tension);
-  } else {
-    mixture = Choose(leftOut, options.method);
-  }
+  const Mixture mixture = ChooseMixture(leftOut, options.method, options.tension);
   account.method = mixture.words;
   account.leftOut = static_cast<std::size_t>(
       std::count_if(leftOut.begin(), leftOut.end(), [](const LeftOut& one) { return !one.isAway; }));
-  account.leftOutError = ErrorOf(leftOut, mixture.stacked);
-  const UncertaintyRule rule(leftOut, mixture.stacked, spacing, ScatterOf(soundings, lines),
+  account.leftOutError = ErrorOf(leftOut, mixture.weights);
+  const UncertaintyRule rule(leftOut, mixture.weights, spacing, ScatterOf(soundings, lines),
                              SpreadOf(soundings));
   leftOut = {};
   lines = {};
@@ -291,17 +211,28 @@ MadeModel MakeDepthModel(std::vector<PlaneSounding> soundings, const ModelOption
   std::vector<float>& depth = made.model.depth;
   depth.assign(shape.CellCount(), 0.0F);
   std::vector<float> disagreement(shape.CellCount(), 0.0F);
-  for (std::size_t m = 0; m < mixture.members.size(); ++m) {
-    endIfAsked();
-    begin("drawing surface " + std::to_string(m + 1) + " of " + std::to_string(mixture.members.size()));
-    const std::vector<float> surface =
-        SplineSurface(shape.columns, shape.rows, domain, points,
-                      ShapeOf(mixture.members[m], spacing, shape.cell), options.threads);
-    const auto weight = static_cast<float>(mixture.weights[m]);
-    for (std::size_t k = 0; k < depth.size(); ++k) depth[k] += weight * surface[k];
-    const double sign = mixture.kinds[m];
-    if (sign == 0) continue;
-    for (std::size_t k = 0; k < depth.size(); ++k) disagreement[k] += static_cast<float>(sign) * surface[k];
+  // As many surfaces at a time as memory allows: each by itself needs no thread to wait for others.
+  const std::size_t count = mixture.surfaces.size();
+  for (std::size_t first = 0; first < count; first += SurfacesAtOnce) {
+    const std::size_t together = std::min(SurfacesAtOnce, count - first);
+    begin("drawing surfaces " + std::to_string(first + 1) + " to " + std::to_string(first + together) +
+          " of " + std::to_string(count));
+    std::array<std::vector<float>, SurfacesAtOnce> surfaces;
+    const int threadsOfEach = std::max(1, options.threads / static_cast<int>(together));
+    InTurns(static_cast<int>(together), options.threads, [&](int i) {
+      const auto at = static_cast<std::size_t>(i);
+      surfaces[at] = SplineSurface(shape.columns, shape.rows, domain, points,
+                                   ShapeOf(mixture.surfaces[first + at].member, spacing, shape.cell),
+                                   threadsOfEach, options.isToEnd);
+    });
+    for (std::size_t i = 0; i < together; ++i) {
+      const auto weight = static_cast<float>(mixture.surfaces[first + i].weight);
+      const auto sign = static_cast<float>(mixture.surfaces[first + i].disagrees);
+      for (std::size_t k = 0; k < depth.size(); ++k) {
+        depth[k] += weight * surfaces[i][k];
+        disagreement[k] += sign * surfaces[i][k];
+      }
+    }
   }
   domain = {};
   endIfAsked();

@@ -1,6 +1,7 @@
 #include "chart/spline_energy.h"
 
 #include "chart/bands.h"
+#include "core/files.h"
 
 #include <algorithm>
 #include <array>
@@ -230,7 +231,8 @@ class RowSums {
 
 }  // namespace
 
-void RelaxSpline(const SplineEnergy& energy, std::vector<float>& u, int steps, int threads) {
+void RelaxSpline(const SplineEnergy& energy, std::vector<float>& u, int steps, int threads,
+                 const std::function<bool()>& isToEnd) {
   const int rows = energy.Rows();
   const auto columns = static_cast<std::size_t>(energy.Columns());
   std::vector<float> inverse = energy.Diagonal();
@@ -256,6 +258,7 @@ void RelaxSpline(const SplineEnergy& energy, std::vector<float>& u, int steps, i
   double old = sums.Sum();
   const double first = old;
   for (int step = 0; step < steps && old > first * 1e-10 && old > 0; ++step) {
+    if (isToEnd && isToEnd()) throw EndAsked();
     InBands(rows, threads, [&](int from, int to) {
       energy.Apply(way, image, from, to);
       for (int row = from; row < to; ++row) {

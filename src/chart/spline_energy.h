@@ -3,6 +3,7 @@
 #include "chart/grid.h"
 
 #include <cstddef>
+#include <functional>
 #include <span>
 #include <vector>
 
@@ -54,7 +55,9 @@ class SplineEnergy {
 };
 
 // Draws u nearer to the smallest cost by so many steps of conjugate gradients, scaled by the diagonal
-// (Hestenes and Stiefel, 1952). The same for any number of threads.
-void RelaxSpline(const SplineEnergy& energy, std::vector<float>& u, int steps, int threads);
+// (Hestenes and Stiefel, 1952). The same for any number of threads. EndAsked, where isToEnd is given and
+// true.
+void RelaxSpline(const SplineEnergy& energy, std::vector<float>& u, int steps, int threads,
+                 const std::function<bool()>& isToEnd);
 
 }  // namespace sondrix

@@ -99,7 +99,8 @@ constexpr int MostSteps = 400;
 }  // namespace
 
 std::vector<float> SplineSurface(int columns, int rows, std::span<const float> domain,
-                                 std::vector<GridPoint> points, const SplineShape& shape, int threads) {
+                                 std::vector<GridPoint> points, const SplineShape& shape, int threads,
+                                 const std::function<bool()>& isToEnd) {
   std::vector<Level> levels(1);
   levels[0].columns = columns, levels[0].rows = rows;
   levels[0].domain.assign(domain.begin(), domain.end());
@@ -131,7 +132,7 @@ std::vector<float> SplineSurface(int columns, int rows, std::span<const float> d
     const SplineEnergy energy(level.columns, level.rows, level.domain, level.points,
                               static_cast<float>(bending), static_cast<float>(stretching));
     const int steps = std::min<int>(MostSteps, StepsAtFinest << std::min<std::size_t>(l, 6));
-    RelaxSpline(energy, u, steps, threads);
+    RelaxSpline(energy, u, steps, threads, isToEnd);
   }
   for (float& one : u) one += static_cast<float>(mean);
   return u;

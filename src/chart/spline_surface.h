@@ -2,6 +2,7 @@
 
 #include "chart/spline_energy.h"
 
+#include <functional>
 #include <span>
 #include <vector>
 
@@ -19,8 +20,9 @@ struct SplineShape {
 // The spline of points on a grid of columns by rows nodes, solved from the coarsest grid to the finest, each
 // beginning where the coarser one ended (cascadic multigrid: Bornemann and Deuflhard, 1996, Numerische
 // Mathematik 75, 135-152). domain: 1 or 0 for each node. A value for each node, also out of the domain, where
-// it means nothing. The points may be in any order; they must lie between nodes.
+// it means nothing. The points may be in any order; they must lie between nodes. EndAsked.
 std::vector<float> SplineSurface(int columns, int rows, std::span<const float> domain,
-                                 std::vector<GridPoint> points, const SplineShape& shape, int threads);
+                                 std::vector<GridPoint> points, const SplineShape& shape, int threads,
+                                 const std::function<bool()>& isToEnd = {});
 
 }  // namespace sondrix
