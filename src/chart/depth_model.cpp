@@ -157,7 +157,8 @@ MadeModel MakeDepthModel(std::vector<PlaneSounding> soundings, const ModelOption
                             options.threads, options.isToEnd);
   }
   const Mixture mixture = ChooseMixture(leftOut, options.method, options.tension);
-  account.method = mixture.words;
+  account.method = mixture.method;
+  account.members = mixture.members;
   account.leftOut = static_cast<std::size_t>(
       std::count_if(leftOut.begin(), leftOut.end(), [](const LeftOut& one) { return !one.isAway; }));
   account.leftOutError = ErrorOf(leftOut, mixture.weights);

@@ -39,7 +39,8 @@ struct ModelOptions {
 struct ModelAccount {
   double cell = 0, reach = 0, lineSpacing = 0;  // metres
   std::size_t soundings = 0, thinned = 0, lines = 0;
-  std::string method;       // in words, for the report
+  std::string method;       // in words for a user
+  std::string members;      // the splines and their weights, which may be negative
   double leftOutError = 0;  // root mean square at the lines left out, metres; not a number: no lines
   std::size_t leftOut = 0;  // soundings that were predicted
 };

@@ -32,6 +32,10 @@ std::string WordsOf(const ModelMember& member) {
   return member.smoothing > ModelMembers[0].smoothing ? "smoothed " + kind : kind;
 }
 
+std::size_t HeaviestOf(const MemberWeights& weights) {
+  return static_cast<std::size_t>(std::max_element(weights.begin(), weights.end()) - weights.begin());
+}
+
 MemberWeights BestAlone(std::span<const LeftOut> leftOut) {
   MemberWeights best{};
   best[0] = 1;
@@ -47,7 +51,7 @@ MemberWeights BestAlone(std::span<const LeftOut> leftOut) {
 MemberWeights WeightsOf(std::span<const LeftOut> leftOut, ModelMethod method) {
   MemberWeights weights = method == ModelMethod::Spline ? BestAlone(leftOut) : StackMembers(leftOut);
   // What is left out goes to the one that counts most, so that the sum stays 1.
-  double& heaviest = *std::max_element(weights.begin(), weights.end());
+  double& heaviest = weights[HeaviestOf(weights)];
   for (double& weight : weights) {
     if (std::abs(weight) >= LeastWeight) continue;
     heaviest += weight;
@@ -58,12 +62,11 @@ MemberWeights WeightsOf(std::span<const LeftOut> leftOut, ModelMethod method) {
 
 std::string WordsOf(const MemberWeights& weights) {
   std::string members;
-  std::size_t count = 0;
   for (std::size_t m = 0; m < MemberCount; ++m) {
     if (weights[m] == 0) continue;
-    members += (count++ == 0 ? "" : ", ") + Shown("%.2f ", weights[m]) + WordsOf(ModelMembers[m]);
+    members += (members.empty() ? "" : ", ") + Shown("%.2f ", weights[m]) + WordsOf(ModelMembers[m]);
   }
-  return (count > 1 ? "weighted mean of splines: " : "spline: ") + members;
+  return members;
 }
 
 }  // namespace
@@ -78,10 +81,15 @@ Mixture ChooseMixture(std::span<const LeftOut> leftOut, ModelMethod method, std:
   Mixture mixture;
   if (tension) {
     mixture.weights[UsersMember] = 1;
-    mixture.words = "spline of tension " + Shown("%g", *tension);
+    mixture.method = mixture.members = "spline of tension " + Shown("%g", *tension);
   } else {
     mixture.weights = WeightsOf(leftOut, method);
-    mixture.words = WordsOf(mixture.weights);
+    mixture.members = WordsOf(mixture.weights);
+    const auto without = std::count(mixture.weights.begin(), mixture.weights.end(), 0.0);
+    const int splines = static_cast<int>(MemberCount) - static_cast<int>(without);
+    mixture.method = splines == 1
+                         ? "one spline: " + WordsOf(ModelMembers[HeaviestOf(mixture.weights)])
+                         : "mean of " + std::to_string(splines) + " splines, weighted for this water";
   }
   const Members members = MembersToTry(tension);
   for (std::size_t m = 0; m < MemberCount; ++m) {

@@ -23,8 +23,8 @@ struct MixedSurface {
 // The surfaces that together are the model. Their weights' sum is 1.
 struct Mixture {
   std::vector<MixedSurface> surfaces;
-  MemberWeights weights{};  // of the members that were tried
-  std::string words;        // for the report
+  MemberWeights weights{};      // of the members that were tried
+  std::string method, members;  // as in ModelAccount
 };
 
 // What predicts the soundings best that were left out; with a tension the user's.

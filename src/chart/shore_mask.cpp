@@ -16,19 +16,6 @@ bool IsClosed(const PlaneLine& line) {
   return line.size() > 3 && line.front().x == line.back().x && line.front().y == line.back().y;
 }
 
-// Where the rings of an area cross a parallel, rising.
-std::vector<double> CrossingsOf(const Area& area, double y) {
-  std::vector<double> crossings;
-  for (const PlaneLine& ring : area) {
-    for (std::size_t i = 1; i < ring.size(); ++i) {
-      const PlanePoint &a = ring[i - 1], &b = ring[i];
-      if ((a.y > y) != (b.y > y)) crossings.push_back(a.x + (y - a.y) / (b.y - a.y) * (b.x - a.x));
-    }
-  }
-  std::sort(crossings.begin(), crossings.end());
-  return crossings;
-}
-
 bool IsWithin(const Area& area, double x, double y) {
   bool within = false;
   for (const PlaneLine& ring : area) {
@@ -48,21 +35,45 @@ ShoreLines::Box BoxOf(const Area& area) {
   return box;
 }
 
+// Where the rings of an area cross the middles of rows first to last, rising in each row; columns.
+std::vector<std::vector<double>> CrossingsOf(const Area& area, const GridShape& shape, int first, int last) {
+  std::vector<std::vector<double>> crossings(static_cast<std::size_t>(last - first + 1));
+  const auto rowAt = [&](double y) { return (shape.north - y) / shape.cell - 0.5; };
+  for (const PlaneLine& ring : area) {
+    for (std::size_t i = 1; i < ring.size(); ++i) {
+      const PlanePoint &a = ring[i - 1], &b = ring[i];
+      const double from = std::floor(rowAt(std::max(a.y, b.y))), to = std::ceil(rowAt(std::min(a.y, b.y)));
+      const int end = static_cast<int>(std::min<double>(last, to));
+      for (int row = static_cast<int>(std::max<double>(first, from)); row <= end; ++row) {
+        const double y = shape.MiddleOf(0, row).y;
+        if ((a.y > y) == (b.y > y)) continue;
+        const double x = a.x + (y - a.y) / (b.y - a.y) * (b.x - a.x);
+        crossings[static_cast<std::size_t>(row - first)].push_back((x - shape.west) / shape.cell - 0.5);
+      }
+    }
+  }
+  for (std::vector<double>& row : crossings) std::sort(row.begin(), row.end());
+  return crossings;
+}
+
 // Calls mark for the cells of an area's inside, row by row.
 template <typename Mark>
 void FillArea(const Area& area, const GridShape& shape, Mark mark) {
   const ShoreLines::Box box = BoxOf(area);
-  const int first = std::max(0, static_cast<int>((shape.north - box.north) / shape.cell) - 1);
-  const int last = std::min(shape.rows - 1, static_cast<int>((shape.north - box.south) / shape.cell) + 1);
+  const auto rowAt = [&](double y) {
+    return static_cast<int>(std::clamp((shape.north - y) / shape.cell, -1.0, shape.rows + 1.0));
+  };
+  const int first = std::max(0, rowAt(box.north) - 1), last = std::min(shape.rows - 1, rowAt(box.south) + 1);
+  if (first > last) return;
+  const std::vector<std::vector<double>> rows = CrossingsOf(area, shape, first, last);
   for (int row = first; row <= last; ++row) {
-    const std::vector<double> crossings = CrossingsOf(area, shape.MiddleOf(0, row).y);
+    const std::vector<double>& crossings = rows[static_cast<std::size_t>(row - first)];
     for (std::size_t i = 1; i < crossings.size(); i += 2) {
-      const double from = (crossings[i - 1] - shape.west) / shape.cell - 0.5;
-      const double to = (crossings[i] - shape.west) / shape.cell - 0.5;
-      const int begin =
-          static_cast<int>(std::clamp(std::ceil(from), 0.0, static_cast<double>(shape.columns)));
-      const int end = static_cast<int>(std::clamp(std::ceil(to), 0.0, static_cast<double>(shape.columns)));
-      for (int column = begin; column < end; ++column) mark(shape.IndexOf(column, row));
+      const auto columnAt = [&](double at) {
+        return static_cast<int>(std::clamp(std::ceil(at), 0.0, static_cast<double>(shape.columns)));
+      };
+      const int end = columnAt(crossings[i]);
+      for (int column = columnAt(crossings[i - 1]); column < end; ++column) mark(shape.IndexOf(column, row));
     }
   }
 }

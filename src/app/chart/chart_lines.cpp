@@ -33,8 +33,8 @@ std::string GridText(const ChartResult& chart) {
 std::string MethodText(const ModelAccount& account) {
   if (std::isnan(account.leftOutError))
     return account.method + "; there are no lines to leave out and predict";
-  return account.method + "; predicted lines left out: " + NumberText(account.leftOutError, 3) +
-         " m root mean square over " + CountedThings(account.lines, "line");
+  return account.method + "; it predicts stretches of " + CountedThings(account.lines, "line") +
+         " that were left out to " + NumberText(account.leftOutError, 3) + " m (root mean square)";
 }
 
 std::string ContoursText(const ChartRun& run) {

@@ -103,6 +103,7 @@ Json ChartObject(const ChartRun& run) {
                          {"lines", account.lines},
                          {"line_spacing", MetresOrNull(account.lineSpacing)}};
   object["method"] = {{"chosen", account.method},
+                      {"members", account.members},
                       {"left_out_error", MetresOrNull(account.leftOutError)},
                       {"left_out_soundings", account.leftOut}};
   object["contours"] = {{"unit", run.options.model.UnitName()},
