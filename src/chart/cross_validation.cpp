@@ -24,7 +24,7 @@ namespace {
 
 // Of the grid on which lines are left out, to a line spacing: a coarser one tells the same of the members.
 constexpr double CellsOfSpacing = 5;
-constexpr double LongestStretch = 2.5;  // line spacings
+constexpr double LongestStretch = 1.5;  // line spacings
 constexpr std::uint32_t Turns = 4;
 // Of the squares that are left out; each fourth is.
 constexpr double AwaySpacings = 4;

@@ -48,7 +48,7 @@ struct LeftOut {
 inline constexpr double SurroundingSpacings = 1.5;
 
 // Predicts stretches of the lines from all the others, in turns (cross-validation, Stone, 1974). A stretch is
-// two and a half line spacings long: its middle is then about as far from other soundings as that of the
+// one and a half line spacings long: its middle is then about as far from other soundings as that of the
 // water between two lines is, while of whole lines the neighbours would be twice as far off. In a turn more
 // the soundings of whole squares are left out: they are away from the others.
 std::vector<LeftOut> LeaveLinesOut(std::span<const PlaneSounding> soundings, const TrackLines& lines,

@@ -243,8 +243,8 @@ MadeModel MakeDepthModel(std::vector<PlaneSounding> soundings, const ModelOption
              std::max(1, static_cast<int>(DisagreementSpacings * spacing / shape.cell)), options.threads);
 
   // Away from soundings a bending plate goes on and on: no bed is expected a quarter of the range beyond
-  // them.
-  const float slack = (most - least) / 4,
+  // them, nor beyond them at all where nothing tells how the bed goes on.
+  const float slack = std::isnan(account.leftOutError) ? 0.0F : (most - least) / 4,
               highest = least >= 0 ? std::max(0.0F, least - slack) : least - slack;
   std::vector<float>& uncertainty = made.model.uncertainty;
   uncertainty.assign(shape.CellCount(), std::numeric_limits<float>::quiet_NaN());

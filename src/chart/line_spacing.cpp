@@ -62,6 +62,8 @@ class Tiles {
   std::vector<Tile> tiles_;
 };
 
+constexpr double LeastApart = 0.1;  // metres; no position is better known
+
 double MedianOf(std::vector<double> gaps) {
   const auto middle = gaps.begin() + static_cast<std::ptrdiff_t>(gaps.size() / 2);
   std::nth_element(gaps.begin(), middle, gaps.end());
@@ -109,7 +111,9 @@ double LineSpacing(std::span<const PlaneSounding> soundings, const TrackLines& l
     }
   }
   if (gaps.size() >= FewestGaps) return MedianOf(std::move(gaps));
-  return std::sqrt(tiles.Covered() / static_cast<double>(soundings.size())) * 2;
+  // Soundings that all but lie at one place have none.
+  const double apart = std::sqrt(tiles.Covered() / static_cast<double>(soundings.size())) * 2;
+  return apart < LeastApart ? 0 : apart;
 }
 
 }  // namespace sondrix

@@ -26,7 +26,8 @@ std::string GridText(const ChartResult& chart) {
       "grid in " + chart.crs + ": " + CountedThings(static_cast<std::uint64_t>(shape.columns), "column") +
       ", " + CountedThings(static_cast<std::uint64_t>(shape.rows), "row") + " of " +
       NumberText(shape.cell, 3) + " m, up to " + NumberText(account.reach, 2) + " m from soundings";
-  if (account.lineSpacing > 0) text += "; lines are " + NumberText(account.lineSpacing, 1) + " m apart";
+  if (account.lines > 1 && account.lineSpacing > 0)
+    text += "; lines are " + NumberText(account.lineSpacing, 1) + " m apart";
   return text;
 }
 
