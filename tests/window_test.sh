@@ -80,7 +80,8 @@ DefLang=ENG
 KeptByHand=yes
 INI
 
-Xvfb -displayfd 3 -screen 0 800x520x24 -nolisten tcp 3>"$work/display" 2>/dev/null &
+# Without -noreset it shuts out the window for a moment, when the search for it was alone and ends.
+Xvfb -noreset -displayfd 3 -screen 0 800x520x24 -nolisten tcp 3>"$work/display" 2>/dev/null &
 screen=$!
 until_true 10 test -s "$work/display" || fail "the screen didn't start"
 DISPLAY=:$(cat "$work/display")
