@@ -146,6 +146,7 @@ TEST(DepthModel, FewSoundingsMakeASmallChart) {
                                                     {"one line", line}};
   for (const auto& [name, soundings] : rows) {
     const DepthModel model = ModelOf(soundings);
+    EXPECT_GE(model.shape.cell, 0.05) << name;
     EXPECT_NEAR(DepthAt(model, soundings[0].x, soundings[0].y), 3, 0.01) << name;
     for (std::size_t k = 0; k < model.depth.size(); ++k) {
       EXPECT_EQ(std::isnan(model.depth[k]), std::isnan(model.uncertainty[k])) << name;
