@@ -1,11 +1,9 @@
 #include "chart/bands.h"
 
+#include "core/parallel.h"
+
 #include <algorithm>
-#include <atomic>
 #include <cstddef>
-#include <exception>
-#include <thread>
-#include <vector>
 
 namespace sondrix {
 namespace {
@@ -17,38 +15,16 @@ int EdgeOf(int band, int bands, int rows) {
   return static_cast<int>(static_cast<long long>(rows) * band / bands);
 }
 
-// Calls work(thread) in so many threads; what the first of them throws is thrown on.
-void InThreads(int threads, const std::function<void(int thread)>& work) {
-  std::vector<std::exception_ptr> thrown(static_cast<std::size_t>(threads));
-  const auto guarded = [&](int thread) {
-    try {
-      work(thread);
-    } catch (...) {
-      thrown[static_cast<std::size_t>(thread)] = std::current_exception();
-    }
-  };
-  {
-    std::vector<std::jthread> others;
-    for (int thread = 1; thread < threads; ++thread) others.emplace_back(guarded, thread);
-    guarded(0);
-  }
-  for (const std::exception_ptr& one : thrown) {
-    if (one) std::rethrow_exception(one);
-  }
-}
-
 }  // namespace
 
 void InBands(int rows, int threads, const std::function<void(int from, int to)>& work) {
   const int bands = std::clamp(rows / FewestRows, 1, std::max(1, threads));
   if (bands == 1) return work(0, rows);
-  InThreads(bands, [&](int band) { work(EdgeOf(band, bands, rows), EdgeOf(band + 1, bands, rows)); });
-}
-
-void InTurns(int count, int threads, const std::function<void(int i)>& work) {
-  std::atomic<int> next = 0;
-  InThreads(std::clamp(threads, 1, std::max(1, count)), [&](int) {
-    for (int i = next++; i < count; i = next++) work(i);
+  InParallel(static_cast<std::size_t>(bands), bands, [&] {
+    return [&](std::size_t band) {
+      const int at = static_cast<int>(band);
+      work(EdgeOf(at, bands, rows), EdgeOf(at + 1, bands, rows));
+    };
   });
 }
 

@@ -8,7 +8,4 @@ namespace sondrix {
 // done. What a row becomes must not depend on the band that it is in. What one band throws is thrown on.
 void InBands(int rows, int threads, const std::function<void(int from, int to)>& work);
 
-// Calls work(i) for each i below count, in so many threads. What one throws is thrown on.
-void InTurns(int count, int threads, const std::function<void(int i)>& work);
-
 }  // namespace sondrix

@@ -1,9 +1,9 @@
 #include "chart/cross_validation.h"
 
-#include "chart/bands.h"
 #include "chart/distance_field.h"
 #include "chart/surroundings.h"
 #include "chart/thinning.h"
+#include "core/parallel.h"
 
 #include <algorithm>
 #include <cmath>
@@ -133,15 +133,15 @@ std::vector<LeftOut> LeaveLinesOut(std::span<const PlaneSounding> soundings, con
     for (std::size_t k = 0; k < domain.size(); ++k) {
       domain[k] = static_cast<double>(distance[k]) * cell <= reach + 3 * cell ? 1.0F : 0.0F;
     }
-    InTurns(MemberCount, threads, [&](int member) {
-      const auto m = static_cast<std::size_t>(member);
+    const auto predict = [&](std::size_t m) {
       const std::vector<float> surface = SplineSurface(shape.columns, shape.rows, domain, kept,
                                                        ShapeOf(members[m], spacing, cell), 1, isToEnd);
       for (std::size_t i = 0; i < wanted.size(); ++i) {
         leftOut[first + i].error[m] =
             ValueAt(surface, shape.columns, shape.rows, wanted[i]) - wanted[i].depth;
       }
-    });
+    };
+    InParallel(MemberCount, threads, [&] { return predict; });
   }
   return leftOut;
 }

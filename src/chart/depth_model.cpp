@@ -11,6 +11,7 @@
 #include "chart/track_lines.h"
 #include "chart/uncertainty.h"
 #include "core/files.h"
+#include "core/parallel.h"
 
 #include <algorithm>
 #include <array>
@@ -220,12 +221,12 @@ MadeModel MakeDepthModel(std::vector<PlaneSounding> soundings, const ModelOption
           " of " + std::to_string(count));
     std::array<std::vector<float>, SurfacesAtOnce> surfaces;
     const int threadsOfEach = std::max(1, options.threads / static_cast<int>(together));
-    InTurns(static_cast<int>(together), options.threads, [&](int i) {
-      const auto at = static_cast<std::size_t>(i);
+    const auto draw = [&](std::size_t at) {
       surfaces[at] = SplineSurface(shape.columns, shape.rows, domain, points,
                                    ShapeOf(mixture.surfaces[first + at].member, spacing, shape.cell),
                                    threadsOfEach, options.isToEnd);
-    });
+    };
+    InParallel(together, options.threads, [&] { return draw; });
     for (std::size_t i = 0; i < together; ++i) {
       const auto weight = static_cast<float>(mixture.surfaces[first + i].weight);
       const auto sign = static_cast<float>(mixture.surfaces[first + i].disagrees);

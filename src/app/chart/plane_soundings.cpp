@@ -1,8 +1,8 @@
 #include "app/chart/plane_soundings.h"
 
-#include "app/chart/parallel.h"
 #include "chart/utm_zone.h"
 #include "core/files.h"
+#include "core/parallel.h"
 #include "survey/far_places.h"
 
 #include <algorithm>

@@ -1,13 +1,13 @@
 #include "app/chart/read_sources.h"
 
 #include "app/chart/lines.h"
-#include "app/chart/parallel.h"
 #include "app/chart/problem_words.h"
 #include "app/chart/progress.h"
 #include "app/interrupt.h"
 #include "app/places.h"
 #include "core/fault.h"
 #include "core/files.h"
+#include "core/parallel.h"
 #include "sounders/sounder_formats.h"
 
 #include <numeric>

@@ -1,10 +1,10 @@
 #include "app/chart/survey_steps.h"
 
 #include "app/chart/chart_run.h"
-#include "app/chart/parallel.h"
 #include "app/chart/progress.h"
 #include "app/interrupt.h"
 #include "core/files.h"
+#include "core/parallel.h"
 #include "survey/clean.h"
 #include "survey/offset.h"
 #include "survey/parts.h"

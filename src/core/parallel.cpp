@@ -1,4 +1,4 @@
-#include "app/chart/parallel.h"
+#include "core/parallel.h"
 
 #include <algorithm>
 #include <atomic>
