@@ -4,6 +4,7 @@
 #include "survey/survey.h"
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -27,17 +28,30 @@ struct Levels {
     double error = 0;      // standard error, metres; not a number where nothing tells it
     bool isKnown = false;  // else the trip stays as it was
     std::string why;       // it isn't: "never crosses another trip", "lies outside the readings"
+    // How the level moved about the constant: linear between, and level before and behind. Empty: it didn't.
+    std::vector<LevelReading> course;
   };
   std::vector<TripLevel> trips;  // of the survey
   std::vector<Constituent> tide;
   LevelSeries gauge;
   double gaugeScale = 1;
-  double zero = 0;  // metres, of the chart
+  double gaugeScaleError = Unknown;  // standard error; not a number where the scale was given
+  double zero = 0;                   // metres, of the chart
 
-  // Metres above the zero at a time: constant, tide and gauge together, less the zero. Not a number where the
-  // trip's isn't known.
+  // Metres above the zero at a time: constant, course, tide and gauge together, less the zero. Not a number
+  // where the trip's isn't known.
   double Above(std::uint32_t trip, double time) const;
 };
+
+// Metres, of the tide alone.
+double TideAt(std::span<const Constituent> tide, double time);
+
+// What a level's course tells at a time; 0 where it is empty or the time isn't known.
+double CourseAt(std::span<const LevelReading> course, double time);
+
+// The mean of the level above the zero over the used soundings of the trips given (by index) that have one;
+// 0 where there are none.
+double MeanLevel(const Survey& survey, const Levels& levels, std::span<const std::uint32_t> trips);
 
 // Takes the level from each depth above 0 of a trip that has one; what was recorded stays. Of a sounding
 // without a time in a trip that has times the level is that of the soundings beside it. Returns how many
