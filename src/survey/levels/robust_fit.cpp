@@ -18,6 +18,7 @@ constexpr double NormalOfMedian = 1.4826;  // standard deviation beside the medi
 constexpr double LeastScale = 1e-3;
 constexpr int MaxSteps = 60;
 constexpr double Settled = 1e-5;           // metres that an unknown still moves
+constexpr double HoldsNothing = 10;        // metres, the error of a belief
 constexpr std::size_t MaxForErrors = 600;  // unknowns: their whole inverse is needed
 
 RowMatrix MatrixOf(const FitRows& rows, std::size_t unknowns) {
@@ -54,8 +55,10 @@ double ScaleOf(const FitRows& rows, const VectorXd& left) {
 }
 
 // The square roots of the diagonal of H^-1 (sum over clusters of g g^T + beliefs) H^-1, g = sum of w r x.
+// Beliefs that hold nothing back stay out: by rows of differences only, the common level of all isn't told,
+// and the errors are those beside it.
 std::vector<double> ErrorsOf(const FitRows& rows, const RowMatrix& matrix, const VectorXd& left,
-                             const VectorXd& weights, const Matrix& believed,
+                             const VectorXd& weights, const FitRows& beliefs,
                              const Eigen::SimplicialLDLT<Matrix>& solver) {
   const Eigen::Index size = matrix.cols();
   std::map<std::uint32_t, VectorXd> clusters;
@@ -66,7 +69,16 @@ std::vector<double> ErrorsOf(const FitRows& rows, const RowMatrix& matrix, const
       sum[static_cast<Eigen::Index>(term.column)] += weights[row] * left[row] * term.factor;
     }
   }
-  Eigen::MatrixXd middle = Eigen::MatrixXd(believed);
+  Eigen::MatrixXd middle = Eigen::MatrixXd::Zero(size, size);
+  for (std::size_t r = 0; r < beliefs.size(); ++r) {
+    if (beliefs.Error(r) >= HoldsNothing) continue;
+    for (const FitTerm& one : beliefs.Terms(r)) {
+      for (const FitTerm& other : beliefs.Terms(r)) {
+        middle(static_cast<Eigen::Index>(one.column), static_cast<Eigen::Index>(other.column)) +=
+            one.factor * other.factor / (beliefs.Error(r) * beliefs.Error(r));
+      }
+    }
+  }
   for (const auto& [cluster, sum] : clusters) middle.noalias() += sum * sum.transpose();
   const Eigen::MatrixXd half = solver.solve(middle);
   const Eigen::MatrixXd whole = solver.solve(half.transpose().eval());
@@ -129,7 +141,7 @@ RobustFit FitRobustly(const FitRows& rows, const FitRows& beliefs, std::size_t u
   fit.unknowns.assign(solution.begin(), solution.end());
   fit.weights.assign(weights.begin(), weights.end());
   if (rows.size() > 0 && unknowns <= MaxForErrors) {
-    fit.errors = ErrorsOf(rows, matrix, left, weights, believed, solver);
+    fit.errors = ErrorsOf(rows, matrix, left, weights, beliefs, solver);
   }
   return fit;
 }

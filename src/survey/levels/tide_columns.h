@@ -21,8 +21,9 @@ struct TideBelief {
 };
 
 // A constituent whose variance the crossings leave at more than this part of what it was believed to be is
-// not told by them: they say less of it than the belief does.
-inline constexpr double MostUncertain = 0.5;
+// left out: what they say of it is next to nothing. (Left out at a half, ten trips of a real bay fit each
+// other and unseen ones worse.)
+inline constexpr double MostUncertain = 0.9;
 
 // The unknowns of a tide's fit: cosine and sine of each constituent at TideEpoch, a constant for each group
 // but where there is one, and what the weather made of each trip's level. Beyond MaxTrips weather is left
